@@ -1,0 +1,30 @@
+# Warnings and sanitizers, carried by one interface target that every own target links.
+add_library(quillmark_compiler_options INTERFACE)
+
+target_compile_options(quillmark_compiler_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough)
+
+if(QUILLMARK_WARNINGS_AS_ERRORS)
+    target_compile_options(quillmark_compiler_options INTERFACE -Werror)
+endif()
+
+if(QUILLMARK_SANITIZE)
+    set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # -O1 keeps the instrumented suite quick enough to run at every landing.
+    target_compile_options(quillmark_compiler_options INTERFACE ${sanitizer_flags} -O1)
+    target_link_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
+endif()
+
+# One static library per folder of src/. Sources are listed by name; DEPENDS are the folders that
+# the headers of this one include.
+function(quillmark_add_library folder)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE_LIBRARIES" ${ARGN})
+    set(target quillmark_${folder})
+    add_library(${target} STATIC ${ARG_SOURCES})
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    foreach(dependency IN LISTS ARG_DEPENDS)
+        target_link_libraries(${target} PUBLIC quillmark_${dependency})
+    endforeach()
+    target_link_libraries(${target} PRIVATE quillmark_compiler_options ${ARG_PRIVATE_LIBRARIES})
+endfunction()
