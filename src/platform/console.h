@@ -16,7 +16,8 @@ class Console {
     /// Puts text on standard output exactly as it stands, without an end of line.
     virtual void print(std::string_view text) = 0;
 
-    /// Puts one line on standard error, after everything printed so far has reached standard output.
+    /// Puts one line on standard error, after everything printed so far has reached standard
+    /// output.
     virtual void printError(std::string_view line) = 0;
 
     /// Makes everything printed so far visible.
