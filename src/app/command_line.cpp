@@ -1,0 +1,120 @@
+#include "app/command_line.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "app/compare_options.h"
+#include "app/convert_options.h"
+#include "app/exit_status.h"
+#include "app/usage.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::string_view kBanner = "VELTRA Quillmark 1.43";
+constexpr std::string_view kFooterRule =
+    "----------------------------------------------------------------------------------";
+static_assert(kFooterRule.size() == 82);
+
+/// How a command ended.
+struct CommandResult {
+    int status = kExitSuccess;
+    bool footer = true;
+};
+
+CommandResult runConvert(std::span<const char* const> arguments, const CommandDrivers& drivers,
+                         Console& console) {
+    ConvertRequest request;
+    if (!parseConvertOptions(arguments.subspan(2), request, console)) {
+        return {kExitFailure};
+    }
+    switch (drivers.convert(request, console)) {
+        case ConversionOutcome::done:
+            return {kExitSuccess};
+        case ConversionOutcome::failed:
+            break;
+        case ConversionOutcome::refused:
+            return {kExitFailure, false};
+    }
+    return {kExitFailure};
+}
+
+CommandResult runDecompress(std::span<const char* const> arguments, const CommandDrivers& drivers,
+                            Console& console) {
+    return {drivers.decompress(static_cast<int>(arguments.size()), arguments.data(), console,
+                               &printUsage)};
+}
+
+/// Index is the level of the finding; any other level has an empty label.
+constexpr std::array<std::string_view, 3> kLevelLabels = {"Cannot compare modules", "Error",
+                                                          "Warning"};
+
+void printReport(const CompareReport& report, Console& console) {
+    if (report.empty()) {
+        console.printLine("No Errors.");
+        return;
+    }
+    for (const CompareFinding& finding : report) {
+        const auto level = static_cast<std::size_t>(finding.level);
+        console.print(level < kLevelLabels.size() ? kLevelLabels[level] : std::string_view());
+        console.print(": ");
+        console.printLine(finding.message);
+    }
+}
+
+CommandResult runCompare(std::span<const char* const> arguments, const CommandDrivers& drivers,
+                         Console& console) {
+    CompareRequest request;
+    if (!parseCompareOptions(arguments.subspan(2), request, console)) {
+        return {kExitFailure};
+    }
+    CompareReport report;
+    const int result =
+        drivers.compare(report, request.verbose, request.oldFile, request.newFile, console);
+    printReport(report, console);
+    // The findings are the result of the comparison; only one that could not be made has failed.
+    return {result == 0 ? kExitSuccess : kExitFailure};
+}
+
+struct CommandRow {
+    std::string_view word;
+    CommandResult (*run)(std::span<const char* const> arguments, const CommandDrivers& drivers,
+                         Console& console);
+};
+
+constexpr CommandRow kCommands[] = {
+    {"convert", &runConvert},
+    {"decompress", &runDecompress},
+    {"compare", &runCompare},
+};
+
+void printFooter(int status, Console& console) {
+    console.printLine("");
+    console.printLine(status == kExitSuccess ? "Done." : "Error.");
+    console.printLine(kFooterRule);
+    console.printLine("");
+}
+
+}  // namespace
+
+int runCommandLine(std::span<const char* const> arguments, const CommandDrivers& drivers,
+                   Console& console) {
+    console.printLine(kBanner);
+    if (arguments.size() >= 2) {
+        const std::string_view word = arguments[1];
+        for (const CommandRow& command : kCommands) {
+            if (command.word == word) {
+                const CommandResult result = command.run(arguments, drivers, console);
+                if (result.footer) {
+                    printFooter(result.status, console);
+                }
+                return result.status;
+            }
+        }
+    }
+    printUsage(console);
+    return kExitFailure;
+}
+
+}  // namespace quillmark

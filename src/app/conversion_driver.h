@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quillmark {
+
+/// What became of a run of `convert`.
+enum class ConversionOutcome {
+    /// The output was written.
+    done,
+    /// Something went wrong and has been reported on standard output.
+    failed,
+    /// The library selection was refused on standard error: the program ends at once, without its
+    /// footer.
+    refused,
+};
+
+/// The name of the package that belongs to an output file: the suffix of its file part (the text
+/// behind the last dot) gives way to "zpki". Empty if the file part has no suffix. Directories keep
+/// their dots.
+std::string zpkiNameFor(std::string_view outputFile);
+
+}  // namespace quillmark

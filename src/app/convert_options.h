@@ -1,0 +1,24 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cfginclude/convert_request.h"
+#include "platform/console.h"
+
+namespace quillmark {
+
+/// Reads the arguments that follow the word `convert` into the request, which must be empty, and
+/// checks their combinations. Returns false for the first mistake, after printing its message and
+/// the usage text; the request is then not to be used. A flag that is repeated only earns a warning
+/// at that moment.
+bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
+                         Console& console);
+
+/// Cuts a list at its commas. Empty items are kept, except one behind a comma that ends the list:
+/// "a,,b," gives "a", "", "b".
+std::vector<std::string> splitUserFiles(std::string_view list);
+
+}  // namespace quillmark
