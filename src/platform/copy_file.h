@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace quillmark {
+
+/// Copies the bytes of one file over another, which is created or replaced. Returns true when the
+/// target holds the whole content. False if the source cannot be read or is a directory, the target
+/// cannot be written, or both are the same file (which stays as it is); a target that was opened
+/// keeps what had been written when the copy broke off. Names are bytes in the system's own
+/// encoding.
+bool copyFile(const std::string& source, const std::string& target);
+
+}  // namespace quillmark

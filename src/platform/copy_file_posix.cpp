@@ -1,0 +1,100 @@
+#include <cerrno>
+#include <cstddef>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/copy_file.h"
+
+namespace quillmark {
+namespace {
+
+constexpr std::size_t kCopyBufferBytes = std::size_t{256} * 1024;
+constexpr mode_t kNewFileMode = 0666;
+
+/// An open file that is closed with its owner.
+class OpenFile {
+  public:
+    OpenFile(const std::string& path, int flags) {
+        do {
+            descriptor_ = open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
+        } while (descriptor_ < 0 && errno == EINTR);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() { closeNow(); }
+
+    int descriptor() const { return descriptor_; }
+    bool isOpen() const { return descriptor_ >= 0; }
+
+    /// Some file systems tell only here that a write has failed.
+    bool closeNow() {
+        if (!isOpen()) {
+            return true;
+        }
+        const int result = close(descriptor_);
+        descriptor_ = -1;
+        return result == 0;
+    }
+
+  private:
+    int descriptor_ = -1;
+};
+
+bool writeAll(int descriptor, const char* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t written = write(descriptor, data, size);
+        if (written < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+bool copyContent(int source, int target) {
+    std::vector<char> buffer(kCopyBufferBytes);
+    while (true) {
+        const ssize_t count = read(source, buffer.data(), buffer.size());
+        if (count == 0) {
+            return true;
+        }
+        if (count < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return false;
+        }
+        if (!writeAll(target, buffer.data(), static_cast<std::size_t>(count))) {
+            return false;
+        }
+    }
+}
+
+}  // namespace
+
+bool copyFile(const std::string& source, const std::string& target) {
+    const OpenFile input(source, O_RDONLY);
+    struct stat inputStatus {};
+    if (!input.isOpen() || fstat(input.descriptor(), &inputStatus) != 0 ||
+        S_ISDIR(inputStatus.st_mode)) {
+        return false;
+    }
+    // Opening the target empties it, which must not happen to the source.
+    struct stat targetStatus {};
+    if (stat(target.c_str(), &targetStatus) == 0 && targetStatus.st_dev == inputStatus.st_dev &&
+        targetStatus.st_ino == inputStatus.st_ino) {
+        return false;
+    }
+    OpenFile output(target, O_WRONLY | O_CREAT | O_TRUNC);
+    return output.isOpen() && copyContent(input.descriptor(), output.descriptor()) &&
+           output.closeNow();
+}
+
+}  // namespace quillmark

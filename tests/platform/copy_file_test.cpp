@@ -1,0 +1,85 @@
+#include "platform/copy_file.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/temp_dir.h"
+
+namespace quillmark {
+namespace {
+
+class CopyFile : public testing::Test {
+  protected:
+    TempDir dir;
+    std::string source = dir.file("source");
+    std::string target = dir.file("target");
+};
+
+TEST_F(CopyFile, ContentOfAnySize) {
+    // Around the size of a copy's buffer, and bytes of every value.
+    for (const std::size_t size :
+         {std::size_t{0}, std::size_t{1}, std::size_t{262143}, std::size_t{262144},
+          std::size_t{262145}, std::size_t{1000003}}) {
+        std::string content(size, '\0');
+        for (std::size_t i = 0; i < size; ++i) {
+            content[i] = static_cast<char>(i * 7 + i / 256);
+        }
+        writeFile(source, content);
+        EXPECT_TRUE(copyFile(source, target)) << size;
+        EXPECT_TRUE(readFile(target) == content) << size;
+    }
+}
+
+TEST_F(CopyFile, ReplacesALongerTarget) {
+    writeFile(source, "new");
+    writeFile(target, "something longer");
+    EXPECT_TRUE(copyFile(source, target));
+    EXPECT_EQ(readFile(target), "new");
+}
+
+TEST_F(CopyFile, AMissingSourceLeavesTheTarget) {
+    writeFile(target, "kept");
+    EXPECT_FALSE(copyFile(source, target));
+    EXPECT_EQ(readFile(target), "kept");
+    EXPECT_FALSE(copyFile("", target));
+}
+
+TEST_F(CopyFile, ADirectoryIsNoFile) {
+    EXPECT_FALSE(copyFile(dir.path().string(), target));
+    EXPECT_FALSE(std::filesystem::exists(target));
+    writeFile(source, "x");
+    EXPECT_FALSE(copyFile(source, dir.path().string()));
+}
+
+TEST_F(CopyFile, TheTargetCannotBeMade) {
+    writeFile(source, "x");
+    EXPECT_FALSE(copyFile(source, dir.file("missing/target")));
+    EXPECT_FALSE(copyFile(source, ""));
+}
+
+TEST_F(CopyFile, OntoItselfChangesNothing) {
+    writeFile(source, "kept");
+    EXPECT_FALSE(copyFile(source, source));
+    std::filesystem::create_symlink(source, target);
+    EXPECT_FALSE(copyFile(source, target));
+    EXPECT_EQ(readFile(source), "kept");
+}
+
+TEST_F(CopyFile, AFullDiskIsNoticed) {
+    if (std::filesystem::exists("/dev/full")) {
+        writeFile(source, "x");
+        EXPECT_FALSE(copyFile(source, "/dev/full"));
+    }
+}
+
+TEST_F(CopyFile, NamesAreBytes) {
+    writeFile(dir.file("\xe4 \xff"), "x");
+    EXPECT_TRUE(copyFile(dir.file("\xe4 \xff"), dir.file("\xfc'\"")));
+    EXPECT_EQ(readFile(dir.file("\xfc'\"")), "x");
+}
+
+}  // namespace
+}  // namespace quillmark
