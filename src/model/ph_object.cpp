@@ -1,0 +1,34 @@
+#include "model/ph_object.h"
+
+namespace quillmark {
+
+namespace {
+
+std::uint32_t takeObjectId() {
+    static constinit std::uint32_t next = 0;
+    return next++;
+}
+
+}  // namespace
+
+PhObject::PhObject(PhClass kind) : kind_(kind), objectId_(takeObjectId()) {}
+
+PhObject::~PhObject() = default;
+
+void PhObject::release() {
+    if (refCount_ > 0) {
+        --refCount_;
+    }
+    if (refCount_ == 0) {
+        delete this;
+    }
+}
+
+std::vector<PhString>& PhObject::texts(std::size_t list) {
+    if (texts_ == nullptr) {
+        texts_ = std::make_unique<std::array<std::vector<PhString>, 2>>();
+    }
+    return texts_->at(list);
+}
+
+}  // namespace quillmark

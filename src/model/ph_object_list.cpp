@@ -1,0 +1,73 @@
+#include "model/ph_object_list.h"
+
+#include <bit>
+#include <cstring>
+
+namespace quillmark {
+
+namespace {
+
+constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
+
+std::uint64_t mix(std::uint64_t hash, std::uint64_t word) {
+    hash = (hash ^ word) * kMultiplier;
+    return hash ^ (hash >> 32U);
+}
+
+}  // namespace
+
+PhNameIndex::PhNameIndex(std::size_t expectedNames)
+    : slots_(std::bit_ceil(std::max<std::size_t>(64, expectedNames + expectedNames / 2 + 1))) {}
+
+std::uint32_t PhNameIndex::hashOf(std::string_view name) {
+    std::uint64_t hash = name.size();
+    const char* at = name.data();
+    std::size_t left = name.size();
+    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        hash = mix(hash, word);
+        at += sizeof word;
+    }
+    if (left != 0) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, left);
+        hash = mix(hash, word);
+    }
+    return static_cast<std::uint32_t>(mix(hash, 0) >> 16U);
+}
+
+void PhNameIndex::add(const PhString& name, std::uint32_t position) {
+    if (name.isNull()) {
+        return;
+    }
+    if ((used_ + 1) * 3 > slots_.size() * 2) {
+        grow();
+    }
+    insert({hashOf(name.view()), position});
+    ++used_;
+}
+
+void PhNameIndex::insert(Slot entry) {
+    std::size_t slot = entry.hash & mask();
+    while (slots_[slot].position != kNone) {
+        slot = (slot + 1) & mask();
+    }
+    slots_[slot] = entry;
+}
+
+void PhNameIndex::grow() {
+    std::vector<Slot> old(slots_.size() * 2);
+    old.swap(slots_);
+    // Entering in order of position keeps the first of several equal names in front of the others.
+    std::sort(old.begin(), old.end(),
+              [](const Slot& left, const Slot& right) { return left.position < right.position; });
+    for (const Slot& entry : old) {
+        if (entry.position == kNone) {
+            break;
+        }
+        insert(entry);
+    }
+}
+
+}  // namespace quillmark

@@ -1,0 +1,147 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "model/ph_object.h"
+
+namespace quillmark {
+
+/// Finds list positions by name. Where a name occurs more than once, the position entered first is
+/// found. The table doubles as it fills, and its hash spreads serial names, so that a lookup among
+/// millions of names costs a probe or two.
+class PhNameIndex {
+  public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+
+    explicit PhNameIndex(std::size_t expectedNames);
+
+    /// Enters a name; a null name is never found and not entered.
+    void add(const PhString& name, std::uint32_t position);
+
+    /// Position of the first entry that `matches(position)` accepts among those with the name's
+    /// hash.
+    template <typename Matches>
+    std::uint32_t find(std::string_view name, Matches matches) const {
+        const std::uint32_t hash = hashOf(name);
+        for (std::size_t slot = hash & mask(); slots_[slot].position != kNone;
+             slot = (slot + 1) & mask()) {
+            if (slots_[slot].hash == hash && matches(slots_[slot].position)) {
+                return slots_[slot].position;
+            }
+        }
+        return kNone;
+    }
+
+    static std::uint32_t hashOf(std::string_view name);
+
+  private:
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t position = kNone;
+    };
+
+    std::size_t mask() const { return slots_.size() - 1; }
+    void insert(Slot entry);
+    void grow();
+
+    std::vector<Slot> slots_;  ///< a power of two, at most two thirds full
+    std::size_t used_ = 0;
+};
+
+/// Ordered list of model objects, shared through handles, with a name index that is built at the
+/// first lookup and kept up to date from then on.
+template <typename T>
+class PhObjectList {
+  public:
+    /// Walks the objects, not the handles.
+    class Iterator {
+      public:
+        explicit Iterator(const PhHandle<T>* at) : at_(at) {}
+        T& operator*() const { return **at_; }
+        Iterator& operator++() {
+            ++at_;
+            return *this;
+        }
+        bool operator==(const Iterator&) const = default;
+
+      private:
+        const PhHandle<T>* at_;
+    };
+
+    Iterator begin() const { return Iterator(items_.data()); }
+    Iterator end() const { return Iterator(items_.data() + items_.size()); }
+
+    std::size_t count() const { return items_.size(); }
+    bool empty() const { return items_.empty(); }
+    T& at(std::size_t position) const { return *items_.at(position); }
+    T& last() const { return *items_.back(); }
+
+    /// The handle at a position, to be re-pointed by reference resolution. Re-pointing to an object
+    /// of another name drops nothing from the index, so it is for lists that nobody searches.
+    PhHandle<T>& handle(std::size_t position) { return items_.at(position); }
+
+    /// Adds a non-empty handle at the end.
+    void append(PhHandle<T> object) {
+        if (index_ != nullptr) {
+            index_->add(object->name(), static_cast<std::uint32_t>(items_.size()));
+        }
+        items_.push_back(std::move(object));
+    }
+
+    /// First object of that name in list order, or nullptr.
+    T* find(std::string_view name) {
+        if (items_.empty()) {
+            return nullptr;
+        }
+        if (index_ == nullptr) {
+            buildIndex();
+        }
+        const std::uint32_t position =
+            index_->find(name, [&](std::uint32_t at) { return items_[at]->name().view() == name; });
+        return position == PhNameIndex::kNone ? nullptr : items_[position].get();
+    }
+
+    /// Takes the object at a position out of the list and releases it.
+    void remove(std::size_t position) {
+        index_.reset();  // positions behind it move up
+        items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(position));
+    }
+
+    /// Orders the list by `compare(left, right)` < 0, in the manner of the C library's qsort; a
+    /// list of fewer than two elements is left untouched.
+    void sort(int (*compare)(const T& left, const T& right)) {
+        if (items_.size() < 2) {
+            return;
+        }
+        std::stable_sort(items_.begin(), items_.end(),
+                         [compare](const PhHandle<T>& left, const PhHandle<T>& right) {
+                             return compare(*left, *right) < 0;
+                         });
+        if (index_ != nullptr) {
+            buildIndex();
+        }
+    }
+
+    void clear() {
+        index_.reset();
+        items_.clear();
+    }
+
+  private:
+    void buildIndex() {
+        index_ = std::make_unique<PhNameIndex>(items_.size());
+        for (std::size_t position = 0; position < items_.size(); ++position) {
+            index_->add(items_[position]->name(), static_cast<std::uint32_t>(position));
+        }
+    }
+
+    std::vector<PhHandle<T>> items_;
+    std::unique_ptr<PhNameIndex> index_;
+};
+
+}  // namespace quillmark

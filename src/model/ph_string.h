@@ -1,0 +1,59 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+#include <string_view>
+
+namespace quillmark {
+
+/// A shared, counted byte string, the type of every text in the model. Copying shares the text; it
+/// is freed with its last holder. A default-constructed PhString is null: it holds no text at all,
+/// which is not the same as holding an empty one.
+///
+/// The whole string is one allocation of 8 bytes plus text and terminator, because a description
+/// carries millions of them. Texts longer than 4 GiB - 1 are cut there.
+class PhString {
+  public:
+    PhString() = default;
+    explicit PhString(std::string_view text);
+    PhString(std::string_view prefix, std::string_view text);
+    PhString(const PhString& other) noexcept;
+    PhString(PhString&& other) noexcept : record_(other.record_) { other.record_ = nullptr; }
+    PhString& operator=(PhString other) noexcept;
+    ~PhString();
+
+    bool isNull() const { return record_ == nullptr; }
+
+    /// Length in bytes; 0 for a null string.
+    std::size_t length() const { return record_ == nullptr ? 0 : record_->length; }
+
+    /// The zero-terminated text, or nullptr for a null string. Lives as long as any copy.
+    const char* text() const;
+
+    /// The text as a view, empty for a null string.
+    std::string_view view() const;
+
+    /// The model's name hash: hash = byte + 2 * hash over all bytes, wrapping at 32 bits; 0 for a
+    /// null string. It collides on serial names, so the name index uses one of its own.
+    std::uint32_t hash() const;
+
+    /// Bytewise order; a null string is greater than any text and equal to another null string.
+    friend std::strong_ordering operator<=>(const PhString& left, const PhString& right);
+    friend bool operator==(const PhString& left, const PhString& right);
+
+  private:
+    struct Record {
+        std::uint32_t count;  ///< kImmortal for the one shared empty text
+        std::uint32_t length;
+    };
+
+    static constexpr std::uint32_t kImmortal = 0xFFFFFFFFU;
+
+    static Record* emptyRecord();
+    static Record* allocate(std::size_t length);
+    static char* characters(Record* record);
+
+    Record* record_ = nullptr;
+};
+
+}  // namespace quillmark

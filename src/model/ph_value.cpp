@@ -1,0 +1,165 @@
+#include "model/ph_value.h"
+
+#include <cmath>
+#include <limits>
+
+namespace quillmark {
+
+PhNumber PhNumber::integer(std::int64_t value) {
+    PhNumber number;
+    number.kind_ = Kind::Integer;
+    number.integer_ = value;
+    return number;
+}
+
+PhNumber PhNumber::real(double value) {
+    PhNumber number;
+    number.kind_ = Kind::Real;
+    number.real_ = value;
+    return number;
+}
+
+double PhNumber::toReal() const {
+    switch (kind_) {
+        case Kind::None:
+            return 0.0;
+        case Kind::Integer:
+            return static_cast<double>(integer_);
+        case Kind::Real:
+            return real_;
+    }
+    return 0.0;
+}
+
+std::int32_t PhNumber::toInteger() const {
+    return saturatedInteger(toReal());  // exact: every 32-bit integer is a real
+}
+
+bool PhNumber::isZero() const {
+    return toReal() == 0.0;
+}
+
+PhNumber PhNumber::negated() const {
+    switch (kind_) {
+        case Kind::None:
+            return {};
+        case Kind::Integer:
+            return integer(-integer_);
+        case Kind::Real:
+            return real(-real_);
+    }
+    return {};
+}
+
+bool operator==(const PhNumber& left, const PhNumber& right) {
+    if (left.kind_ != right.kind_) {
+        return false;
+    }
+    return left.isReal() ? left.real_ == right.real_ : left.integer_ == right.integer_;
+}
+
+std::int32_t saturatedInteger(double value) {
+    constexpr auto kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kHighest = std::numeric_limits<std::int32_t>::max();
+    if (std::isnan(value)) {
+        return 0;
+    }
+    if (value <= kLowest) {
+        return kLowest;
+    }
+    if (value >= kHighest) {
+        return kHighest;
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+PhValue::PhValue(PhNumber number) : PhObject(PhClass::Value) {
+    setNumber(number);
+}
+
+PhHandle<PhValue> PhValue::ofInteger(std::int64_t value) {
+    return ofNumber(PhNumber::integer(value));
+}
+
+PhHandle<PhValue> PhValue::ofNumber(PhNumber number) {
+    return makePh<PhValue>(number);
+}
+
+PhHandle<PhValue> PhValue::ofText(std::string_view text) {
+    auto value = makePh<PhValue>();
+    value->setText(PhString(text));
+    return value;
+}
+
+void PhValue::setNumber(PhNumber number) {
+    number_ = number;
+    text_ = PhString();
+    type_ = number.isInteger() ? Type::Integer : number.isReal() ? Type::Real : Type::None;
+}
+
+void PhValue::setText(PhString text) {
+    number_ = PhNumber();
+    text_ = std::move(text);
+    type_ = Type::Text;
+}
+
+void PhValue::setBytes(std::vector<unsigned char> bytes) {
+    number_ = PhNumber();
+    text_ = PhString();
+    bytes_ = std::move(bytes);
+    type_ = Type::Bytes;
+}
+
+PhValue::List& PhValue::list() {
+    if (type_ != Type::List) {
+        number_ = PhNumber();
+        text_ = PhString();
+        list_.clear();
+        type_ = Type::List;
+    }
+    return list_;
+}
+
+bool equalValues(const PhValue* left, const PhValue* right) {
+    if (left == nullptr || right == nullptr) {
+        return left == right;
+    }
+    if (left->type() != right->type()) {
+        return false;
+    }
+    return left->number() == right->number() && left->text() == right->text();
+}
+
+void PhProperties::setInteger(std::string_view name, std::int64_t value) {
+    obtain(name).setNumber(PhNumber::integer(value));
+}
+
+void PhProperties::setText(std::string_view name, std::string_view text) {
+    obtain(name).setText(PhString(text));
+}
+
+const PhValue* PhProperties::find(std::string_view name) const {
+    for (const auto& value : values_) {
+        if (value->name().view() == name) {
+            return value.get();
+        }
+    }
+    return nullptr;
+}
+
+PhValue::List& PhProperties::list(std::string_view name) {
+    return obtain(name).list();
+}
+
+PhValue& PhProperties::obtain(std::string_view name) {
+    for (const auto& value : values_) {
+        if (value->name().view() == name) {
+            return *value;
+        }
+    }
+    values_.push_back(makePh<PhValue>());
+    values_.back()->setName(PhString(name));
+    return *values_.back();
+}
+
+}  // namespace quillmark
