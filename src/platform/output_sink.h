@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace quillmark {
+
+/// A destination for bytes that are produced in many small pieces. The pieces are gathered in one
+/// large buffer; a concrete sink only sees what `drain` hands it. Trouble is remembered, never
+/// thrown: whoever cares asks `ok` once, after `finish`.
+///
+/// Whoever owns a sink calls `finish` when the last byte is written; what was not finished may be
+/// lost (a FileSink finishes itself).
+class OutputSink {
+  public:
+    /// Every `drain` but the last gets a positive multiple of this. A multiple of 64 KiB, which
+    /// keeps the bytes that DeflateSink makes independent of how they were written.
+    static constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+
+    OutputSink();
+    OutputSink(const OutputSink&) = delete;
+    OutputSink& operator=(const OutputSink&) = delete;
+    virtual ~OutputSink() = default;
+
+    void write(std::string_view bytes) {
+        if (bytes.size() > kBufferSize - used_) {
+            writeAcross(bytes);
+            return;
+        }
+        bytes.copy(buffer_.get() + used_, bytes.size());
+        used_ += bytes.size();
+    }
+
+    /// Hands on what is still buffered and ends the sink. Nothing may be written afterwards; a
+    /// second call does nothing.
+    void finish();
+
+    /// False as soon as anything went wrong. Final only after `finish`.
+    [[nodiscard]] bool ok() const { return ok_; }
+
+  protected:
+    /// Takes the next bytes; they are gone after the call.
+    virtual void drain(std::string_view bytes) = 0;
+
+    /// Called once, after the last `drain`.
+    virtual void end() {}
+
+    void fail() { ok_ = false; }
+
+  private:
+    void writeAcross(std::string_view bytes);
+
+    std::unique_ptr<char[]> buffer_;
+    std::size_t used_ = 0;
+    bool ok_ = true;
+    bool finished_ = false;
+};
+
+/// Appends to a string of the caller, which must outlive the sink. The string is complete after
+/// `finish`.
+class StringSink final : public OutputSink {
+  public:
+    explicit StringSink(std::string& destination) : destination_(destination) {}
+
+  protected:
+    void drain(std::string_view bytes) override { destination_ += bytes; }
+
+  private:
+    std::string& destination_;
+};
+
+/// Writes a file of the given name, created or emptied first. The name is a byte string handed to
+/// the operating system unchanged. Writes that a signal interrupted are taken up again; after any
+/// other error the rest is dropped.
+class FileSink final : public OutputSink {
+  public:
+    explicit FileSink(const std::string& name);
+    ~FileSink() override;
+
+    /// False when the file could not be opened; `ok` is false then, too.
+    [[nodiscard]] bool isOpen() const { return opened_; }
+
+  protected:
+    void drain(std::string_view bytes) override;
+    void end() override;
+
+  private:
+    std::FILE* file_;
+    bool opened_;
+};
+
+/// Replaces `bytes` by the content of the named file. Returns false when the file could not be
+/// opened. What can be opened but not read (a directory, a device with a defect) counts as ending
+/// where reading stopped. Pipes and FIFOs are read to their end.
+[[nodiscard]] bool readWholeFile(const std::string& name, std::string& bytes);
+
+}  // namespace quillmark

@@ -1,0 +1,177 @@
+#include "platform/output_sink.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/temp_dir.h"
+
+namespace quillmark {
+namespace {
+
+std::string patternOf(std::size_t size) {
+    std::string text(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) {
+        text[i] = static_cast<char>(i * 7 + i / 251);
+    }
+    return text;
+}
+
+// Records how the bytes arrived.
+class RecordingSink final : public OutputSink {
+  public:
+    std::string text;
+    std::vector<std::size_t> drained;
+    int ends = 0;
+
+  protected:
+    void drain(std::string_view bytes) override {
+        drained.push_back(bytes.size());
+        text += bytes;
+    }
+    void end() override { ++ends; }
+};
+
+TEST(OutputSink, KeepsTheOrderOfPiecesOfAnySize) {
+    const std::string expected = patternOf(5 * OutputSink::kBufferSize + 1234);
+    for (const std::size_t piece :
+         {std::size_t{1000}, std::size_t{4097}, OutputSink::kBufferSize - 1,
+          OutputSink::kBufferSize, OutputSink::kBufferSize + 1, expected.size()}) {
+        RecordingSink sink;
+        for (std::size_t at = 0; at < expected.size(); at += piece) {
+            sink.write(std::string_view(expected).substr(at, piece));
+        }
+        sink.finish();
+        EXPECT_TRUE(sink.text == expected) << piece;
+        EXPECT_TRUE(sink.ok());
+    }
+}
+
+TEST(OutputSink, HandsOnWholeBuffersUntilTheEnd) {
+    const std::string piece = patternOf(OutputSink::kBufferSize - 7);
+    const std::string longPiece = patternOf(3 * OutputSink::kBufferSize);
+    RecordingSink sink;
+    for (int i = 0; i < 5; ++i) {
+        sink.write(piece);
+        sink.write("abc");
+        sink.write(longPiece);
+    }
+    sink.finish();
+    ASSERT_GT(sink.drained.size(), 2U);
+    for (std::size_t i = 0; i + 1 < sink.drained.size(); ++i) {
+        EXPECT_GT(sink.drained[i], 0U);
+        EXPECT_EQ(sink.drained[i] % OutputSink::kBufferSize, 0U);
+    }
+}
+
+TEST(OutputSink, FinishesOnce) {
+    RecordingSink sink;
+    sink.write("a");
+    sink.write(std::string_view());
+    sink.finish();
+    sink.finish();
+    EXPECT_EQ(sink.text, "a");
+    EXPECT_EQ(sink.ends, 1);
+    EXPECT_EQ(sink.drained.size(), 1U);
+}
+
+TEST(StringSink, AppendsToTheStringOfTheCaller) {
+    std::string text = "before ";
+    StringSink sink(text);
+    sink.write("after");
+    sink.finish();
+    EXPECT_EQ(text, "before after");
+}
+
+TEST(FileSink, ReplacesAnExistingFile) {
+    const TempDir directory;
+    const std::string name = directory.file("out.bin");
+    writeFile(name, "a longer text that was there before");
+    {
+        FileSink sink(name);
+        ASSERT_TRUE(sink.isOpen());
+        sink.write("a\r\nb");
+        sink.finish();
+        EXPECT_TRUE(sink.ok());
+    }
+    EXPECT_EQ(readFile(name), "a\r\nb");
+}
+
+TEST(FileSink, FinishesItself) {
+    const TempDir directory;
+    const std::string expected = patternOf(2 * OutputSink::kBufferSize + 17);
+    { FileSink(directory.file("out.bin")).write(expected); }
+    EXPECT_TRUE(readFile(directory.file("out.bin")) == expected);
+}
+
+TEST(FileSink, RemembersThatItCouldNotOpen) {
+    const TempDir directory;
+    for (const std::string& name :
+         {directory.file("missing/out.bin"), directory.path().string(), std::string()}) {
+        FileSink sink(name);
+        EXPECT_FALSE(sink.isOpen());
+        sink.write(patternOf(OutputSink::kBufferSize + 1));
+        sink.finish();
+        EXPECT_FALSE(sink.ok());
+    }
+}
+
+TEST(FileSink, RemembersThatTheDeviceIsFull) {
+    if (!std::filesystem::exists("/dev/full")) {
+        GTEST_SKIP();
+    }
+    FileSink sink("/dev/full");
+    ASSERT_TRUE(sink.isOpen());
+    sink.write("x");
+    sink.finish();
+    EXPECT_FALSE(sink.ok());
+}
+
+TEST(ReadWholeFile, ReadsEveryByte) {
+    const TempDir directory;
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{65535},
+                                   std::size_t{65536}, std::size_t{65537}, std::size_t{300000}}) {
+        const std::string expected = patternOf(size);
+        writeFile(directory.file("in.bin"), expected);
+        std::string bytes = "old";
+        ASSERT_TRUE(readWholeFile(directory.file("in.bin"), bytes));
+        EXPECT_TRUE(bytes == expected) << size;
+    }
+}
+
+TEST(ReadWholeFile, ReportsAMissingFile) {
+    const TempDir directory;
+    std::string bytes = "old";
+    EXPECT_FALSE(readWholeFile(directory.file("missing"), bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+#ifndef _WIN32
+TEST(ReadWholeFile, TakesADirectoryForAnEmptyFile) {
+    const TempDir directory;
+    std::string bytes = "old";
+    EXPECT_TRUE(readWholeFile(directory.path().string(), bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+TEST(ReadWholeFile, ReadsAPipeToItsEnd) {
+    const TempDir directory;
+    const std::string name = directory.file("fifo");
+    ASSERT_EQ(std::system(("mkfifo '" + name + "'").c_str()), 0);
+    const std::string expected = patternOf(200000);
+    std::thread writer([&] { writeFile(name, expected); });
+    std::string bytes;
+    EXPECT_TRUE(readWholeFile(name, bytes));
+    writer.join();
+    EXPECT_TRUE(bytes == expected);
+}
+#endif
+
+}  // namespace
+}  // namespace quillmark
