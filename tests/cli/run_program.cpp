@@ -1,0 +1,102 @@
+#include "cli/run_program.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <thread>
+#include <vector>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "cli/file_tree.h"
+
+namespace quillmark::golden {
+namespace {
+
+constexpr int kCannotStart = 126;
+
+void redirect(int target, const char* path, int flags) {
+    const int descriptor = open(path, flags, 0600);
+    if (descriptor < 0 || dup2(descriptor, target) < 0) {
+        _exit(kCannotStart);
+    }
+    close(descriptor);
+}
+
+std::string waitUntil(pid_t process, std::chrono::steady_clock::time_point limit) {
+    int status = 0;
+    while (true) {
+        const pid_t ended = waitpid(process, &status, WNOHANG);
+        if (ended == process) {
+            break;
+        }
+        if (std::chrono::steady_clock::now() >= limit) {
+            kill(process, SIGKILL);
+            waitpid(process, &status, 0);
+            return "timeout";
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                               : std::to_string(WEXITSTATUS(status));
+}
+
+}  // namespace
+
+RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
+                     const std::filesystem::path& workDir, const std::filesystem::path& scratch,
+                     std::chrono::steady_clock::time_point limit) {
+    const std::string outFile = scratch / "stdout";
+    const std::string errFile = scratch / "stderr";
+    std::string ownName = "quillmark";
+    Arguments copies = arguments;
+    std::vector<char*> vector = {ownName.data()};
+    for (std::string& argument : copies) {
+        vector.push_back(argument.data());
+    }
+    vector.push_back(nullptr);
+
+    const pid_t process = fork();
+    if (process == 0) {
+        redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        redirect(STDOUT_FILENO, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
+        redirect(STDERR_FILENO, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
+        if (chdir(workDir.c_str()) == 0) {
+            execv(program.c_str(), vector.data());
+        }
+        _exit(kCannotStart);
+    }
+    if (process < 0) {
+        return {"fork failed", "", ""};
+    }
+    const std::string exit = waitUntil(process, limit);
+    return {exit, readBytes(outFile), readBytes(errFile)};
+}
+
+int feedPipe(const std::filesystem::path& pipe, const std::string& content) {
+    const pid_t process = fork();
+    if (process == 0) {
+        const int descriptor = open(pipe.c_str(), O_WRONLY);
+        std::size_t done = 0;
+        while (descriptor >= 0 && done < content.size()) {
+            const ssize_t count = write(descriptor, content.data() + done, content.size() - done);
+            if (count < 0) {
+                break;
+            }
+            done += static_cast<std::size_t>(count);
+        }
+        _exit(0);
+    }
+    return process;
+}
+
+void stopProcess(int process) {
+    if (process > 0) {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+}
+
+}  // namespace quillmark::golden

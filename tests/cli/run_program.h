@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include "cli/command_file.h"
+
+namespace quillmark::golden {
+
+/// How and with what output a program ended.
+struct RunResult {
+    /// The exit status in decimal, or "signal 11", or "timeout".
+    std::string exit;
+    std::string out;
+    std::string err;
+};
+
+/// Runs a program in a directory with an empty standard input and waits for its end, but not beyond
+/// the time limit. `scratch` is a directory for the two output files.
+RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
+                     const std::filesystem::path& workDir, const std::filesystem::path& scratch,
+                     std::chrono::steady_clock::time_point limit);
+
+/// Starts a process that writes a content into a named pipe as soon as somebody reads from it.
+/// Returns its id for stopProcess.
+int feedPipe(const std::filesystem::path& pipe, const std::string& content);
+
+/// Ends a process that feedPipe started and waits for it.
+void stopProcess(int process);
+
+}  // namespace quillmark::golden
