@@ -1,0 +1,155 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmark {
+
+class CfgDocument;
+class OutputSink;
+
+/// One element of the include document: comments, key=value lines, child elements and raw text
+/// lines, in this order.
+///
+/// The text form looks like XML but is none: no attributes, no declaration and no escaping. With
+/// indentation an element reads
+///
+///     #a comment
+///     <name>
+///         key=value
+///         <child>
+///         </child>
+///     a text, never indented
+///     </name>
+///
+/// A document of a large control unit holds millions of elements with some ten values each, so an
+/// element is a small record in its document's arena, its values are kept as the finished lines,
+/// packed one behind the other, and only what few elements have (comments, texts) is allocated
+/// separately.
+///
+/// Lifetime: elements belong to their CfgDocument and live until it is cleared or destroyed,
+/// attached or not. Element names are not copied; they must outlive the document, which is no
+/// burden for the string literals that they are. Everything else is copied or moved in.
+class CfgElement {
+  public:
+    CfgElement(const CfgElement&) = delete;
+    CfgElement& operator=(const CfgElement&) = delete;
+
+    // Values are appended in the order of the calls; a key may come again.
+
+    /// Adds the text as it stands, whatever bytes it holds.
+    void addValue(std::string_view key, std::string_view text);
+
+    /// As addValue with the concatenation of the parts, which spares the caller a temporary.
+    void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts);
+
+    /// Adds the text between two single quotes. Quotes inside are left alone.
+    void addQuotedValue(std::string_view key, std::string_view text);
+
+    /// Adds the integer in decimal.
+    void addIntValue(std::string_view key, std::int64_t value);
+
+    /// Adds the value as "0x" and lower-case digits without leading zeros.
+    void addHexValue(std::string_view key, std::uint32_t value);
+
+    /// Adds the value in general notation with six significant digits, like the %g of printf in
+    /// the C locale ("0.1", "1.23457e+06", "inf", "nan"), but a negative zero as "0".
+    void addRealValue(std::string_view key, double value);
+
+    /// Appends a new, empty child.
+    CfgElement& addChild(std::string_view name);
+
+    /// Appends an element that has no parent yet (CfgDocument::createElement) and is no ancestor of
+    /// this one. Both must be of the same document.
+    void attachChild(CfgElement& element);
+
+    /// Adds a comment line, without the "#" that starts it in the file.
+    void addComment(std::string text);
+
+    /// Adds a raw text; move large ones in.
+    void addText(std::string text);
+
+    [[nodiscard]] std::string_view name() const { return {name_, nameLength_}; }
+    [[nodiscard]] std::size_t childCount() const { return childCount_; }
+
+    /// Writes the element with everything in it. `depth` is the level of indentation of its tags
+    /// (four blanks each, none at all unless `indent`), `lineBreak` ends each line. Nesting costs
+    /// heap, not stack.
+    void write(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+
+    /// Writes what stands before the children: comments, start tag, values. With writeTail it
+    /// frames children that are written one by one instead of being kept.
+    void writeHead(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+
+    /// Writes what stands after the children: texts and end tag.
+    void writeTail(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+
+  private:
+    friend class CfgDocument;
+    struct ValueRun;
+    struct Extras;
+
+    CfgElement(CfgDocument& document, std::string_view name);
+
+    char* startLine(std::string_view key, std::size_t textLength);
+    char* appendBytes(std::size_t size);
+    Extras& extras();
+
+    CfgDocument* document_;
+    const char* name_;
+    CfgElement* firstChild_ = nullptr;
+    CfgElement* lastChild_ = nullptr;
+    CfgElement* nextSibling_ = nullptr;
+    Extras* extras_ = nullptr;
+    std::uint32_t nameLength_;
+    std::uint32_t childCount_ = 0;
+    // Length of the values that follow this record in the arena.
+    std::uint32_t valueBytes_ = 0;
+    bool attached_ = false;
+};
+
+/// Owner of the elements of one include document, or of one part of it that is written and dropped
+/// on its own.
+class CfgDocument {
+  public:
+    CfgDocument();
+    CfgDocument(const CfgDocument&) = delete;
+    CfgDocument& operator=(const CfgDocument&) = delete;
+    ~CfgDocument();
+
+    /// Makes an element without a parent: the root, or one to be attached later. The name must
+    /// outlive the document.
+    CfgElement& createElement(std::string_view name);
+
+    /// Drops all elements and keeps some memory for the next ones.
+    void clear();
+
+    /// Bytes that the arena has taken from the heap.
+    [[nodiscard]] std::size_t reservedBytes() const { return reservedBytes_; }
+
+  private:
+    friend class CfgElement;
+
+    struct Chunk {
+        std::unique_ptr<char[]> bytes;
+        std::size_t size;
+    };
+
+    char* allocate(std::size_t size, std::size_t wishedRoom);
+    bool extend(const char* end, std::size_t size);
+    void addChunk(std::size_t size);
+
+    std::vector<Chunk> chunks_;
+    std::vector<Chunk> largeChunks_;
+    std::vector<std::unique_ptr<CfgElement::Extras>> extras_;
+    char* cursor_ = nullptr;
+    std::size_t room_ = 0;
+    std::size_t reservedBytes_ = 0;
+};
+
+}  // namespace quillmark

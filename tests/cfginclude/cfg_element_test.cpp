@@ -1,0 +1,316 @@
+#include "cfginclude/cfg_element.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/output_sink.h"
+
+namespace quillmark {
+namespace {
+
+enum class Indent { kOff, kOn };
+
+std::string textOf(const CfgElement& element, Indent indent = Indent::kOff,
+                   std::string_view lineBreak = "\n", int depth = 0) {
+    std::string text;
+    StringSink sink(text);
+    element.write(sink, indent == Indent::kOn, depth, lineBreak);
+    sink.finish();
+    return text;
+}
+
+std::string realText(double value) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("r");
+    element.addRealValue("v", value);
+    const std::string text = textOf(element);
+    return text.substr(6, text.size() - 6 - 6);
+}
+
+TEST(CfgElementWriter, WritesAnEmptyElementAsTwoTags) {
+    CfgDocument document;
+    EXPECT_EQ(textOf(document.createElement("settings"), Indent::kOff, "\r\n"),
+              "<settings>\r\n</settings>\r\n");
+}
+
+TEST(CfgElementWriter, WritesCommentsTagValuesChildrenTextsTag) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    root.addText("text 1");
+    root.addChild("first").addValue("k", "v");
+    root.addValue("a", "1");
+    root.addComment("comment 1");
+    root.addChild("second");
+    root.addValue("a", "2");
+    root.addComment(" comment 2");
+    root.addText("");
+    EXPECT_EQ(textOf(root),
+              "#comment 1\n"
+              "# comment 2\n"
+              "<root>\n"
+              "a=1\n"
+              "a=2\n"
+              "<first>\n"
+              "k=v\n"
+              "</first>\n"
+              "<second>\n"
+              "</second>\n"
+              "text 1\n"
+              "\n"
+              "</root>\n");
+}
+
+TEST(CfgElementWriter, IndentsEverythingButTexts) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("sigtrak_include");
+    root.addComment("head");
+    root.addValue("cfg_generated_on", "0");
+    CfgElement& engines = root.addChild("settings").addChild("signalengines");
+    engines.addComment("inner");
+    engines.addValue("k", "v");
+    engines.addText("raw\nraw");
+    EXPECT_EQ(textOf(root, Indent::kOn),
+              "#head\n"
+              "<sigtrak_include>\n"
+              "    cfg_generated_on=0\n"
+              "    <settings>\n"
+              "        #inner\n"
+              "        <signalengines>\n"
+              "            k=v\n"
+              "raw\nraw\n"
+              "        </signalengines>\n"
+              "    </settings>\n"
+              "</sigtrak_include>\n");
+    EXPECT_EQ(textOf(root),
+              "#head\n<sigtrak_include>\ncfg_generated_on=0\n<settings>\n#inner\n"
+              "<signalengines>\nk=v\nraw\nraw\n</signalengines>\n</settings>\n"
+              "</sigtrak_include>\n");
+}
+
+TEST(CfgElementWriter, StartsAtTheDepthItIsTold) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    element.addValue("k", "v");
+    EXPECT_EQ(textOf(element, Indent::kOn, "|", 10), std::string(40, ' ') + "<e>|" +
+                                                         std::string(44, ' ') + "k=v|" +
+                                                         std::string(40, ' ') + "</e>|");
+    EXPECT_EQ(textOf(element, Indent::kOff, "|", 10), "<e>|k=v|</e>|");
+}
+
+TEST(CfgElementWriter, EscapesNothing) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    const std::string odd = "a=b<c>'\"&\r\n#\x01\xff end";
+    element.addValue("k", odd);
+    element.addQuotedValue("q", "O'Neill");
+    element.addQuotedValue("empty", "");
+    element.addValue("", "");
+    EXPECT_EQ(textOf(element), "<e>\nk=" + odd + "\nq='O'Neill'\nempty=''\n=\n</e>\n");
+}
+
+TEST(CfgElementWriter, WritesOnlyTheElementItIsAskedFor) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    CfgElement& first = root.addChild("first");
+    root.addChild("second");
+    EXPECT_EQ(textOf(first), "<first>\n</first>\n");
+}
+
+TEST(CfgElementWriter, HeadAndTailFrameWhatIsWrittenBetween) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    root.addComment("c");
+    root.addValue("k", "v");
+    root.addText("t");
+    root.addChild("not asked for");
+    std::string text;
+    StringSink sink(text);
+    root.writeHead(sink, true, 1, "\n");
+    sink.write("between\n");
+    root.writeTail(sink, true, 1, "\n");
+    sink.finish();
+    EXPECT_EQ(text, "    #c\n    <root>\n        k=v\nbetween\nt\n    </root>\n");
+}
+
+TEST(CfgElementWriter, NestsDeeplyWithoutStack) {
+    constexpr int kLevels = 300000;
+    CfgDocument document;
+    CfgElement& root = document.createElement("e");
+    CfgElement* innermost = &root;
+    for (int i = 1; i < kLevels; ++i) {
+        innermost = &innermost->addChild("e");
+    }
+    const std::string text = textOf(root);
+    EXPECT_EQ(text.size(), std::size_t{kLevels} * 9);
+    EXPECT_EQ(text.substr(text.size() - 10), "</e>\n</e>\n");
+}
+
+TEST(CfgElementValues, JoinsParts) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    element.addJoinedValue("name", {"prefix.", "signal", "", "[0]"});
+    element.addJoinedValue("none", {});
+    EXPECT_EQ(textOf(element), "<e>\nname=prefix.signal[0]\nnone=\n</e>\n");
+}
+
+TEST(CfgElementValues, WritesIntegersInDecimal) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    for (const std::int64_t value :
+         {std::int64_t{0}, std::int64_t{-2147483648}, std::numeric_limits<std::int64_t>::max(),
+          std::numeric_limits<std::int64_t>::min()}) {
+        element.addIntValue("v", value);
+    }
+    EXPECT_EQ(textOf(element),
+              "<e>\nv=0\nv=-2147483648\nv=9223372036854775807\nv=-9223372036854775808\n</e>\n");
+}
+
+TEST(CfgElementValues, WritesHexadecimalInLowerCaseWithoutLeadingZeros) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    for (const std::uint32_t value : {0U, 0x1000U, 0xABCDEFU, 0xFFFFFFFFU}) {
+        element.addHexValue("mta", value);
+    }
+    EXPECT_EQ(textOf(element), "<e>\nmta=0x0\nmta=0x1000\nmta=0xabcdef\nmta=0xffffffff\n</e>\n");
+}
+
+TEST(CfgElementValues, WritesRealsWithSixSignificantDigits) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const std::vector<std::pair<double, std::string>> rows = {
+        {0.0, "0"},
+        {-0.0, "0"},
+        {1.0, "1"},
+        {-7.0, "-7"},
+        {0.1, "0.1"},
+        {-0.5, "-0.5"},
+        {1.0 / 3.0, "0.333333"},
+        {123456.0, "123456"},
+        {999999.0, "999999"},
+        {999999.5, "1e+06"},
+        {-999999.0, "-999999"},
+        {1e6, "1e+06"},
+        {1234567.0, "1.23457e+06"},
+        {-1234567.0, "-1.23457e+06"},
+        {0.0001, "0.0001"},
+        {0.00001, "1e-05"},
+        {1e100, "1e+100"},
+        {4.9e-324, "4.94066e-324"},
+        {kInfinity, "inf"},
+        {-kInfinity, "-inf"},
+        {kNan, "nan"},
+        {-kNan, "-nan"},
+    };
+    for (const auto& [value, expected] : rows) {
+        EXPECT_EQ(realText(value), expected);
+    }
+}
+
+TEST(CfgElementValues, WritesRealsAsPrintfDoes) {
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> exponents(-30.0, 30.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double value = std::pow(10.0, exponents(random)) * (i % 2 == 0 ? 1.0 : -1.0);
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%g", value);
+        ASSERT_EQ(realText(value), expected);
+    }
+}
+
+TEST(CfgElementTree, CountsAndAttachesChildren) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    CfgElement& free = document.createElement("free");
+    EXPECT_EQ(root.childCount(), 0U);
+    free.addChild("inner");
+    root.addChild("first");
+    root.attachChild(free);
+    free.addValue("late", "1");
+    EXPECT_EQ(root.childCount(), 2U);
+    EXPECT_EQ(root.name(), "root");
+    EXPECT_EQ(textOf(root),
+              "<root>\n<first>\n</first>\n<free>\nlate=1\n<inner>\n</inner>\n</free>\n</root>\n");
+}
+
+// Values that are added in turn can't stay together; each element must keep its own in order.
+TEST(CfgElementTree, KeepsTheOrderOfValuesAddedInTurn) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    CfgElement& left = root.addChild("left");
+    CfgElement& right = root.addChild("right");
+    std::string expectedLeft = "<left>\n";
+    std::string expectedRight = "<right>\n";
+    std::mt19937 random(2);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string value(random() % (i % 100 == 0 ? 40000 : 300), 'x');
+        const bool toLeft = random() % 3 == 0;
+        (toLeft ? left : right).addValue("k", value);
+        (toLeft ? expectedLeft : expectedRight) += "k=" + value + "\n";
+    }
+    EXPECT_TRUE(textOf(root) ==
+                "<root>\n" + expectedLeft + "</left>\n" + expectedRight + "</right>\n</root>\n");
+}
+
+TEST(CfgElementTree, TakesValuesOfAnyLength) {
+    CfgDocument document;
+    CfgElement& element = document.createElement("e");
+    std::string expected = "<e>\n";
+    for (const int length :
+         {0, 124, 125, 126, 127, 128, 16380, 16381, 16382, 262000, 262144, 1048576, 5000000, 3}) {
+        const std::string value(static_cast<std::size_t>(length), 'x');
+        element.addValue("k", value);
+        expected += "k=" + value + "\n";
+    }
+    EXPECT_TRUE(textOf(element) == expected + "</e>\n");
+}
+
+TEST(CfgElementTree, KeepsManyElementsLean) {
+    constexpr std::size_t kSignals = 100000;
+    CfgDocument document;
+    CfgElement& root = document.createElement("signals");
+    for (std::size_t i = 0; i < kSignals; ++i) {
+        CfgElement& signal = root.addChild("signal");
+        signal.addJoinedValue("name", {"a.b.c.", "signal"});
+        signal.addHexValue("mta", static_cast<std::uint32_t>(i));
+        signal.addIntValue("num_bytes", 4);
+    }
+    EXPECT_EQ(root.childCount(), kSignals);
+    EXPECT_LT(document.reservedBytes() / kSignals, 128U);
+    const std::string text = textOf(root);
+    EXPECT_EQ(text.substr(0, 40), "<signals>\n<signal>\nname=a.b.c.signal\nmta");
+    const std::string end = "mta=0x1869f\nnum_bytes=4\n</signal>\n</signals>\n";
+    EXPECT_EQ(text.substr(text.size() - end.size()), end);
+}
+
+TEST(CfgDocument, CanBeUsedAgainAfterClear) {
+    CfgDocument document;
+    for (int round = 0; round < 3; ++round) {
+        CfgElement& root = document.createElement("root");
+        for (int i = 0; i < 10000; ++i) {
+            root.addChild("child").addIntValue("i", i);
+        }
+        root.addComment("c");
+        root.addValue("large", std::string(2000000, 'x'));
+        EXPECT_GT(document.reservedBytes(), 2000000U);
+        document.clear();
+        EXPECT_LE(document.reservedBytes(), 1048576U);
+    }
+    CfgElement& root = document.createElement("root");
+    EXPECT_EQ(textOf(root), "<root>\n</root>\n");
+    CfgDocument untouched;
+    untouched.clear();
+    EXPECT_EQ(untouched.reservedBytes(), 0U);
+}
+
+}  // namespace
+}  // namespace quillmark
