@@ -1,0 +1,60 @@
+# Shared by the scripts beside this file; to be sourced by bash.
+
+project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$project_root"
+
+build_packages=(g++ cmake ninja-build qt6-base-dev zlib1g-dev libarchive-dev)
+test_packages=(libgtest-dev libgmock-dev)
+lint_packages=(clang-format clang-tidy)
+
+# need_packages NAME...: makes sure that these Debian packages are there. Installs what is missing
+# if this user may, else says what to install and ends the script.
+need_packages() {
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This is no Debian system; needed are the equivalents of: $*" >&2
+        return
+    fi
+    local missing=() package
+    for package in "$@"; do
+        if [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) != installed ]]; then
+            missing+=("$package")
+        fi
+    done
+    if ((${#missing[@]} == 0)); then
+        return
+    fi
+    local as_root=()
+    if ((EUID != 0)); then
+        as_root=(sudo -n)
+        if ! sudo -n true 2>/dev/null; then
+            echo "Please install the missing packages first:" >&2
+            echo "    sudo apt-get install ${missing[*]}" >&2
+            exit 1
+        fi
+    fi
+    echo "Installing ${missing[*]}"
+    local install=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive
+        apt-get install --yes --quiet --no-install-recommends "${missing[@]}")
+    # Package lists may be absent (fresh container) or out of date: fetch them only then.
+    if ! "${install[@]}" >/dev/null 2>&1; then
+        "${as_root[@]}" apt-get update --quiet >/dev/null
+        "${install[@]}" >/dev/null
+    fi
+}
+
+# build PRESET [TARGET...]: configures and builds.
+build() {
+    local preset=$1
+    shift
+    cmake --preset "$preset"
+    if (($# > 0)); then
+        cmake --build --preset "$preset" --target "$@"
+    else
+        cmake --build --preset "$preset"
+    fi
+}
+
+# own_sources: prints the C++ files of the project, each ended by a NUL.
+own_sources() {
+    find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
+}
