@@ -112,7 +112,8 @@ bool readWholeFile(const std::string& name, std::string& bytes) {
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
 
     // One byte more than announced, so that the first read already meets the end of the file.
-    std::size_t room = std::max(announcedSize(name) + 1, kSmallestStep);
+    const std::size_t announced = std::min(announcedSize(name), bytes.max_size() - 1);
+    std::size_t room = std::max(announced + 1, kSmallestStep);
     std::size_t used = 0;
     bool atEnd = false;
     while (!atEnd) {

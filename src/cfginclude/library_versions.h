@@ -1,0 +1,96 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmark {
+
+class Console;
+
+// Which include document the logger library of a chosen version understands.
+//
+// Texts that name versions:
+//   version     "2017.06.1": up to three numbers. A number is the leading digits of its part, so
+//               "2017.6rc1" is 2017.6.0; one that does not fit counts as the largest.
+//   selection   "sigTrak=2017.06.1;other=1": names with one version each. Blanks and tabs around
+//               both are removed; entries without exactly one "=" are ignored; of several entries
+//               of one name the first counts.
+//   range spec  "sigTrak+2017.10.23-2017.10.99+2018.10.10-": names with sub-ranges, each from a
+//               first version up to, but not including, a last one, or without end.
+
+/// The library whose versions the include document depends on.
+inline constexpr std::string_view kLibraryName = "sigTrak";
+
+/// What the version file says about a version range given by the user.
+struct VersionRestriction {
+    std::string check;  ///< range spec
+    bool hasWarning = false;
+    std::string warning;
+};
+
+/// Content of the version file, all texts in UTF-8.
+struct VersionInfo {
+    std::string topVersion;  ///< the latest version; empty if the file names none
+    std::vector<std::string> versions;
+    std::vector<VersionRestriction> restrictions;
+};
+
+/// What the chosen library version understands.
+struct LibraryFeatures {
+    bool writeJsonSource = false;
+    bool writeValueTables = false;
+    bool writeShiftAttributes = false;
+    bool includeAsciiCharacteristics = false;
+
+    bool operator==(const LibraryFeatures&) const = default;
+};
+
+/// Which parts of two versions are compared.
+enum class RangeMode {
+    kStrict,   ///< all three numbers
+    kLenient,  ///< all three with the first bound of the spec, two with the others
+};
+
+/// Where a version lies; the numbers are those of the rules' own tables.
+enum class RangeResult {
+    kInside = 0,
+    kBelow = 1,    ///< below the first bound
+    kBetween = 2,  ///< in a gap between two sub-ranges
+    kAbove = 3,    ///< at or above the last bound
+    kUnknown = 4,  ///< the selection or the spec does not name the library
+};
+
+enum class SelectionStatus {
+    kOk,
+    kNoVersionFile,  ///< missing or malformed; reported on standard output
+    kRefused,        ///< reported on standard error
+};
+
+struct LibrarySelection {
+    SelectionStatus status = SelectionStatus::kOk;
+    LibraryFeatures features;
+    std::string compatibleVersions;  ///< range spec that the document declares
+};
+
+/// Name of the version file, which is looked for in the current directory.
+inline constexpr std::string_view kVersionFileName = "sigtrakVersions.xml";
+
+/// Reads a version file. Returns false when it cannot be opened or is not well-formed XML to its
+/// end; `info` is of no use then. Elements that are missing leave their part of `info` empty.
+[[nodiscard]] bool readVersionFile(const std::string& name, VersionInfo& info);
+
+/// Finds where the library version of a selection lies in a range spec.
+[[nodiscard]] RangeResult checkRange(std::string_view selection, std::string_view spec,
+                                     RangeMode mode);
+
+/// Decides what the library that the user has selected with `libraryText` (empty: none)
+/// understands, and reports what it reads and why it refuses.
+[[nodiscard]] LibrarySelection selectLibrary(std::string_view libraryText, const VersionInfo& info,
+                                             Console& console);
+
+/// Reads the version file first.
+[[nodiscard]] LibrarySelection selectLibrary(std::string_view libraryText,
+                                             const std::string& versionFile, Console& console);
+
+}  // namespace quillmark
