@@ -183,8 +183,6 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
                std::vector<std::string>& problems) {
     Record record;
     const FileTree before = readTree(playground.work);
-    playground.setVariable("TMPDIR", playground.temp);
-
     RunContext context{std::time(nullptr), 0, userName(), playground.work, playground.temp};
     const auto limit = std::chrono::steady_clock::now() + kCaseTimeLimit;
     bool failed = false;
@@ -324,6 +322,7 @@ bool checkCase(const fs::path& program, const fs::path& caseDir, bool update) {
     Record actual;
     {
         Playground playground;
+        playground.setVariable("TMPDIR", playground.temp);
         if (!setUp(caseDir, playground)) {
             return false;
         }
