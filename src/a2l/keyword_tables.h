@@ -10,7 +10,8 @@ namespace quillmark {
 
 /// The ids of the keywords, one namespace per table, as in `kw::core::MEASUREMENT`. The constants
 /// are spelled like the keywords themselves; BEGIN, END and INCLUDE stand for the words with a
-/// slash. BEGIN and END have the same values in every table that has them.
+/// slash. BEGIN and END have the same values in every table that has them. BYTE_ORDER_, BIG_ENDIAN_
+/// and LITTLE_ENDIAN_ end in an underscore, since the C library has macros of those names.
 namespace kw {
 
 #define QM_KEYWORD(constant, text, id) inline constexpr int constant = id;
