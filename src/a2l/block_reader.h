@@ -1,0 +1,213 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "a2l/keyword_tables.h"
+#include "a2l/lexer.h"
+#include "a2l/ph_reader.h"
+
+namespace quillmark {
+
+/// What every block parser works with: tokens, their expectations, diagnostics, and the ways of
+/// skipping. The rhythm of all blocks is the same. A parser is called after `/begin KEYWORD`, reads
+/// the fixed parameters, then optional keywords and blocks up to `/end`, and returns the kind of
+/// the first token after its `/end KEYWORD`.
+///
+/// The first error ends the parse: after it every further token is TOK_ERROR and no further message
+/// is made. Parsers may therefore go straight on after a failed expectation, as long as none of
+/// their loops waits for anything but tokens; a parser that failed returns TOK_ERROR by itself.
+class BlockReader : public PhReader, private A2lLexer {
+  public:
+    using PhReader::PhReader;
+
+    // --- Tokens ----------------------------------------------------------------------------------
+
+    /// Reads the next token and returns its kind; TOK_ERROR for ever once the parse has failed.
+    int next() { return read(false); }
+
+    /// The same in word mode, where an unquoted format or unit is one token.
+    int nextWord() { return read(true); }
+
+    /// The token read last. Its text is gone with the next one.
+    const Token& token() const { return token_; }
+
+    /// Whether the parse has failed; loops that count instead of waiting for a token ask this.
+    bool failed() const { return failed_; }
+
+    /// Reads `count` tokens of any kind, drops them, and returns the kind of the one after them.
+    int drop(int count);
+
+    /// The table in which words are looked up, and after which messages name tokens.
+    void useKeywords(const KeywordTable& table) { setKeywordTable(table); }
+
+    /// Name of a token kind in the current table: the keyword, or "token=" and the number.
+    using A2lLexer::keywordName;
+
+    // --- Expectations: read one token, report what is wrong with it
+    // ---------------------------------
+
+    /// A name, else the error "Identifier expected".
+    PhString readIdentifier();
+
+    /// A quoted text, else the error "String expected". A core block may write the empty text as
+    /// NULL.
+    PhString readString();
+
+    /// The kind of a text that may be written as NULL: the bare identifier becomes an empty text.
+    int nullAsEmptyString(int kind);
+
+    /// A number in the kind in which it is written; for any other token the warning "Unexpected
+    /// token
+    /// '%s' found" and a missing number.
+    PhNumber readNumberValue();
+
+    /// The value of an integer token, 0 for any other token, which is dropped without a message.
+    std::int32_t readInteger();
+
+    /// Two integers; a negative first one counts as 0.
+    void readIntPair(std::int32_t& first, std::int32_t& second);
+
+    /// Takes an integer token into `value`; for any other kind of token the warning "Unexpected
+    /// token
+    /// '%s' found", and `value` stays as it was. Returns whether it was one.
+    bool readIntegerOrWarn(std::int32_t& value);
+
+    /// After `/end`: expects the block's own keyword and returns the kind of the token after it;
+    /// for another token the error "Keyword '%s' expected after /end" with the keyword's name.
+    int closeBlock(int keyword) { return closeBlock(keyword, keywordName(keyword)); }
+
+    /// The same where the message gives the block another name than the current table.
+    int closeBlock(int keyword, std::string_view name);
+
+    /// Names up to `/end`, each handed to `take(text)`, and the end of the block; anything else
+    /// among them is an unexpected token.
+    template <typename Take>
+    int readNameBlock(int keyword, Take take) {
+        int kind = next();
+        for (; kind == TOK_IDENT; kind = next()) {
+            take(token_.text);
+        }
+        return kind == kw::core::END ? closeBlock(keyword) : unexpectedToken(kind);
+    }
+
+    /// Names without a block: identifiers up to the first other token, whose kind is returned.
+    template <typename Take>
+    int readNames(Take take) {
+        int kind = next();
+        for (; kind == TOK_IDENT; kind = next()) {
+            take(token_.text);
+        }
+        return kind;
+    }
+
+    // --- Diagnostics -----------------------------------------------------------------------------
+
+    /// An error with the lexer's current line. It neither counts nor ends anything by itself.
+    void error(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
+
+    /// A warning with the lexer's current line.
+    void warning(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
+
+    /// An error that ends the parse. Returns TOK_ERROR.
+    int fail(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
+
+    /// The error "Unexpected token '%s' found". Returns TOK_ERROR.
+    int unexpectedToken(int kind);
+
+    /// The warning of the same text.
+    void unexpectedTokenWarning(int kind);
+
+    // --- Skipping
+    // ----------------------------------------------------------------------------------
+
+    /// Skips a block whose `/begin keyword` has been read, nested blocks included.
+    int skipBlock(int keyword);
+
+  protected:
+    /// Reading starts at line 1 of `input`, which outlives the reading.
+    void start(InputFile& input);
+    void finish();
+
+    using A2lLexer::detectEncoding;
+    using A2lLexer::lineNumber;
+
+  private:
+    int read(bool wordMode) {
+        if (failed_) {
+            return TOK_ERROR;
+        }
+        const int kind = nextToken(token_, wordMode);
+        failed_ = kind == TOK_ERROR;
+        return kind;
+    }
+
+    void lexicalError(std::string_view message) override;
+
+    Token token_;
+    bool failed_ = false;
+};
+
+/// How an optional part of a block stands in the text.
+enum class Form : std::uint8_t {
+    Bare,   ///< KEYWORD and its parameters
+    Block,  ///< /begin KEYWORD ... /end KEYWORD
+};
+
+/// One optional part of a block: which keyword, and what happens to it. `Reader` is the class whose
+/// operations parse blocks, `Context` the thing that the surrounding block fills.
+template <typename Reader, typename Context>
+struct OptionalRule {
+    /// Parses the part and returns the kind of the token after it.
+    using Parse = int (Reader::*)(Context&);
+
+    Form form;
+    int keyword;
+    Parse parse = nullptr;
+    int dropped = 0;  ///< without `parse`: how many parameters of a bare keyword are dropped;
+                      ///< a block without `parse` is skipped whole
+};
+
+/// Reads optional parts, the first of whose tokens is `kind`, up to `/end`. Returns the kind of
+/// that token, or TOK_ERROR after something that no rule names.
+template <typename Reader, typename Context, std::size_t Count>
+int readOptionals(Reader& reader, const OptionalRule<Reader, Context> (&rules)[Count],
+                  Context& context, int kind) {
+    using Rule = OptionalRule<Reader, Context>;
+    constexpr auto kFind = [](const Rule(&all)[Count], Form form, int keyword) -> const Rule* {
+        for (const Rule& rule : all) {
+            if (rule.keyword == keyword && rule.form == form) {
+                return &rule;
+            }
+        }
+        return nullptr;
+    };
+    const bool hasBlocks = [&] {
+        for (const Rule& rule : rules) {
+            if (rule.form == Form::Block) {
+                return true;
+            }
+        }
+        return false;
+    }();
+    while (kind != kw::core::END) {
+        Form form = Form::Bare;
+        if (kind == kw::core::BEGIN && hasBlocks) {
+            form = Form::Block;
+            kind = reader.next();
+        }
+        const Rule* rule = kFind(rules, form, kind);
+        if (rule == nullptr) {
+            return reader.unexpectedToken(kind);
+        }
+        if (rule->parse != nullptr) {
+            kind = (reader.*rule->parse)(context);
+        } else {
+            kind = form == Form::Block ? reader.skipBlock(kind) : reader.drop(rule->dropped);
+        }
+    }
+    return kind;
+}
+
+}  // namespace quillmark
