@@ -23,6 +23,7 @@ struct CfgElement::ValueRun {
 struct CfgElement::Extras {
     std::vector<std::string> comments;
     std::vector<std::string> texts;
+    std::unique_ptr<const CfgSection> section;
     ValueRun* firstRun = nullptr;
     ValueRun* lastRun = nullptr;
 };
@@ -224,6 +225,11 @@ char* CfgElement::appendBytes(std::size_t size) {
     return added->begin();
 }
 
+void CfgElement::setSection(std::unique_ptr<const CfgSection> section) {
+    extras().section = std::move(section);
+}
+
+// Comments, start tag, values: what stands before the children.
 void CfgElement::writeHead(OutputSink& sink, bool indent, int depth,
                            std::string_view lineBreak) const {
     if (extras_ != nullptr) {
@@ -249,9 +255,15 @@ void CfgElement::writeHead(OutputSink& sink, bool indent, int depth,
     }
 }
 
+// The section's children, texts, end tag: what stands behind the children that were added.
 void CfgElement::writeTail(OutputSink& sink, bool indent, int depth,
                            std::string_view lineBreak) const {
     if (extras_ != nullptr) {
+        if (extras_->section != nullptr) {
+            CfgChildren children(sink, indent, depth + 1, lineBreak);
+            extras_->section->writeChildren(children);
+            children.finish();
+        }
         for (const std::string& text : extras_->texts) {
             sink.write(text);
             sink.write(lineBreak);
@@ -280,6 +292,30 @@ void CfgElement::write(OutputSink& sink, bool indent, int depth, std::string_vie
             // What stands beside the element we began with is not ours.
             next = open.empty() ? nullptr : closed->nextSibling_;
         }
+    }
+}
+
+CfgChildren::CfgChildren(OutputSink& sink, bool indent, int depth, std::string_view lineBreak)
+    : sink_(sink),
+      indent_(indent),
+      depth_(depth),
+      lineBreak_(lineBreak),
+      scratch_(std::make_unique<CfgDocument>()) {}
+
+CfgChildren::~CfgChildren() = default;
+
+CfgElement& CfgChildren::add(std::string_view name) {
+    finish();
+    CfgElement& child = scratch_->createElement(name);
+    current_ = &child;
+    return child;
+}
+
+void CfgChildren::finish() {
+    if (current_ != nullptr) {
+        current_->write(sink_, indent_, depth_, lineBreak_);
+        current_ = nullptr;
+        scratch_->clear();
     }
 }
 

@@ -11,6 +11,7 @@
 namespace quillmark {
 
 class CfgDocument;
+class CfgSection;
 class OutputSink;
 
 /// One element of the include document: comments, key=value lines, child elements and raw text
@@ -74,6 +75,9 @@ class CfgElement {
     /// Adds a raw text; move large ones in.
     void addText(std::string text);
 
+    /// Gives the element children that are made while it is written, behind those that were added.
+    void setSection(std::unique_ptr<const CfgSection> section);
+
     [[nodiscard]] std::string_view name() const { return {name_, nameLength_}; }
     [[nodiscard]] std::size_t childCount() const { return childCount_; }
 
@@ -82,19 +86,15 @@ class CfgElement {
     /// heap, not stack.
     void write(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
 
-    /// Writes what stands before the children: comments, start tag, values. With writeTail it
-    /// frames children that are written one by one instead of being kept.
-    void writeHead(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
-
-    /// Writes what stands after the children: texts and end tag.
-    void writeTail(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
-
   private:
     friend class CfgDocument;
     struct ValueRun;
     struct Extras;
 
     CfgElement(CfgDocument& document, std::string_view name);
+
+    void writeHead(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+    void writeTail(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
 
     char* startLine(std::string_view key, std::size_t textLength);
     char* appendBytes(std::size_t size);
@@ -111,6 +111,44 @@ class CfgElement {
     // Length of the values that follow this record in the arena.
     std::uint32_t valueBytes_ = 0;
     bool attached_ = false;
+};
+
+/// Takes the children of a section while they are made, and writes each one when the next one
+/// comes: only one is ever held.
+class CfgChildren {
+  public:
+    /// Children are written at level `depth`; the views and the sink outlive this object.
+    CfgChildren(OutputSink& sink, bool indent, int depth, std::string_view lineBreak);
+    CfgChildren(const CfgChildren&) = delete;
+    CfgChildren& operator=(const CfgChildren&) = delete;
+    ~CfgChildren();
+
+    /// Appends a new, empty child. It lives until the next one is added.
+    CfgElement& add(std::string_view name);
+
+    /// Writes the last child; to be called once, after everything was added.
+    void finish();
+
+  private:
+    OutputSink& sink_;
+    bool indent_;
+    int depth_;
+    std::string_view lineBreak_;
+    std::unique_ptr<CfgDocument> scratch_;
+    const CfgElement* current_ = nullptr;
+};
+
+/// The source of children that are too many to be kept: a large control unit has millions of
+/// signals, and one array in a description can ask for more elements than any memory holds.
+class CfgSection {
+  public:
+    CfgSection() = default;
+    CfgSection(const CfgSection&) = delete;
+    CfgSection& operator=(const CfgSection&) = delete;
+    virtual ~CfgSection() = default;
+
+    /// Makes the children one by one. Called whenever the section's element is written.
+    virtual void writeChildren(CfgChildren& children) const = 0;
 };
 
 /// Owner of the elements of one include document, or of one part of it that is written and dropped

@@ -126,20 +126,40 @@ TEST(CfgElementWriter, WritesOnlyTheElementItIsAskedFor) {
     EXPECT_EQ(textOf(first), "<first>\n</first>\n");
 }
 
-TEST(CfgElementWriter, HeadAndTailFrameWhatIsWrittenBetween) {
+class CountingSection final : public CfgSection {
+  public:
+    void writeChildren(CfgChildren& children) const override {
+        children.add("first").addValue("n", "1");
+        CfgElement& second = children.add("second");
+        second.addValue("n", "2");
+        second.addChild("inner");
+    }
+};
+
+TEST(CfgElementWriter, SectionChildrenComeBehindThoseThatWereAdded) {
     CfgDocument document;
     CfgElement& root = document.createElement("root");
-    root.addComment("c");
+    root.setSection(std::make_unique<CountingSection>());
     root.addValue("k", "v");
     root.addText("t");
-    root.addChild("not asked for");
+    root.addChild("kept");
+    EXPECT_EQ(textOf(root),
+              "<root>\nk=v\n<kept>\n</kept>\n<first>\nn=1\n</first>\n"
+              "<second>\nn=2\n<inner>\n</inner>\n</second>\nt\n</root>\n");
+}
+
+TEST(CfgElementWriter, SectionChildrenAreIndentedLikeOthers) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    root.setSection(std::make_unique<CountingSection>());
     std::string text;
     StringSink sink(text);
-    root.writeHead(sink, true, 1, "\n");
-    sink.write("between\n");
-    root.writeTail(sink, true, 1, "\n");
+    root.write(sink, true, 1, "\n");
     sink.finish();
-    EXPECT_EQ(text, "    #c\n    <root>\n        k=v\nbetween\nt\n    </root>\n");
+    EXPECT_EQ(text,
+              "    <root>\n        <first>\n            n=1\n        </first>\n"
+              "        <second>\n            n=2\n            <inner>\n            </inner>\n"
+              "        </second>\n    </root>\n");
 }
 
 TEST(CfgElementWriter, NestsDeeplyWithoutStack) {

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+#include <unordered_set>
+
+#include "cfginclude/cfg_element.h"
+#include "cfginclude/library_versions.h"
+#include "model/signal_model.h"
+
+namespace quillmark {
+
+/// Conversions of one module that are written as identity because the logger cannot represent them
+/// (or because they are the identity). No signal refers to them. They are kept under their own
+/// names, without the prefix that all full names share.
+class IdentityFallbackNames {
+  public:
+    /// Notes every such conversion of the list, which has to outlive this object.
+    IdentityFallbackNames(const PhObjectList<PhConversion>& conversions,
+                          const LibraryFeatures& features);
+
+    bool contains(std::string_view conversionName) const { return names_.contains(conversionName); }
+
+  private:
+    std::unordered_set<std::string_view> names_;
+};
+
+/// Adds the element that tells the logger how to turn a raw value into a physical one:
+/// `scaleoffset`, `ratfunc`, `computab` or `vtab`. A table object ("TAB::") adds nothing: it is
+/// reached through the methods that name it. The full name is `namePrefix` followed directly by the
+/// conversion's name.
+void writeCompuMethod(CfgChildren& parent, const PhConversion& conversion,
+                      std::string_view namePrefix, const LibraryFeatures& features);
+
+}  // namespace quillmark

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+#include "cfginclude/cfg_element.h"
+#include "cfginclude/convert_request.h"
+#include "model/module_model.h"
+#include "platform/console.h"
+
+namespace quillmark {
+
+/// What became of the attempt to build an include document.
+enum class DocumentStatus {
+    Built,     ///< the document is whole
+    NoOutput,  ///< reported on standard output; nothing is to be written
+    Refused,   ///< the library selection was refused on standard error; the program ends at once
+};
+
+/// An include document, ready to be written. Its stations are made from the model and the request
+/// while they are written, so it must not outlive either.
+struct IncludeDocument {
+    CfgDocument elements;
+    CfgElement* root = nullptr;  ///< nullptr unless built
+};
+
+/// Builds the document of a whole description: header comments, generator data, and one station for
+/// each module that the logger can reach. Reads the version file in the current directory.
+DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
+                                    IncludeDocument& document, Console& console);
+
+/// Writes a document to the named file, emptied first. 0, or 1 when the file cannot be opened,
+/// which is reported. An error while writing or closing is not reported.
+int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool indent,
+                     Console& console);
+
+}  // namespace quillmark

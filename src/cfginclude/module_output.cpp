@@ -1,0 +1,148 @@
+#include "cfginclude/module_output.h"
+
+#include <memory>
+#include <string>
+
+#include "cfginclude/blob_codec.h"
+#include "cfginclude/compu_method_output.h"
+#include "cfginclude/include_format.h"
+#include "cfginclude/signal_output.h"
+
+namespace quillmark {
+
+namespace {
+
+/// The module's conversions.
+class CompuMethodSection final : public CfgSection {
+  public:
+    CompuMethodSection(const PhGroup& module, const ModuleOutputSettings& settings)
+        : module_(module), settings_(settings) {}
+
+    void writeChildren(CfgChildren& children) const override {
+        for (const PhConversion& conversion : module_.conversions) {
+            writeCompuMethod(children, conversion, settings_.namePrefix, settings_.features);
+        }
+    }
+
+  private:
+    const PhGroup& module_;
+    ModuleOutputSettings settings_;
+};
+
+/// The module's signals.
+class SignalSection final : public CfgSection {
+  public:
+    SignalSection(const PhGroup& module, const ModuleOutputSettings& settings)
+        : module_(module), settings_(settings) {}
+
+    void writeChildren(CfgChildren& children) const override {
+        const IdentityFallbackNames identityFallbackNames(module_.conversions, settings_.features);
+        for (const PhEntity& signal : module_.signals) {
+            if (isWrittenSignal(signal, settings_.features)) {
+                writeSignal(children, signal, settings_.namePrefix, settings_.features,
+                            identityFallbackNames);
+            }
+        }
+    }
+
+  private:
+    const PhGroup& module_;
+    ModuleOutputSettings settings_;
+};
+
+std::string defaultStationName(const PhGroup& project, const PhGroup& module, std::int32_t number) {
+    std::string name(project.name().view());
+    name += "_Module_Number_";
+    name += std::to_string(number);
+    name += "_Module_Name_";
+    name += module.name().view();
+    name += "_1";
+    return name;
+}
+
+void writeSource(CfgElement& station, const PhGroup& project, const PhGroup& module,
+                 const ModuleOutputSettings& settings) {
+    const std::string_view projectName = project.name().view();
+    const std::string_view moduleName = module.name().view();
+    if (settings.features.writeJsonSource) {
+        station.addJoinedValue(
+            "source", {R"({"filetype":"a2l","filename":")", settings.inputFile, R"(","project":")",
+                       projectName, R"(","module":")", moduleName, R"("})"});
+    } else {
+        station.addJoinedValue(
+            "source", {"file:a2l:", settings.inputFile, ":", projectName, ":", moduleName});
+    }
+}
+
+/// Makes the two sections of a station, each an empty element until it is written.
+void fillSections(CfgElement& compuMethods, CfgElement& signals, const PhGroup& module,
+                  const ModuleOutputSettings& settings) {
+    compuMethods.setSection(std::make_unique<CompuMethodSection>(module, settings));
+    signals.setSection(std::make_unique<SignalSection>(module, settings));
+}
+
+/// Writes the sections at once and keeps their compressed text only.
+void writeBlob(CfgElement& station, const PhGroup& module, const ModuleOutputSettings& settings) {
+    CfgDocument document;
+    CfgElement& compuMethods = document.createElement("compumethods");
+    CfgElement& signals = document.createElement("signals");
+    fillSections(compuMethods, signals, module, settings);
+
+    std::string text;
+    Base64Sink base64(text, kLineBreak);
+    DeflateSink deflate(base64);
+    compuMethods.write(deflate, false, 0, kLineBreak);
+    signals.write(deflate, false, 0, kLineBreak);
+    deflate.finish();
+    base64.finish();
+
+    CfgElement& blob = station.addChild("blob");
+    blob.addIntValue("size", base64.characterCount());
+    blob.addChild("blobdata").addText(std::move(text));
+}
+
+}  // namespace
+
+PhProtocolType stationProtocol(const PhGroup& module) {
+    if (module.commParams.empty()) {
+        return PhProtocolType::Undefined;
+    }
+    const PhProtocolType type = module.commParams.last().protocolType;
+    return type == PhProtocolType::Ccp || type == PhProtocolType::Xcp ? type
+                                                                      : PhProtocolType::Undefined;
+}
+
+bool writeModule(CfgElement& parent, const PhGroup& project, const PhGroup& module,
+                 std::int32_t number, const ModuleOutputSettings& settings, Console& console) {
+    const PhProperties* properties = module.properties.get();
+    const PhValue* epk = properties == nullptr ? nullptr : properties->find("mod_par/epk");
+    const PhValue* address = properties == nullptr ? nullptr : properties->find("mod_par/addr_epk");
+    if (epk == nullptr) {
+        console.printLine("ERROR: missing version");
+    }
+    CfgElement& station = parent.addChild("versioncheck_parameters");
+    if (settings.stationName.empty()) {
+        station.addValue("station", defaultStationName(project, module, number));
+    } else {
+        station.addValue("station", settings.stationName);
+    }
+    if (epk != nullptr) {
+        station.addValue("version", epk->text().view());
+    }
+    writeSource(station, project, module, settings);
+    if (address == nullptr) {
+        console.printLine("ERROR: missing epk address");
+    }
+    station.addIntValue("epk_mta", address == nullptr ? 0 : address->toInteger());
+    station.addIntValue("epk_mta_ext", 0);
+    if (settings.compress) {
+        writeBlob(station, module, settings);
+    } else {
+        CfgElement& compuMethods = station.addChild("compumethods");
+        CfgElement& signals = station.addChild("signals");
+        fillSections(compuMethods, signals, module, settings);
+    }
+    return epk != nullptr && address != nullptr;
+}
+
+}  // namespace quillmark
