@@ -3,14 +3,48 @@
 #include <cstddef>
 #include <filesystem>
 
+#include "a2l/ph_a2l.h"
+#include "a2l/resolution.h"
+#include "cfginclude/include_document.h"
+
 namespace quillmark {
 namespace {
+
+/// Reads a description into the model; false when it cannot be read, which has been reported.
+bool readDescription(const std::string& fileName, PhRoot& model, Console& console) {
+    PhA2l reader(console, fileName);
+    if (reader.parse(model) != 0) {
+        console.printLine("Error reading file.");
+        return false;
+    }
+    resolve(model);
+    return true;
+}
 
 // A backslash parts directories on Windows only; elsewhere it may stand in a file's name.
 constexpr std::string_view kDirectorySeparators =
     std::filesystem::path::preferred_separator == '/' ? "/" : "/\\";
 
 }  // namespace
+
+ConversionOutcome convertCommand(const ConvertRequest& request, Console& console) {
+    PhRoot model;
+    if (!readDescription(request.inputFile, model, console)) {
+        return ConversionOutcome::failed;
+    }
+    IncludeDocument document;
+    switch (buildIncludeDocument(request, model, document, console)) {
+        case DocumentStatus::Built:
+            break;
+        case DocumentStatus::NoOutput:
+            return ConversionOutcome::failed;
+        case DocumentStatus::Refused:
+            return ConversionOutcome::refused;
+    }
+    const int status =
+        writeIncludeFile(request.outputFile, *document.root, request.indent, console);
+    return status == 0 ? ConversionOutcome::done : ConversionOutcome::failed;
+}
 
 std::string zpkiNameFor(std::string_view outputFile) {
     const std::size_t separator = outputFile.find_last_of(kDirectorySeparators);

@@ -3,6 +3,9 @@
 #include <string>
 #include <string_view>
 
+#include "cfginclude/convert_request.h"
+#include "platform/console.h"
+
 namespace quillmark {
 
 /// What became of a run of `convert`.
@@ -15,6 +18,11 @@ enum class ConversionOutcome {
     /// footer.
     refused,
 };
+
+/// Runs `convert`: reads the description, builds the include document and writes it to the output
+/// file, or into a package when one is asked for. An existing output file is only touched once the
+/// whole document is known. Everything that is made on the way is gone when this returns.
+ConversionOutcome convertCommand(const ConvertRequest& request, Console& console);
 
 /// The name of the package that belongs to an output file: the suffix of its file part (the text
 /// behind the last dot) gives way to "zpki". Empty if the file part has no suffix. Directories keep
