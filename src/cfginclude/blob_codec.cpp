@@ -1,6 +1,7 @@
 #include "cfginclude/blob_codec.h"
 
 #include <algorithm>
+#include <functional>
 
 #include <zlib.h>
 
@@ -60,6 +61,14 @@ char* decodeGroup(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32
     *out++ = static_cast<char>(bits >> 8U);
     *out++ = static_cast<char>(bits);
     return out;
+}
+
+// Offset of the first occurrence of a tag; the size of the document if there is none. Documents are
+// full of "<", which would stop string_view::find again and again.
+std::size_t findTag(std::string_view document, std::string_view tag) {
+    const std::boyer_moore_horspool_searcher searcher(tag.begin(), tag.end());
+    return static_cast<std::size_t>(std::search(document.begin(), document.end(), searcher) -
+                                    document.begin());
 }
 
 // A zlib stream on its way to the sink that wants the plain text. Whatever is wrong with it ends it
@@ -233,11 +242,17 @@ void Base64Sink::encodeGroups(std::string_view bytes) {
 
     char* out = text_.data() + used;
     const char* in = bytes.data();
-    for (std::size_t i = 0; i < groups; ++i) {
-        out = encodeGroup(in, out);
-        in += kGroupBytes;
-        count_ += kGroupCharacters;
-        if (count_ % kLineLength == 0) {
+    const char* const end = in + bytes.size();
+    while (in != end) {
+        const std::size_t toLineEnd = (kLineLength - count_ % kLineLength) / kGroupCharacters;
+        const std::size_t left = static_cast<std::size_t>(end - in) / kGroupBytes;
+        const std::size_t run = std::min(toLineEnd, left);
+        for (std::size_t i = 0; i < run; ++i) {
+            out = encodeGroup(in, out);
+            in += kGroupBytes;
+        }
+        count_ += run * kGroupCharacters;
+        if (run == toLineEnd) {
             out += lineBreak_.copy(out, lineBreak_.size());
         }
     }
@@ -300,8 +315,8 @@ std::optional<BlobDocument> findBlob(std::string_view document) {
                                                               "</blob>"};
     std::array<std::size_t, kTags.size()> at{};
     for (std::size_t i = 0; i < kTags.size(); ++i) {
-        at[i] = document.find(kTags[i]);
-        if (at[i] == std::string_view::npos || (i > 0 && at[i] < at[i - 1])) {
+        at[i] = findTag(document, kTags[i]);
+        if (at[i] == document.size() || (i > 0 && at[i] < at[i - 1])) {
             return std::nullopt;
         }
     }

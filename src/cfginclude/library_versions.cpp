@@ -6,12 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <system_error>
+#include <tuple>
 
 #include "platform/console.h"
 #include "platform/output_sink.h"
@@ -24,9 +24,12 @@ struct Version {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
     std::uint32_t patch = 0;
-
-    auto operator<=>(const Version&) const = default;
 };
+
+bool operator<(const Version& left, const Version& right) {
+    return std::tie(left.major, left.minor, left.patch) <
+           std::tie(right.major, right.minor, right.patch);
+}
 
 enum class BoundKind { kStart, kEnd };
 

@@ -42,8 +42,6 @@ struct LibraryFeatures {
     bool writeValueTables = false;
     bool writeShiftAttributes = false;
     bool includeAsciiCharacteristics = false;
-
-    bool operator==(const LibraryFeatures&) const = default;
 };
 
 /// Which parts of two versions are compared.

@@ -260,7 +260,8 @@ TEST(UncompressBuffer, GivesWhatStandsBeforeTheDamage) {
     for (int i = 0; i < 300; ++i) {
         std::string damaged = stream.substr(0, random() % (stream.size() + 1));
         for (std::size_t n = random() % 3; n > 0 && !damaged.empty(); --n) {
-            damaged[random() % damaged.size()] ^= static_cast<char>(1U << random() % 8);
+            char& byte = damaged[random() % damaged.size()];
+            byte = static_cast<char>(static_cast<unsigned char>(byte) ^ (1U << random() % 8));
         }
         ASSERT_TRUE(uncompressed(damaged) == inflatedAtOnce(damaged)) << i;
     }

@@ -33,6 +33,7 @@ class Decompress : public testing::Test {
     int run(std::vector<std::string> names) {
         names.insert(names.begin(), {"quillmark", "decompress"});
         std::vector<const char*> argv;
+        argv.reserve(names.size() + 1);
         for (const std::string& name : names) {
             argv.push_back(name.c_str());
         }

@@ -108,9 +108,7 @@ TEST_F(VersionFile, MustBeWellFormedToItsEnd) {
          {"", "</w>", "<a>", "<VersionList>", "<VersionList></VersionList>", "</v><w/>", "</v>x",
           "&undefined;</v>", "<VersionList/><Restrictions>", "<a b=c/></v>",
           "<VersionList/><Restrictions><VersionRestriction><Check>",
-          "<VersionList/><Restrictions>"
-          "<VersionRestriction>",
-          "<VersionList/><Restrictions><x>"}) {
+          "<x/><Restrictions><VersionRestriction>", "<VersionList/><Restrictions><x>"}) {
         EXPECT_FALSE(read(std::string(kBegin).append(end))) << end;
     }
     EXPECT_FALSE(read(""));
