@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -130,6 +131,7 @@ TEST(PhValue, TakesEveryTypeAndForgetsTheOneBefore) {
 
     value->list().push_back(PhValue::ofText("element"));
     EXPECT_EQ(value->type(), PhValue::Type::List);
+    EXPECT_TRUE(value->bytes().empty());
     EXPECT_EQ(value->list().size(), 1U);
 
     value->setNumber(PhNumber());
@@ -168,6 +170,34 @@ TEST(EqualValues, ComparesWithinOneKindOnly) {
     EXPECT_FALSE(equalValues(integer.get(), real.get()));
     EXPECT_FALSE(equalValues(integer.get(), text.get()));
     EXPECT_FALSE(equalValues(real.get(), text.get()));
+}
+
+PhHandle<PhValue> bytes(std::vector<unsigned char> content) {
+    auto value = makePh<PhValue>();
+    value->setBytes(std::move(content));
+    return value;
+}
+
+TEST(EqualValues, ComparesBytes) {
+    EXPECT_TRUE(equalValues(bytes({1, 2}).get(), bytes({1, 2}).get()));
+    EXPECT_FALSE(equalValues(bytes({1, 2}).get(), bytes({1, 3}).get()));
+    EXPECT_FALSE(equalValues(bytes({1, 2}).get(), bytes({1}).get()));
+    EXPECT_FALSE(equalValues(bytes({}).get(), makePh<PhValue>().get()));
+}
+
+PhHandle<PhValue> listOf(PhValue::List elements) {
+    auto value = makePh<PhValue>();
+    value->list() = std::move(elements);
+    return value;
+}
+
+TEST(EqualValues, ComparesListsElementByElement) {
+    const auto one = PhValue::ofInteger(1);
+    const auto two = PhValue::ofInteger(2);
+    EXPECT_TRUE(equalValues(listOf({}).get(), listOf({}).get()));
+    EXPECT_TRUE(equalValues(listOf({one, two}).get(), listOf({PhValue::ofInteger(1), two}).get()));
+    EXPECT_FALSE(equalValues(listOf({one, two}).get(), listOf({two, one}).get()));
+    EXPECT_FALSE(equalValues(listOf({one, two}).get(), listOf({one}).get()));
 }
 
 TEST(EqualValues, NotANumberEqualsNothing) {
