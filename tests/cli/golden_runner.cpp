@@ -4,13 +4,15 @@
 //
 // A case is a folder:
 //   cmd      the arguments of one run per line, quoted as for a shell; an empty line is a run
-//   without
-//            arguments
+//            without arguments
 //   in/      what the working directory holds before the first run
-//   setup    what files alone cannot tell, one directive per line: "mkdir PATH", "chmod OCTAL
-//   PATH",
-//            "symlink TARGET PATH", "fifo PATH FILE" (a pipe from which FILE of the case comes),
-//            "env NAME=VALUE"
+//   setup    what files alone cannot tell, one directive per line:
+//              mkdir PATH
+//              chmod OCTAL PATH
+//              copy FILE PATH           FILE as seen from the case
+//              symlink TARGET PATH
+//              fifo PATH FILE           a pipe from which FILE, as seen from the case, comes
+//              env NAME=VALUE
 //   stdout, stderr   the output of all runs; absent if empty
 //   exit     the exit statuses, one per line; absent if all are 0
 //   out/     every file of the working directory that appeared or changed; of a package x.zpki the
@@ -118,6 +120,9 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
     }
     if (words.size() == 3 && words[0] == "chmod") {
         return chmod(at(2).c_str(), static_cast<mode_t>(std::stoul(words[1], nullptr, 8))) == 0;
+    }
+    if (words.size() == 3 && words[0] == "copy") {
+        return fs::copy_file(caseDir / words[1], at(2));
     }
     if (words.size() == 3 && words[0] == "symlink") {
         fs::create_symlink(words[1], at(2));
