@@ -1,9 +1,5 @@
 #include "a2l/resolution.h"
 
-#include <array>
-#include <cstdio>
-#include <string>
-
 #include "a2l/message_text.h"
 
 namespace quillmark {
@@ -92,7 +88,7 @@ void ScopeResolver::resolveReference(PhHandle<T>& reference, PhObjectList<T> PhG
     }
     reference->markUnresolved();
     if (root_.logger != nullptr) {
-        root_.logger->message(MessageText(message, {reference->name().view()}).view());
+        root_.logger->warning("%s", {}, 0, MessageText(message, {reference->name().view()}).view());
     }
 }
 

@@ -1,0 +1,210 @@
+#include "a2l/ph_a2l.h"
+
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "a2l/parsing.h"
+#include "support/temp_dir.h"
+
+namespace quillmark {
+namespace {
+
+TEST(PhA2l, MissingFileAndMissingName) {
+    CollectingConsole console;
+    PhRoot root;
+    EXPECT_EQ(PhA2l(console, "/nowhere/at/all.a2l").parse(root), -2);
+    EXPECT_EQ(PhA2l(console, std::nullopt).parse(root), -1);
+    EXPECT_EQ(PhA2l(console, "/nowhere/at/all.a2l").print_tokens(), -2);
+    EXPECT_EQ(PhA2l(console, std::nullopt).print_tokens(), -1);
+    EXPECT_EQ(PhA2l(console, "x").formatName(), "ASAP2");
+}
+
+TEST(PhA2l, OnlyAVersionIsAnEmptyDescription) {
+    for (const char* text : {"ASAP2_VERSION 1 60", "ASAP2_VERSION 1", "ASAP2_VERSION",
+                             "ASAP2_VERSION x \"y\"\n", "ASAP2_VERSION 1 60 ASAP2_VERSION 1 61"}) {
+        const Parsed parsed = parseText(text);
+        EXPECT_EQ(parsed.status, 0) << text;
+        EXPECT_EQ(parsed.console, "") << text;
+        EXPECT_EQ(parsed.model, "root textEncoding=5\n") << text;
+    }
+}
+
+TEST(PhA2l, TextWithoutAnyTokenFails) {
+    for (const char* text : {"", " \n", "/* only */ // comments\n", "\xEF\xBB\xBF"}) {
+        const Parsed parsed = parseText(text);
+        EXPECT_EQ(parsed.status, -1) << text;
+        EXPECT_NE(parsed.console.find("Unexpected token 'token=304' found\n"), std::string::npos)
+            << text;
+    }
+}
+
+TEST(PhA2l, OtherTopLevelTextFails) {
+    EXPECT_EQ(parseText("A2ML_VERSION 1 31").console,
+              "-: Error (a.a2l:1): Unexpected token 'token=303' found\n");
+    EXPECT_EQ(parseText("ASAP2_VERSION 1 60 7").console,
+              "-: Error (a.a2l:1): Unexpected token 'token=300' found\n");
+    EXPECT_EQ(parseText("/begin MODULE").console,
+              "-: Error (a.a2l:1): Unexpected token 'MODULE' found\n");
+}
+
+TEST(PhA2l, AStrayHashReadsLikeTheVersionKeyword) {
+    EXPECT_EQ(parseText("# 1 60").status, 0);
+}
+
+TEST(PhA2l, SeveralProjectsAreReadOneAfterAnother) {
+    EXPECT_EQ(
+        parseText("/begin PROJECT A \"\" /end PROJECT ASAP2_VERSION 1 6 /begin PROJECT B \"\" "
+                  "/end PROJECT")
+            .model,
+        "root textEncoding=5\n  project A longIdentifier=\"\"\n  project B "
+        "longIdentifier=\"\"\n");
+}
+
+TEST(PhA2l, ByteOrderMarkIsKeptAsEncoding) {
+    EXPECT_EQ(parseText("\xEF\xBB\xBF"
+                        "ASAP2_VERSION 1 60")
+                  .model,
+              "root textEncoding=6\n");
+}
+
+TEST(PhA2l, UnclosedCommentAndString) {
+    EXPECT_EQ(parseText("/begin PROJECT P \"\"\n/* never\nclosed").console,
+              "-: Error (a.a2l:3): Error: Unexpected EOF in Comment (Line 2)\n");
+    EXPECT_EQ(parseText("/begin PROJECT P \"text\nand\n").console,
+              "-: Error (a.a2l:3): Unexpected EOF in string\n"
+              "-: Error (a.a2l:3): String expected\n");
+}
+
+TEST(PhA2l, AnErrorInADroppedParameterIsPassedUpSilently) {
+    EXPECT_EQ(parseText("ASAP2_VERSION 1 /*").console,
+              "-: Error (a.a2l:1): Error: Unexpected EOF in Comment (Line 1)\n");
+    EXPECT_EQ(messages("/begin CHARACTERISTIC c \"\" VALUE 0 RL /*"),
+              "Error 3: Error: Unexpected EOF in Comment (Line 1)\n");
+}
+
+TEST(PhA2l, MessageAndLineAreEachCutAt499Bytes) {
+    const std::string name(600, 'n');
+    const Parsed parsed = parseModule("/begin COMPU_METHOD " + name +
+                                      " \"\" RAT_FUNC \"\" \"\" COEFFS 1 0 0 0 0 1 /end "
+                                      "COMPU_METHOD");
+    const std::string line =
+        "Warning (a.a2l:1): Unable to compute inverse function in conversion '" + name;
+    EXPECT_EQ(parsed.console, "-: " + line.substr(0, 499));
+}
+
+TEST(PhA2l, NestingCostsNoStack) {
+    std::string nested;
+    for (int i = 0; i < 200000; ++i) {
+        nested += "/begin A ";
+    }
+    for (int i = 0; i < 200000; ++i) {
+        nested += "/end A ";
+    }
+    EXPECT_EQ(messages("/begin AXIS_PTS " + nested + "/end AXIS_PTS"), "");
+}
+
+class RecordingLogger final : public PhLogger {
+  public:
+    void message(std::string_view text) override { record += "message " + std::string(text); }
+    void warning(const char* format, std::string_view fileName, std::int32_t lineNumber,
+                 std::string_view message) override {
+        add("warning", format, fileName, lineNumber, message);
+    }
+    void error(const char* format, std::string_view fileName, std::int32_t lineNumber,
+               std::string_view message) override {
+        add("error", format, fileName, lineNumber, message);
+    }
+
+    std::string record;
+
+  private:
+    void add(std::string_view level, const char* format, std::string_view fileName,
+             std::int32_t lineNumber, std::string_view message) {
+        record += std::string(level) + "|" + format + "|" + std::string(fileName) + "|" +
+                  std::to_string(lineNumber) + "|" + std::string(message) + "|" +
+                  std::to_string(line()) + "\n";
+    }
+};
+
+TEST(PhA2l, ALoggerGetsWhatTheConsoleWouldShow) {
+    CollectingConsole console;
+    RecordingLogger logger;
+    PhRoot root;
+    PhA2l reader(console, "a.a2l");
+    reader.setLogger(&logger);
+    reader.setVerbose(true);
+    MemoryInputFile input(
+        "/begin PROJECT P \"\"\n/begin MODULE M \"\" /begin MOD_COMMON \"\" BYTE_ORDER X\n/end X");
+    EXPECT_EQ(reader.parse(root, input), -1);
+    EXPECT_EQ(console.out, "");
+    EXPECT_EQ(
+        logger.record,
+        "message Parse PROJECT 'P'\n"
+        "message Parse MODULE 'M'\n"
+        "message Parse MOD_COMMON ''\n"
+        "warning|File '%s', Line %d: %s\n|a.a2l|2|Unexpected token 'token=303' found|2\n"
+        "error|File '%s', Line %d: %s\n|a.a2l|3|Keyword 'MOD_COMMON' expected after /end|3\n");
+}
+
+TEST(PhA2l, VerboseTracesEveryBlock) {
+    const Parsed parsed = parseText(
+        "/begin PROJECT P \"\" /begin HEADER \"h\" /end HEADER /begin MODULE M \"\" /begin A2ML "
+        "/end A2ML "
+        "/begin MOD_PAR \"p\" /end MOD_PAR /begin UNIT u \"\" \"\" DERIVED /end UNIT /begin "
+        "RECORD_LAYOUT "
+        "r /end RECORD_LAYOUT /begin COMPU_METHOD c \"\" IDENTICAL \"\" \"\" /end COMPU_METHOD "
+        "/begin "
+        "COMPU_TAB t \"\" TAB_INTP 0 /end COMPU_TAB /begin COMPU_VTAB v \"\" TAB_VERB 0 /end "
+        "COMPU_VTAB "
+        "/begin COMPU_VTAB_RANGE w \"\" 0 /end COMPU_VTAB_RANGE /begin MEASUREMENT m \"\" UBYTE c "
+        "0 0 0 0 "
+        "/end MEASUREMENT /begin CHARACTERISTIC k \"\" VALUE 0 r 0 c 0 0 /end CHARACTERISTIC "
+        "/begin "
+        "GROUP g \"\" /end GROUP /begin FUNCTION f \"\" /end FUNCTION /begin FRAME a \"\" 0 0 /end "
+        "FRAME "
+        "/begin USER_RIGHTS l /end USER_RIGHTS /begin IF_DATA Z /end IF_DATA /end MODULE /end "
+        "PROJECT",
+        {.verbose = true});
+    EXPECT_EQ(
+        parsed.console,
+        "-: Parse PROJECT 'P'\n-: Parse HEADER 'h'\n-: Parse MODULE 'M'\n-:   Parse A2ML \n"
+        "-:   Parse MOD_PAR 'p'\n-: Parse UNIT 'u'\n-: Parse RECORD_LAYOUT\n"
+        "-: Parse COMPU_METHOD 'c'\n-: Parse COMPU_TAB 'TAB::t'\n-: Parse COMPU_VTAB 'TAB::v'\n"
+        "-: Parse COMPU_VTAB_RANGE 'TAB::w'\n-: Parse MEASUREMENT 'm'\n"
+        "-: Parse CHARACTERISTIC 'k'\n-: Parse GROUP 'g'\n-: Parse FUNCTION 'f'\n"
+        "-: Parse FRAME 'a'\n-: Parse USER_RIGHTS\n-:   Parse unknown IF_DATA 'Z'\n");
+}
+
+TEST(PhA2l, PrintTokensTracesOneLineEach) {
+    const TempDir directory;
+    const std::string name = directory.file("t.a2l");
+    std::ofstream(name, std::ios::binary)
+        << "ASAP2_VERSION 1 -0x10 1.5 \"a\" name $ 10x3 /end // cut off";
+    CollectingConsole console;
+    EXPECT_EQ(PhA2l(console, name).print_tokens(), 0);
+    EXPECT_EQ(
+        console.out,
+        "-: print_tokens ()\n-: [ASAP2_VERSION]\n-: 1\n-: -16\n-: 1.500000\n-: \"a\"\n-: 'name'\n"
+        "-: t=36\n-: t=-1\n-: 'x3'\n-: [/end]\n"
+        "-: Error (" +
+            name + ":1): Error: Unexpected EOF in Comment (Line 1)\n-: t=305\n-: EOF\n");
+}
+
+TEST(PhA2l, ParsesAgainFromTheStart) {
+    CollectingConsole console;
+    PhA2l reader(console, "a.a2l");
+    const std::string text = moduleText("\n/begin MEASUREMENT m \"\" BYTE");
+    for (int i = 0; i < 2; ++i) {
+        PhRoot root;
+        MemoryInputFile input(text);
+        EXPECT_EQ(reader.parse(root, input), -1);
+        EXPECT_EQ(reader.errorCount(), 1);
+    }
+    EXPECT_EQ(console.out,
+              "-: Error (a.a2l:2): Unexpected token 'BYTE' found\n"
+              "-: Error (a.a2l:2): Unexpected token 'BYTE' found\n");
+}
+
+}  // namespace
+}  // namespace quillmark

@@ -1,0 +1,150 @@
+#include "a2l/resolution.h"
+
+#include <gtest/gtest.h>
+
+#include "a2l/parsing.h"
+
+namespace quillmark {
+namespace {
+
+PhHandle<PhConversion> conversion(std::string_view name, bool placeholder = false) {
+    auto result = makePh<PhConversion>();
+    result->setName(PhString(name));
+    if (placeholder) {
+        result->markPlaceholder();
+    }
+    return result;
+}
+
+PhHandle<PhEntity> signalWith(const PhHandle<PhConversion>& referred) {
+    auto signal = makePh<PhEntity>();
+    signal->datatype = makePh<PhType>();
+    signal->datatype->conversion = referred;
+    return signal;
+}
+
+class WarningLogger final : public PhLogger {
+  public:
+    void message(std::string_view text) override { record += "message:" + std::string(text); }
+    void warning(const char*, std::string_view, std::int32_t, std::string_view message) override {
+        record += message;
+    }
+    void error(const char*, std::string_view, std::int32_t, std::string_view) override {
+        record += "error";
+    }
+
+    std::string record;
+};
+
+struct TwoScopes {
+    TwoScopes() {
+        root.documents.append(outer);
+        outer->documents.append(inner);
+    }
+
+    PhRoot root;
+    PhHandle<PhGroup> outer = makePh<PhGroup>(PhDocumentKind::Project, nullptr);
+    PhHandle<PhGroup> inner = makePh<PhGroup>(PhDocumentKind::Module, outer.get());
+};
+
+TEST(FindInScope, InnermostDefinitionWins) {
+    TwoScopes model;
+    model.outer->conversions.append(conversion("c"));
+    model.outer->conversions.append(conversion("outer only"));
+    model.inner->conversions.append(conversion("c"));
+    EXPECT_EQ(findInScope(model.inner.get(), &PhGroup::conversions, "c"),
+              &model.inner->conversions.at(0));
+    EXPECT_EQ(findInScope(model.outer.get(), &PhGroup::conversions, "c"),
+              &model.outer->conversions.at(0));
+    EXPECT_EQ(findInScope(model.inner.get(), &PhGroup::conversions, "outer only"),
+              &model.outer->conversions.at(1));
+    EXPECT_EQ(findInScope(model.inner.get(), &PhGroup::conversions, "C"), nullptr);
+}
+
+TEST(Resolve, NestedDefinitionIsTaken) {
+    TwoScopes model;
+    model.outer->conversions.append(conversion("c"));
+    model.inner->conversions.append(conversion("c"));
+    model.inner->signals.append(signalWith(conversion("c", true)));
+    EXPECT_EQ(resolve(model.root), 0);
+    EXPECT_EQ(model.inner->signals.at(0).datatype->conversion.get(),
+              &model.inner->conversions.at(0));
+}
+
+TEST(Resolve, RePointingSharesTheDefinitionAndDropsThePlaceholder) {
+    TwoScopes model;
+    model.inner->conversions.append(conversion("c"));
+    const auto placeholder = conversion("c", true);
+    model.inner->signals.append(signalWith(placeholder));
+    resolve(model.root);
+    EXPECT_EQ(placeholder->refCount(), 1);
+    EXPECT_EQ(model.inner->conversions.at(0).refCount(), 2);
+}
+
+TEST(Resolve, MissingDefinitionLeavesAMarkedPlaceholderAndTellsTheLogger) {
+    TwoScopes model;
+    WarningLogger logger;
+    model.root.logger = &logger;
+    model.inner->signals.append(signalWith(conversion("gone", true)));
+    auto method = conversion("c");
+    method->unit = makePh<PhUnit>();
+    method->unit->setName(PhString("kmh"));
+    method->unit->markPlaceholder();
+    method->tableRef = conversion("TAB::t", true);
+    model.inner->conversions.append(method);
+    resolve(model.root);
+    EXPECT_TRUE(model.inner->signals.at(0).datatype->conversion->isUnresolved());
+    EXPECT_EQ(logger.record,
+              "Conversion 'TAB::t' unresolved.\nUnit 'kmh' unresolved.\nConversion 'gone' "
+              "unresolved.\n");
+
+    logger.record.clear();
+    model.inner->conversions.append(conversion("gone"));
+    resolve(model.root);
+    EXPECT_EQ(logger.record, "");
+    EXPECT_TRUE(model.inner->signals.at(0).datatype->conversion->isUnresolved());
+}
+
+TEST(Resolve, RealObjectsAreLeftAlone) {
+    TwoScopes model;
+    const auto own = conversion("c");
+    model.inner->conversions.append(conversion("c"));
+    model.inner->signals.append(signalWith(own));
+    resolve(model.root);
+    EXPECT_EQ(model.inner->signals.at(0).datatype->conversion, own);
+}
+
+TEST(Resolve, DefinitionsAfterTheirUseAreFound) {
+    EXPECT_EQ(moduleDump("/begin CHARACTERISTIC k \"\" VALUE 0 RL 0 CM 0 1 /end CHARACTERISTIC "
+                         "/begin COMPU_METHOD CM \"\" LINEAR \"\" \"\" /end COMPU_METHOD "
+                         "/begin RECORD_LAYOUT RL /end RECORD_LAYOUT"),
+              "conversion CM longIdentifier=\"\" conversionType=CtLinear unit=\"\"\n"
+              "recordLayout RL\n"
+              "signal k longIdentifier=\"\" signalKind=Value address=0x0 lowerLimit=0 upperLimit=1 "
+              "recordLayout=RL\n  datatype conversion=CM\n");
+}
+
+TEST(Resolve, AModuleDoesNotSeeItsNeighbour) {
+    const Parsed parsed = parseText(
+        "/begin PROJECT P \"\" /begin MODULE A \"\" /begin COMPU_METHOD CM \"\" LINEAR \"\" \"\" "
+        "/end "
+        "COMPU_METHOD /end MODULE /begin MODULE B \"\" /begin MEASUREMENT m \"\" UBYTE CM 0 0 0 1 "
+        "/end "
+        "MEASUREMENT /end MODULE /end PROJECT");
+    EXPECT_NE(parsed.model.find("conversion=CM!"), std::string::npos);
+    EXPECT_EQ(parsed.console, "");
+}
+
+TEST(Resolve, OfEqualNamesTheFirstIsFound) {
+    const Parsed parsed = parseModule(
+        "/begin COMPU_METHOD CM \"first\" LINEAR \"\" \"\" /end COMPU_METHOD /begin COMPU_METHOD "
+        "CM "
+        "\"second\" LINEAR \"\" \"\" /end COMPU_METHOD /begin MEASUREMENT m \"\" UBYTE CM 0 0 0 1 "
+        "/end "
+        "MEASUREMENT");
+    EXPECT_EQ(parsed.status, 0);
+    EXPECT_NE(parsed.model.find("longIdentifier=\"second\""), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quillmark
