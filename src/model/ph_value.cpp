@@ -1,9 +1,7 @@
 #include "model/ph_value.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace quillmark {
 
@@ -94,33 +92,32 @@ PhHandle<PhValue> PhValue::ofText(std::string_view text) {
 }
 
 void PhValue::setNumber(PhNumber number) {
-    become(number.isInteger() ? Type::Integer : number.isReal() ? Type::Real : Type::None);
     number_ = number;
+    text_ = PhString();
+    type_ = number.isInteger() ? Type::Integer : number.isReal() ? Type::Real : Type::None;
 }
 
 void PhValue::setText(PhString text) {
-    become(Type::Text);
+    number_ = PhNumber();
     text_ = std::move(text);
+    type_ = Type::Text;
 }
 
 void PhValue::setBytes(std::vector<unsigned char> bytes) {
-    become(Type::Bytes);
+    number_ = PhNumber();
+    text_ = PhString();
     bytes_ = std::move(bytes);
+    type_ = Type::Bytes;
 }
 
 PhValue::List& PhValue::list() {
     if (type_ != Type::List) {
-        become(Type::List);
+        number_ = PhNumber();
+        text_ = PhString();
+        list_.clear();
+        type_ = Type::List;
     }
     return list_;
-}
-
-void PhValue::become(Type type) {
-    type_ = type;
-    number_ = PhNumber();
-    text_ = PhString();
-    list_.clear();
-    bytes_.clear();
 }
 
 bool equalValues(const PhValue* left, const PhValue* right) {
@@ -130,14 +127,7 @@ bool equalValues(const PhValue* left, const PhValue* right) {
     if (left->type() != right->type()) {
         return false;
     }
-    if (const PhValue::List* elements = left->listIfAny()) {
-        return std::equal(elements->begin(), elements->end(), right->listIfAny()->begin(),
-                          right->listIfAny()->end(), [](const auto& one, const auto& other) {
-                              return equalValues(one.get(), other.get());
-                          });
-    }
-    return left->number() == right->number() && left->text() == right->text() &&
-           left->bytes() == right->bytes();
+    return left->number() == right->number() && left->text() == right->text();
 }
 
 void PhProperties::setInteger(std::string_view name, std::int64_t value) {
