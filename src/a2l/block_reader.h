@@ -1,8 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <iterator>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "a2l/keyword_tables.h"
 #include "a2l/lexer.h"
@@ -162,50 +166,74 @@ struct OptionalRule {
     /// Parses the part and returns the kind of the token after it.
     using Parse = int (Reader::*)(Context&);
 
+    /// A block that no rule names is an unexpected token.
+    static constexpr bool kSkipsUnknownBlocks = false;
+
     Form form;
     int keyword;
     Parse parse = nullptr;
     int dropped = 0;  ///< without `parse`: how many parameters of a bare keyword are dropped;
                       ///< a block without `parse` is skipped whole
+
+    bool matches(Form foundForm, int kind, const Token&) const {
+        return keyword == kind && form == foundForm;
+    }
 };
 
-/// Reads optional parts, the first of whose tokens is `kind`, up to `/end`. Returns the kind of
-/// that token, or TOK_ERROR after something that no rule names.
-template <typename Reader, typename Context, std::size_t Count>
-int readOptionals(Reader& reader, const OptionalRule<Reader, Context> (&rules)[Count],
-                  Context& context, int kind) {
-    using Rule = OptionalRule<Reader, Context>;
-    constexpr auto kFind = [](const Rule(&all)[Count], Form form, int keyword) -> const Rule* {
-        for (const Rule& rule : all) {
-            if (rule.keyword == keyword && rule.form == form) {
-                return &rule;
-            }
+/// The rule for a part that begins with a token of that kind, or nullptr.
+template <typename Rules>
+auto findRule(const Rules& rules, Form form, int kind, const Token& token)
+    -> decltype(std::data(rules)) {
+    for (const auto& rule : rules) {
+        if (rule.matches(form, kind, token)) {
+            return &rule;
         }
-        return nullptr;
-    };
-    const bool hasBlocks = [&] {
-        for (const Rule& rule : rules) {
-            if (rule.form == Form::Block) {
-                return true;
-            }
-        }
-        return false;
-    }();
+    }
+    return nullptr;
+}
+
+/// Does what `rule` says about a part whose keyword is of that kind. Returns the kind of the token
+/// after it.
+template <typename Reader, typename Rule, typename Context>
+int applyRule(Reader& reader, const Rule& rule, Context& context, int kind) {
+    if (rule.parse != nullptr) {
+        return std::invoke(rule.parse, reader, context);
+    }
+    return rule.form == Form::Block ? reader.skipBlock(kind) : reader.drop(rule.dropped);
+}
+
+/// Reads optional parts, the first of whose tokens is `kind`, up to `/end`. `rules` is an array of
+/// rules of one type. Returns the kind of that token, or TOK_ERROR after something that no rule
+/// names.
+template <typename Reader, typename Rules, typename Context>
+int readOptionals(Reader& reader, const Rules& rules, Context& context, int kind) {
+    using Rule = std::remove_cvref_t<decltype(*std::data(rules))>;
+    const bool hasBlocks = Rule::kSkipsUnknownBlocks ||
+                           std::any_of(std::begin(rules), std::end(rules),
+                                       [](auto& rule) { return rule.form == Form::Block; });
     while (kind != kw::core::END) {
         Form form = Form::Bare;
         if (kind == kw::core::BEGIN && hasBlocks) {
             form = Form::Block;
             kind = reader.next();
         }
-        const Rule* rule = kFind(rules, form, kind);
-        if (rule == nullptr) {
+        if (const Rule* rule = findRule(rules, form, kind, reader.token())) {
+            kind = applyRule(reader, *rule, context, kind);
+        } else if (Rule::kSkipsUnknownBlocks && form == Form::Block) {
+            kind = reader.skipBlock(kind);
+        } else {
             return reader.unexpectedToken(kind);
         }
-        if (rule->parse != nullptr) {
-            kind = (reader.*rule->parse)(context);
-        } else {
-            kind = form == Form::Block ? reader.skipBlock(kind) : reader.drop(rule->dropped);
-        }
+    }
+    return kind;
+}
+
+/// Reads bare optional parts, the first of whose tokens is `kind`, up to the first token that no
+/// rule names, whose kind is returned.
+template <typename Reader, typename Rules, typename Context>
+int readBareOptionals(Reader& reader, const Rules& rules, Context& context, int kind) {
+    while (const auto* rule = findRule(rules, Form::Bare, kind, reader.token())) {
+        kind = applyRule(reader, *rule, context, kind);
     }
     return kind;
 }

@@ -15,7 +15,7 @@ namespace quillmark {
 namespace kw {
 
 #define QM_KEYWORD(constant, text, id) inline constexpr int constant = id;
-#define QM_KEYWORD_AGAIN(constant, text, id) static_assert(constant == id);
+#define QM_KEYWORD_AGAIN(constant, text, id) static_assert((constant) == (id));
 
 /// Blocks and keywords of the description file itself: 1 to 279.
 namespace core {

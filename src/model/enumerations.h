@@ -7,8 +7,7 @@ namespace quillmark {
 
 /// The enumerations of the model. Codes are part of the model: they are stored as read, also where
 /// a protocol knows codes that have no text here, so each text function takes any integer and
-/// answers
-/// "*Undefined*" outside its table.
+/// answers "*Undefined*" outside its table.
 
 enum class PhByteOrder : std::uint8_t { Undefined, BigEndian, LittleEndian };
 

@@ -1,7 +1,9 @@
 #include "model/ph_value.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace quillmark {
 
@@ -92,32 +94,33 @@ PhHandle<PhValue> PhValue::ofText(std::string_view text) {
 }
 
 void PhValue::setNumber(PhNumber number) {
+    become(number.isInteger() ? Type::Integer : number.isReal() ? Type::Real : Type::None);
     number_ = number;
-    text_ = PhString();
-    type_ = number.isInteger() ? Type::Integer : number.isReal() ? Type::Real : Type::None;
 }
 
 void PhValue::setText(PhString text) {
-    number_ = PhNumber();
+    become(Type::Text);
     text_ = std::move(text);
-    type_ = Type::Text;
 }
 
 void PhValue::setBytes(std::vector<unsigned char> bytes) {
-    number_ = PhNumber();
-    text_ = PhString();
+    become(Type::Bytes);
     bytes_ = std::move(bytes);
-    type_ = Type::Bytes;
 }
 
 PhValue::List& PhValue::list() {
     if (type_ != Type::List) {
-        number_ = PhNumber();
-        text_ = PhString();
-        list_.clear();
-        type_ = Type::List;
+        become(Type::List);
     }
     return list_;
+}
+
+void PhValue::become(Type type) {
+    type_ = type;
+    number_ = PhNumber();
+    text_ = PhString();
+    list_.clear();
+    bytes_.clear();
 }
 
 bool equalValues(const PhValue* left, const PhValue* right) {
@@ -127,7 +130,14 @@ bool equalValues(const PhValue* left, const PhValue* right) {
     if (left->type() != right->type()) {
         return false;
     }
-    return left->number() == right->number() && left->text() == right->text();
+    if (const PhValue::List* elements = left->listIfAny()) {
+        return std::equal(elements->begin(), elements->end(), right->listIfAny()->begin(),
+                          right->listIfAny()->end(), [](const auto& one, const auto& other) {
+                              return equalValues(one.get(), other.get());
+                          });
+    }
+    return left->number() == right->number() && left->text() == right->text() &&
+           left->bytes() == right->bytes();
 }
 
 void PhProperties::setInteger(std::string_view name, std::int64_t value) {

@@ -87,6 +87,8 @@ class PhValue final : public PhObject {
     const List* listIfAny() const { return type_ == Type::List ? &list_ : nullptr; }
 
   private:
+    void become(Type type);
+
     Type type_ = Type::None;
     PhNumber number_;
     PhString text_;
@@ -95,7 +97,7 @@ class PhValue final : public PhObject {
 };
 
 /// Equality of two values that may be absent: two absent ones are equal, an absent and a present
-/// one are not; integers, reals and texts are equal to their own kind only.
+/// one are not; values are equal to their own type only, lists when their elements are.
 bool equalValues(const PhValue* left, const PhValue* right);
 
 /// An ordered bag of named values. Storing under a name that is there already replaces its value in

@@ -462,9 +462,17 @@ TEST(Lexer, LongTokensAreReadWhole) {
     for (const std::size_t length :
          {std::size_t{1023}, std::size_t{1024}, std::size_t{1025}, std::size_t{5000}}) {
         const std::string name(length, 'n');
-        expectTokens(
-            "a " + name + " \"" + name + "\" b",
-            "ident 'a'@1\nident '" + name + "'@1\nstring '" + name + "'@1\nident 'b'@1\neof@1");
+        std::string input = "a ";
+        input += name;
+        input += " \"";
+        input += name;
+        input += "\" b";
+        std::string expected = "ident 'a'@1\nident '";
+        expected += name;
+        expected += "'@1\nstring '";
+        expected += name;
+        expected += "'@1\nident 'b'@1\neof@1";
+        expectTokens(input, expected);
     }
 }
 
@@ -650,10 +658,9 @@ TEST(Lexer, SourceMayDeliverLessThanABlock) {
 
 /// Every triple of the bytes that mean something, byte by byte, in pairs, and in one block.
 TEST(Lexer, BlocksMakeNoDifference) {
-    constexpr std::string_view kBytes(
+    constexpr std::string_view kBytes =
         "a1.-/*\"\\n\n \0\xFF"
-        "ex0_(%",
-        20);
+        "ex0_(%"sv;
     for (const bool wordMode : {false, true}) {
         Mode mode;
         mode.wordMode = wordMode;

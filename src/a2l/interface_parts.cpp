@@ -1,0 +1,64 @@
+#include "a2l/interface_parts.h"
+
+#include <array>
+
+namespace quillmark {
+
+PhNumber readNumberIfAny(BlockReader& reader) {
+    switch (reader.next()) {
+        case TOK_INTEGER:
+            return PhNumber::integer(reader.token().intValue);
+        case TOK_FLOAT:
+            return PhNumber::real(reader.token().floatValue);
+        default:
+            return {};
+    }
+}
+
+std::int32_t readTruncated(BlockReader& reader) {
+    return readNumberIfAny(reader).toInteger();
+}
+
+PhHandle<PhValue> readIntegerValue(BlockReader& reader) {
+    return PhValue::ofInteger(readTruncated(reader));
+}
+
+bool readText(BlockReader& reader) {
+    if (reader.next() == TOK_STRING) {
+        return true;
+    }
+    reader.fail("String expected");
+    return false;
+}
+
+std::optional<std::int32_t> findWord(const BlockReader& reader,
+                                     std::span<const InterfaceWord> words, int kind) {
+    for (const InterfaceWord& word : words) {
+        if (word.keyword == kind && (kind != TOK_IDENT || word.text == reader.token().text)) {
+            return word.code;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words) {
+    const int kind = reader.next();
+    const std::optional<std::int32_t> code = findWord(reader, words, kind);
+    if (!code) {
+        reader.unexpectedTokenWarning(kind);
+    }
+    return code;
+}
+
+void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field) {
+    if (const std::optional<std::int32_t> code = readWord(reader, words)) {
+        field = *code;
+    }
+}
+
+int readInterfaceEnd(BlockReader& reader, int keyword) {
+    static constexpr std::array<InterfaceRule<BlockReader>, 0> kNoRules{};
+    return readInterfaceParts(reader, kNoRules, reader, keyword, reader.next());
+}
+
+}  // namespace quillmark
