@@ -7,8 +7,8 @@ namespace quillmark {
 /// Copies the bytes of one file over another, which is created or replaced. Returns true when the
 /// target holds the whole content. False if the source cannot be read or is a directory, the target
 /// cannot be written, or both are the same file (which stays as it is); a target that was opened
-/// keeps what had been written when the copy broke off. Names are bytes in the system's own
-/// encoding.
+/// keeps what had been written when the copy broke off. False, too, for a device that yields bytes,
+/// since those like /dev/zero never end. Names are bytes in the system's own encoding.
 bool copyFile(const std::string& source, const std::string& target);
 
 }  // namespace quillmark

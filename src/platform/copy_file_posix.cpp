@@ -77,6 +77,16 @@ bool copyContent(int source, int target) {
     }
 }
 
+bool isDevice(const struct stat& status) {
+    return S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
+}
+
+/// Takes one byte from the file if there is any.
+bool isAtEnd(int descriptor) {
+    char byte = 0;
+    return read(descriptor, &byte, 1) == 0;
+}
+
 }  // namespace
 
 bool copyFile(const std::string& source, const std::string& target) {
@@ -84,6 +94,9 @@ bool copyFile(const std::string& source, const std::string& target) {
     struct stat inputStatus {};
     if (!input.isOpen() || fstat(input.descriptor(), &inputStatus) != 0 ||
         S_ISDIR(inputStatus.st_mode)) {
+        return false;
+    }
+    if (isDevice(inputStatus) && !isAtEnd(input.descriptor())) {
         return false;
     }
     // Opening the target empties it, which must not happen to the source.

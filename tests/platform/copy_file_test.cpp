@@ -75,6 +75,16 @@ TEST_F(CopyFile, AFullDiskIsNoticed) {
     }
 }
 
+TEST_F(CopyFile, ADeviceWithoutEndIsRefused) {
+    if (std::filesystem::exists("/dev/zero")) {
+        EXPECT_FALSE(copyFile("/dev/zero", target));
+        EXPECT_FALSE(std::filesystem::exists(target));
+        EXPECT_TRUE(copyFile("/dev/null", target));
+        EXPECT_EQ(readFile(target), "");
+        EXPECT_TRUE(std::filesystem::exists(target));
+    }
+}
+
 TEST_F(CopyFile, NamesAreBytes) {
     writeFile(dir.file("\xe4 \xff"), "x");
     EXPECT_TRUE(copyFile(dir.file("\xe4 \xff"), dir.file("\xfc'\"")));
