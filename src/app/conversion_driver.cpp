@@ -6,6 +6,7 @@
 #include "a2l/ph_a2l.h"
 #include "a2l/resolution.h"
 #include "cfginclude/include_document.h"
+#include "package/package_builder.h"
 
 namespace quillmark {
 namespace {
@@ -41,8 +42,10 @@ ConversionOutcome convertCommand(const ConvertRequest& request, Console& console
         case DocumentStatus::Refused:
             return ConversionOutcome::refused;
     }
-    const int status =
-        writeIncludeFile(request.outputFile, *document.root, request.indent, console);
+    const bool wantsPackage = !request.userFiles.empty() || !request.zpkiFile.empty();
+    const int status = wantsPackage ? buildPackage(request, *document.root, model, console)
+                                    : writeIncludeFile(request.outputFile, *document.root,
+                                                       request.indent, console);
     return status == 0 ? ConversionOutcome::done : ConversionOutcome::failed;
 }
 

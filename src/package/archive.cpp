@@ -1,0 +1,193 @@
+#include "package/archive.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <system_error>
+
+#include <archive.h>
+#include <archive_entry.h>
+#include <sys/stat.h>
+
+#include "package/error_texts.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kBlockBytes = 8192;
+
+using OpenFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+using Entry = std::unique_ptr<archive_entry, void (*)(archive_entry*)>;
+using Writer = std::unique_ptr<archive, int (*)(archive*)>;
+
+/// A warning means that all was written, though not in the way that was asked for: a name that is
+/// no text in the current locale is kept as bytes.
+bool succeeded(int result) {
+    return result == ARCHIVE_OK || result == ARCHIVE_WARN;
+}
+
+struct FilterRow {
+    int compression;
+    int (*add)(archive* writer);
+};
+
+constexpr std::array kFilters = {
+    FilterRow{1, &archive_write_add_filter_gzip},
+    FilterRow{2, &archive_write_add_filter_bzip2},
+};
+
+int addFilter(archive* writer, int compression) {
+    for (const FilterRow& row : kFilters) {
+        if (row.compression == compression) {
+            return row.add(writer);
+        }
+    }
+    return archive_write_add_filter_none(writer);
+}
+
+/// Copies the content block by block. The header has announced `size` bytes, so it must be these.
+bool writeContent(archive* writer, std::FILE* file, la_int64_t size) {
+    std::array<char, kBlockBytes> block{};
+    la_int64_t written = 0;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file)) {
+        if (archive_write_data(writer, block.data(), count) != static_cast<la_ssize_t>(count)) {
+            return false;
+        }
+        written += static_cast<la_int64_t>(count);
+    }
+    return std::ferror(file) == 0 && written == size;
+}
+
+bool writeFile(archive* writer, const StagedFile& staged) {
+    const OpenFile file(std::fopen(staged.path.c_str(), "rb"), &std::fclose);
+    struct stat status {};
+    const Entry entry(archive_entry_new(), &archive_entry_free);
+    if (file == nullptr || entry == nullptr || stat(staged.path.c_str(), &status) != 0) {
+        return false;
+    }
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    archive_entry_copy_stat(entry.get(), &status);
+    archive_entry_set_pathname(entry.get(), staged.entryName.c_str());
+    return succeeded(archive_write_header(writer, entry.get())) &&
+           writeContent(writer, file.get(), archive_entry_size(entry.get())) &&
+           succeeded(archive_write_finish_entry(writer));
+}
+
+bool writeFiles(archive* writer, const std::vector<StagedFile>& files) {
+    for (const StagedFile& staged : files) {
+        if (!writeFile(writer, staged)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Writes the whole archive into the file of that name.
+int writeArchive(const fs::path& path, const std::vector<StagedFile>& files, int compression) {
+    const Writer writer(archive_write_new(), &archive_write_free);
+    if (writer == nullptr || !succeeded(addFilter(writer.get(), compression)) ||
+        !succeeded(archive_write_set_format_pax_restricted(writer.get()))) {
+        return kArchiveNotMade;
+    }
+    if (!succeeded(archive_write_open_filename(writer.get(), path.string().c_str()))) {
+        return kArchiveNotOpened;
+    }
+    const bool complete = writeFiles(writer.get(), files);
+    if (!complete) {
+        // Otherwise closing would fill up a broken entry to its announced size.
+        archive_write_fail(writer.get());
+    }
+    return succeeded(archive_write_close(writer.get())) && complete ? kPackageOk
+                                                                    : kArchiveNotWritten;
+}
+
+/// The path at the end of a chain of symbolic links, existing or not; nothing if it has no end.
+std::optional<fs::path> withoutLinks(fs::path path) {
+    constexpr int kLongestChain = 40;
+    for (int i = 0; i < kLongestChain; ++i) {
+        std::error_code error;
+        if (!fs::is_symlink(fs::symlink_status(path, error))) {
+            return path;
+        }
+        const fs::path next = fs::read_symlink(path, error);
+        if (error) {
+            return std::nullopt;
+        }
+        path = path.parent_path() / next;
+    }
+    return std::nullopt;
+}
+
+bool isWritable(const fs::path& file) {
+    return OpenFile(std::fopen(file.string().c_str(), "r+b"), &std::fclose) != nullptr;
+}
+
+/// Creates an empty file that did not exist, in the directory of another one. The name is short
+/// whatever the other's name is, as that may already be as long as names can be.
+std::optional<fs::path> createFileBeside(const fs::path& other) {
+    constexpr int kMostNames = 1000;
+    for (int i = 1; i <= kMostNames; ++i) {
+        const fs::path path = other.parent_path() / (".zpki_" + std::to_string(i) + ".part");
+        const OpenFile file(std::fopen(path.string().c_str(), "wbx"), &std::fclose);
+        if (file != nullptr) {
+            return path;
+        }
+        std::error_code error;
+        if (!fs::exists(fs::symlink_status(path, error))) {
+            return std::nullopt;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Writes the archive under another name and moves it to its place, which `old` describes.
+int replaceArchive(const fs::path& target, const fs::file_status& old,
+                   const std::vector<StagedFile>& files, int compression) {
+    const std::optional<fs::path> part = createFileBeside(target);
+    if (!part) {
+        return kArchiveNotOpened;
+    }
+    std::error_code error;
+    int code = writeArchive(*part, files, compression);
+    if (code == kPackageOk && fs::exists(old)) {
+        std::error_code ignored;
+        fs::permissions(*part, old.permissions(), ignored);
+    }
+    if (code == kPackageOk) {
+        fs::rename(*part, target, error);
+        code = error ? kArchiveNotWritten : kPackageOk;
+    }
+    if (code != kPackageOk) {
+        fs::remove(*part, error);
+    }
+    return code;
+}
+
+}  // namespace
+
+int createArchive(const std::string& archivePath, const std::vector<StagedFile>& files,
+                  int compression) {
+    const std::optional<fs::path> target = withoutLinks(archivePath);
+    if (!target || target->filename().empty()) {
+        return kArchiveNotOpened;
+    }
+    std::error_code error;
+    const fs::file_status old = fs::status(*target, error);
+    if (old.type() == fs::file_type::none || fs::is_directory(old)) {
+        return kArchiveNotOpened;
+    }
+    if (fs::exists(old) && !fs::is_regular_file(old)) {
+        return writeArchive(*target, files, compression);
+    }
+    if (fs::exists(old) && !isWritable(*target)) {
+        return kArchiveNotOpened;
+    }
+    return replaceArchive(*target, old, files, compression);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,181 @@
+#include "package/staging.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+#include "package/error_texts.h"
+#include "platform/copy_file.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kUserFiles = "userfiles";
+constexpr std::string_view kDeviceConf = "deviceconf";
+constexpr std::string_view kSigtrak = "deviceconf/sigtrak";
+
+bool isDirectory(const std::string& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+/// Whether files inside a directory can be reached, which takes the right to search it.
+bool canEnter(const std::string& directory) {
+    return isDirectory(directory + "/.");
+}
+
+bool exists(const std::string& path) {
+    std::error_code error;
+    return fs::exists(path, error);
+}
+
+/// False also if there is something of that name.
+bool createDirectory(const std::string& path) {
+    std::error_code error;
+    return fs::create_directory(path, error);
+}
+
+/// As createDirectory, closed to everybody else from the start.
+bool createPrivateDirectory(const std::string& path) {
+    return QDir().mkdir(QFile::decodeName(QByteArray::fromStdString(path)),
+                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+std::string fileNameOf(const std::string& path) {
+    return fs::path(path).filename().string();
+}
+
+std::string joined(std::string_view directory, std::string_view name) {
+    return std::string(directory).append("/").append(name);
+}
+
+}  // namespace
+
+int cZpkcCommon::createStagingTree(const std::string& baseDir, const std::string& name) {
+    if (!isDirectory(baseDir)) {
+        return kBaseDirectoryMissing;
+    }
+    std::error_code error;
+    const fs::path base = fs::absolute(baseDir, error);
+    if (error) {
+        return kBaseDirectoryMissing;
+    }
+    stagingDir_ = (base / name).string();
+    if (!createPrivateDirectory(stagingDir_)) {
+        return kStagingNotCreated;
+    }
+    if (const int code = createSubdirectories(); code != kPackageOk) {
+        return code;
+    }
+    report("Temporary directory %1 created", {stagingDir_});
+    return kPackageOk;
+}
+
+int cZpkcCommon::createSubdirectories() const {
+    struct Step {
+        bool (*perform)(const std::string& path);
+        std::string_view directory;
+        PackageError code;
+    };
+    constexpr std::array kSteps = {
+        Step{&canEnter, "", kStagingNotEntered},
+        Step{&createDirectory, "descriptionfiles", kDescriptionFilesNotCreated},
+        Step{&createDirectory, kUserFiles, kUserFilesNotCreated},
+        Step{&createDirectory, kDeviceConf, kDeviceConfNotCreated},
+        Step{&canEnter, kDeviceConf, kDeviceConfNotEntered},
+        Step{&createDirectory, kSigtrak, kSigtrakNotCreated},
+        Step{&createDirectory, "deviceconf/vistrel", kVistrelNotCreated},
+        Step{&canEnter, "", kDeviceConfNotLeft},
+    };
+    for (const Step& step : kSteps) {
+        if (!step.perform(pathOf(step.directory))) {
+            return step.code;
+        }
+    }
+    return kPackageOk;
+}
+
+int cZpkcCommon::copyUserFiles(const std::vector<std::string>& files, std::string_view prefix) {
+    for (const std::string& file : files) {
+        failedFile_ = file;
+        if (!exists(file)) {
+            return kUserFileMissing;
+        }
+        const std::string entryName =
+            joined(kUserFiles, std::string(prefix).append(fileNameOf(file)));
+        if (!copyFile(file, pathOf(entryName))) {
+            return kCopyingUserFileFailed;
+        }
+        remember(entryName);
+        report("Database file %1 copied to %2", {file, pathOf(entryName)});
+    }
+    failedFile_.clear();
+    return kPackageOk;
+}
+
+int cZpkcCommon::copyConfigurationFile(const std::string& file, bool keepName) {
+    if (!canEnter(pathOf(kDeviceConf))) {
+        return kDeviceConfMissing;
+    }
+    if (!canEnter(pathOf(kSigtrak))) {
+        return kSigtrakMissing;
+    }
+    if (!exists(file)) {
+        return kConfigurationFileMissing;
+    }
+    const std::string entryName = joined(kSigtrak, keepName ? fileNameOf(file) : "sigtrak.cfg");
+    // Whoever wrote the document into a pipe would wait for it to come out there forever.
+    std::error_code error;
+    if (fs::is_fifo(file, error) || !copyFile(file, pathOf(entryName))) {
+        return kCopyingConfigurationFileFailed;
+    }
+    remember(entryName);
+    report("Configuration file %1 copied to %2", {file, pathOf(entryName)});
+    return kPackageOk;
+}
+
+int cZpkcCommon::cleanUp() {
+    std::error_code error;
+    for (const StagedFile& file : staged_) {
+        fs::remove(file.path, error);
+        if (error) {
+            return kRemovingStagedFileFailed;
+        }
+        report("Temporary file %1 removed", {file.path});
+    }
+    staged_.clear();
+    constexpr std::array<std::string_view, 6> kInnermostFirst = {
+        "descriptionfiles", kUserFiles, kSigtrak, "deviceconf/vistrel", kDeviceConf, ""};
+    for (const std::string_view directory : kInnermostFirst) {
+        fs::remove(pathOf(directory), error);
+        if (error) {
+            return kRemovingDirectoryFailed;
+        }
+    }
+    return kPackageOk;
+}
+
+void cZpkcCommon::remember(const std::string& entryName) {
+    const bool known = std::any_of(staged_.begin(), staged_.end(), [&](const StagedFile& file) {
+        return file.entryName == entryName;
+    });
+    if (!known) {
+        staged_.push_back({pathOf(entryName), entryName});
+    }
+}
+
+void cZpkcCommon::report(std::string_view text, std::initializer_list<std::string_view> arguments) {
+    console_.printLine(filledText(text, arguments));
+}
+
+std::string cZpkcCommon::pathOf(std::string_view entryName) const {
+    return entryName.empty() ? stagingDir_ : joined(stagingDir_, entryName);
+}
+
+}  // namespace quillmark
