@@ -120,6 +120,7 @@ int BlockReader::skipBlock(int keyword) {
 
 void BlockReader::start(InputFile& input) {
     failed_ = false;
+    useKeywords(kCoreKeywords);  // a parse that failed inside an interface block left another table
     attach(input);
 }
 

@@ -29,10 +29,6 @@ PhString::Record* PhString::allocate(std::size_t length) {
     return record;
 }
 
-char* PhString::characters(Record* record) {
-    return reinterpret_cast<char*>(record + 1);
-}
-
 PhString::PhString(std::string_view text) : PhString(std::string_view(), text) {}
 
 PhString::PhString(std::string_view prefix, std::string_view text) {
@@ -64,15 +60,6 @@ PhString::~PhString() {
     if (record_ != nullptr && record_->count != kImmortal && --record_->count == 0) {
         std::free(record_);
     }
-}
-
-const char* PhString::text() const {
-    return record_ == nullptr ? nullptr : characters(record_);
-}
-
-std::string_view PhString::view() const {
-    return record_ == nullptr ? std::string_view()
-                              : std::string_view(characters(record_), record_->length);
 }
 
 std::uint32_t PhString::hash() const {

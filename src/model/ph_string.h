@@ -28,10 +28,13 @@ class PhString {
     std::size_t length() const { return record_ == nullptr ? 0 : record_->length; }
 
     /// The zero-terminated text, or nullptr for a null string. Lives as long as any copy.
-    const char* text() const;
+    const char* text() const { return record_ == nullptr ? nullptr : characters(record_); }
 
     /// The text as a view, empty for a null string.
-    std::string_view view() const;
+    std::string_view view() const {
+        return record_ == nullptr ? std::string_view()
+                                  : std::string_view(characters(record_), record_->length);
+    }
 
     /// The model's name hash: hash = byte + 2 * hash over all bytes, wrapping at 32 bits; 0 for a
     /// null string. It collides on serial names, so the name index uses one of its own.
@@ -51,7 +54,7 @@ class PhString {
 
     static Record* emptyRecord();
     static Record* allocate(std::size_t length);
-    static char* characters(Record* record);
+    static char* characters(Record* record) { return reinterpret_cast<char*>(record + 1); }
 
     Record* record_ = nullptr;
 };
