@@ -3,6 +3,7 @@
 #include "a2l/if_data.h"
 
 #include "a2l/ph_a2l.h"
+#include "a2l/xcp.h"
 
 namespace quillmark {
 
@@ -17,7 +18,10 @@ struct InterfaceRow {
     int (*parse)(InterfaceBlock& block);
 };
 
-constexpr std::span<const InterfaceRow> kInterfaces{};
+constexpr InterfaceRow kInterfaces[] = {
+    {"XCP", 0, &parseXcp},
+    {"XCPplus", 1, &parseXcp},
+};
 
 /// Reads over the block of an unknown interface, whose first token is `kind`.
 int skipInterface(BlockReader& reader, int kind) {

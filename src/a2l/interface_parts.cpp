@@ -1,8 +1,12 @@
 #include "a2l/interface_parts.h"
 
-#include <array>
-
 namespace quillmark {
+
+void traceBlock(BlockReader& reader, std::string_view text) {
+    if (reader.verbose()) {
+        reader.trace(text);
+    }
+}
 
 PhNumber readNumberIfAny(BlockReader& reader) {
     switch (reader.next()) {
@@ -54,11 +58,6 @@ void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std
     if (const std::optional<std::int32_t> code = readWord(reader, words)) {
         field = *code;
     }
-}
-
-int readInterfaceEnd(BlockReader& reader, int keyword) {
-    static constexpr std::array<InterfaceRule<BlockReader>, 0> kNoRules{};
-    return readInterfaceParts(reader, kNoRules, reader, keyword, reader.next());
 }
 
 }  // namespace quillmark

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -39,6 +40,9 @@ struct InterfaceWord {
     std::string_view text = {};  ///< of such a word
 };
 
+/// Traces what block is read when the reader is verbose.
+void traceBlock(BlockReader& reader, std::string_view text);
+
 /// Reads the next token as a number; a missing number for any other token, without a message.
 PhNumber readNumberIfAny(BlockReader& reader);
 
@@ -71,8 +75,9 @@ int readInterfaceParts(BlockReader& reader, const Rules& rules, Context& context
     return kind == kw::core::END ? reader.closeBlock(keyword) : kind;
 }
 
-/// Expects the end of a block that has no optional parts.
-int readInterfaceEnd(BlockReader& reader, int keyword);
+/// The rules of a block that has no optional parts.
+template <typename Context>
+inline constexpr std::array<InterfaceRule<Context>, 0> kNoInterfaceRules{};
 
 // --- What rules name: each reads the parameters of one keyword -----------------------------------
 

@@ -1,0 +1,155 @@
+// When a control unit measures: the EVENTs of a DAQ block, and the DAQ_EVENTs of a signal, which
+// tell with which of them the signal can be measured.
+
+#include <vector>
+
+#include "a2l/interface_parts.h"
+#include "a2l/xcp.h"
+#include "a2l/xcp_time.h"
+
+namespace quillmark {
+
+namespace {
+
+using namespace kw::xcp;
+
+/// Bit 0: measuring, bit 1: stimulation.
+constexpr InterfaceWord kDirections[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
+constexpr std::int32_t kDaqBit = 1;
+constexpr std::int32_t kStimBit = 2;
+
+constexpr InterfaceWord kGroupings[] = {{ELEMENT_GROUPED, 1}, {EVENT_GROUPED, 2}};
+constexpr InterfaceWord kTimestampPlaces[] = {{STS_LAST, 0}, {STS_FIRST, 1}};
+constexpr InterfaceWord kObligations[] = {{OPTIONAL, 0}, {MANDATORY, 1}};
+
+int parseMinCycleTime(BlockReader& reader, PhRaster& event) {
+    traceBlock(reader, "  Parse IF_DATA EVENT MIN_CYCLE_TIME\n");
+    event.minCycleTime = readTimeCycle(reader);
+    return reader.next();
+}
+
+int parseMinCycleTimeBlock(BlockReader& reader, PhRaster& event) {
+    const int kind = parseMinCycleTime(reader, event);
+    return readInterfaceParts(reader, kNoInterfaceRules<PhRaster>, event, MIN_CYCLE_TIME, kind);
+}
+
+int parseAltSampleCount(BlockReader& reader, PhDaqPackedMode& mode) {
+    mode.alternativeSampleCounts.append(readIntegerValue(reader));
+    return reader.next();
+}
+
+int parseDaqPackedMode(BlockReader& reader, PhRaster& event) {
+    static constexpr InterfaceRule<PhDaqPackedMode> kParts[] = {
+        {Form::Bare, ALT_SAMPLE_COUNT, &parseAltSampleCount},
+    };
+    traceBlock(reader, "  Parse IF_DATA EVENT DAQ_PACKED_MODE\n");
+    auto mode = makePh<PhDaqPackedMode>();
+    readWordInto(reader, kGroupings, mode->grouping);
+    readWordInto(reader, kTimestampPlaces, mode->timestamp);
+    readWordInto(reader, kObligations, mode->mandatory);
+    mode->sampleCount = readIntegerValue(reader);
+    event.packedMode = mode;
+    return readInterfaceParts(reader, kParts, *mode, DAQ_PACKED_MODE, reader.next());
+}
+
+constexpr InterfaceRule<PhRaster> kEventParts[] = {
+    {Form::Bare, COMPLEMENTARY_BYPASS_EVENT_CHANNEL_NUMBER, nullptr, 1},
+    {Form::Bare, CONSISTENCY, nullptr, 1},
+    {Form::Bare, EVENT_COUNTER_PRESENT, nullptr, 0},
+    {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER, nullptr, 1},
+    {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER_FIXED, nullptr, 0},
+    {Form::Bare, DTO_CTR_DAQ_MODE, nullptr, 1},
+    {Form::Bare, DTO_CTR_DAQ_MODE_FIXED, nullptr, 0},
+    {Form::Bare, DTO_CTR_STIM_MODE, nullptr, 1},
+    {Form::Bare, DTO_CTR_STIM_MODE_FIXED, nullptr, 0},
+    {Form::Bare, STIM_DTO_CTR_COPY_PRESENT, nullptr, 0},
+    {Form::Bare, CPU_LOAD_MAX, nullptr, 1},
+    {Form::Bare, MIN_CYCLE_TIME, &parseMinCycleTime},
+    {Form::Block, MIN_CYCLE_TIME, &parseMinCycleTimeBlock},
+    {Form::Block, DAQ_PACKED_MODE, &parseDaqPackedMode},
+    {Form::Block, BUFFER_RESERVE_EVENT},
+    {Form::Block, CPU_LOAD_CONSUMPTION_DAQ},
+    {Form::Block, CPU_LOAD_CONSUMPTION_STIM},
+    {Form::Block, CPU_LOAD_CONSUMPTION_QUEUE},
+    {Form::Block, CPU_LOAD_CONSUMPTION_QUEUE_STIM},
+};
+
+/// Enters the event among the sources of measured data.
+void addSource(PhProperties& properties, const PhRaster& event) {
+    auto channel = PhValue::ofInteger(event.channel->toInteger());
+    channel->setName(PhString("source_id"));
+    auto source = makePh<PhValue>();
+    source->setName(event.name());
+    source->list().push_back(std::move(channel));
+    properties.list("sources").push_back(std::move(source));
+}
+
+using EventChannels = std::vector<std::int32_t>;
+using SignalEvents = PhEntity::Extras;
+
+int parseEventChannel(BlockReader& reader, EventChannels& channels) {
+    channels.push_back(readTruncated(reader));
+    return reader.next();
+}
+
+constexpr InterfaceRule<EventChannels> kEventChannels[] = {
+    {Form::Bare, EVENT, &parseEventChannel},
+};
+
+template <EventChannels SignalEvents::*List>
+int parseEventList(BlockReader& reader, SignalEvents& events) {
+    return readBareOptionals(reader, kEventChannels, events.*List, reader.next());
+}
+
+template <EventChannels SignalEvents::*List, int Keyword>
+int parseEventListBlock(BlockReader& reader, SignalEvents& events) {
+    return readInterfaceParts(reader, kEventChannels, events.*List, Keyword, reader.next());
+}
+
+/// The lists of VARIABLE are blocks; some tools write them without /begin and /end.
+constexpr InterfaceRule<SignalEvents> kDaqEventParts[] = {
+    {Form::Bare, FIXED_EVENT_LIST, &parseEventList<&SignalEvents::fixedEvents>},
+    {Form::Bare, VARIABLE, nullptr, 0},
+    {Form::Bare, AVAILABLE_EVENT_LIST, &parseEventList<&SignalEvents::availableEvents>},
+    {Form::Bare, DEFAULT_EVENT_LIST, &parseEventList<&SignalEvents::defaultEvents>},
+    {Form::Bare, CONSISTENCY_EVENT_LIST, &parseEventList<&SignalEvents::consistencyEvents>},
+    {Form::Block, AVAILABLE_EVENT_LIST,
+     &parseEventListBlock<&SignalEvents::availableEvents, AVAILABLE_EVENT_LIST>},
+    {Form::Block, DEFAULT_EVENT_LIST,
+     &parseEventListBlock<&SignalEvents::defaultEvents, DEFAULT_EVENT_LIST>},
+    {Form::Block, CONSISTENCY_EVENT_LIST,
+     &parseEventListBlock<&SignalEvents::consistencyEvents, CONSISTENCY_EVENT_LIST>},
+};
+
+}  // namespace
+
+int parseXcpEvent(BlockReader& reader, XcpDaqTarget& target) {
+    traceBlock(reader, "  Parse IF_DATA EVENT\n");
+    const int kind = reader.next();
+    if (kind != TOK_STRING && kind != TOK_IDENT) {
+        return reader.fail("String or Identifier expected");
+    }
+    auto event = makePh<PhRaster>();
+    event->setName(PhString(reader.token().text));
+    target.daq.rasters.append(event);
+    reader.next();
+    event->shortName = PhString(reader.token().text);
+    event->channel = readIntegerValue(reader);
+    addSource(*target.daq.properties, *event);
+    const std::int32_t direction = readWord(reader, kDirections).value_or(0);
+    event->daqSupported = (direction & kDaqBit) != 0;
+    event->stimSupported = (direction & kStimBit) != 0;
+    event->properties = makePh<PhProperties>();
+    event->properties->setInteger("max_daq_list", readTruncated(reader));
+    event->timebase = readTimeCycle(reader);
+    event->priority = readIntegerValue(reader);
+    return readInterfaceParts(reader, kEventParts, *event, EVENT, reader.next());
+}
+
+int parseXcpDaqEvent(BlockReader& reader, PhEntity* signal) {
+    SignalEvents unattached;
+    SignalEvents& events = signal == nullptr ? unattached : signal->extras();
+    return readInterfaceParts(reader, kDaqEventParts, events, DAQ_EVENT, reader.next());
+}
+
+}  // namespace quillmark
