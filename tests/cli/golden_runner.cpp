@@ -13,6 +13,8 @@
 //              symlink TARGET PATH
 //              fifo PATH FILE           a pipe from which FILE, as seen from the case, comes
 //              env NAME=VALUE
+//              file-limit BYTES         no file of the program grows longer, as on a full disk
+//              occupy-staging-names     other directories have the names of staging directories
 //   stdout, stderr   the output of all runs; absent if empty
 //   exit     the exit statuses, one per line; absent if all are 0
 //   out/     every file of the working directory that appeared or changed; of a package x.zpki the
@@ -25,7 +27,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -39,6 +43,7 @@
 #include <vector>
 
 #include <pwd.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,6 +79,7 @@ class Playground {
         temp = root / "tmp";
         fs::create_directory(work);
         fs::create_directory(temp);
+        getrlimit(RLIMIT_FSIZE, &oldLimit_);
     }
     Playground(const Playground&) = delete;
     Playground& operator=(const Playground&) = delete;
@@ -89,6 +95,7 @@ class Playground {
             }
         }
         tzset();
+        setrlimit(RLIMIT_FSIZE, &oldLimit_);
         std::error_code ignored;
         fs::remove_all(root, ignored);
     }
@@ -103,6 +110,34 @@ class Playground {
         tzset();
     }
 
+    /// Lets no file of the program grow beyond a size, as if the disk were full then.
+    void limitFiles(std::uint64_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit = oldLimit_;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    /// Takes the names of the staging directories that a run could want from now on.
+    void occupyStagingNames() {
+        const std::time_t now = std::time(nullptr);
+        for (std::time_t instant = now; instant <= now + kCaseTimeLimit.count(); ++instant) {
+            occupied_.push_back(temp / stagingName(instant));
+            fs::create_directory(occupied_.back());
+        }
+    }
+
+    /// Gives the names back; false if something was put into one of the directories.
+    bool freeStagingNames() {
+        bool untouched = true;
+        for (const fs::path& directory : occupied_) {
+            std::error_code error;
+            untouched = fs::remove(directory, error) && untouched;
+        }
+        occupied_.clear();
+        return untouched;
+    }
+
     fs::path root;
     fs::path work;
     fs::path temp;
@@ -110,6 +145,8 @@ class Playground {
     std::vector<int> feeders;
 
   private:
+    rlimit oldLimit_{};
+    std::vector<fs::path> occupied_;
     std::map<std::string, std::optional<std::string>> oldEnvironment_;
 };
 
@@ -133,6 +170,14 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
             return false;
         }
         playground.feeders.push_back(feedPipe(at(1), readBytes(caseDir / words[2])));
+        return true;
+    }
+    if (words.size() == 2 && words[0] == "file-limit") {
+        playground.limitFiles(std::stoull(words[1]));
+        return true;
+    }
+    if (words.size() == 1 && words[0] == "occupy-staging-names") {
+        playground.occupyStagingNames();
         return true;
     }
     if (words.size() == 2 && words[0] == "env") {
@@ -215,6 +260,9 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
     record.out = withPlaceholders(record.out, context, problems);
     record.err = withPlaceholders(record.err, context, problems);
 
+    if (!playground.freeStagingNames()) {
+        problems.emplace_back("a foreign directory was used for staging");
+    }
     const FileTree after = readTree(playground.work);
     for (const auto& [name, content] : after) {
         const auto old = before.find(name);

@@ -32,14 +32,6 @@ std::string localStamp(std::time_t instant) {
     return std::string(date.data(), length) + zone.data();
 }
 
-std::string stagingName(std::time_t instant) {
-    std::tm local{};
-    localtime_r(&instant, &local);
-    std::array<char, 32> name{};
-    const std::size_t length = std::strftime(name.data(), name.size(), "%Y%m%d_%H%M%S", &local);
-    return std::string(name.data(), length);
-}
-
 using NameOfInstant = std::string (*)(std::time_t);
 
 /// Runs last a second or two, so trying every second of it is a check that needs no parsing.
@@ -121,6 +113,14 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
 }
 
 }  // namespace
+
+std::string stagingName(std::time_t instant) {
+    std::tm local{};
+    localtime_r(&instant, &local);
+    std::array<char, 32> name{};
+    const std::size_t length = std::strftime(name.data(), name.size(), "%Y%m%d_%H%M%S", &local);
+    return std::string(name.data(), length);
+}
 
 std::string stagingPlaceholder(std::string_view path, const RunContext& context,
                                std::vector<std::string>& problems) {

@@ -25,6 +25,9 @@ struct RunContext {
 std::string withPlaceholders(std::string_view text, const RunContext& context,
                              std::vector<std::string>& problems);
 
+/// The name that a staging directory gets at an instant, from the local time.
+std::string stagingName(std::time_t instant);
+
 /// A path inside the directory for temporary files, its staging directory replaced by {{STAGING}}.
 std::string stagingPlaceholder(std::string_view path, const RunContext& context,
                                std::vector<std::string>& problems);
