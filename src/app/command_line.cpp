@@ -8,11 +8,11 @@
 #include "app/convert_options.h"
 #include "app/exit_status.h"
 #include "app/usage.h"
+#include "platform/program.h"
 
 namespace quillmark {
 namespace {
 
-constexpr std::string_view kBanner = "VELTRA Quillmark 1.43";
 constexpr std::string_view kFooterRule =
     "----------------------------------------------------------------------------------";
 static_assert(kFooterRule.size() == 82);
@@ -100,7 +100,7 @@ void printFooter(int status, Console& console) {
 
 int runCommandLine(std::span<const char* const> arguments, const CommandDrivers& drivers,
                    Console& console) {
-    console.printLine(kBanner);
+    console.printLine(kProgramTitle);
     if (arguments.size() >= 2) {
         const std::string_view word = arguments[1];
         for (const CommandRow& command : kCommands) {
