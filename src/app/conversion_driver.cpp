@@ -34,7 +34,7 @@ ConversionOutcome convertCommand(const ConvertRequest& request, Console& console
         return ConversionOutcome::failed;
     }
     IncludeDocument document;
-    switch (buildIncludeDocument(request, model, document, console)) {
+    switch (buildIncludeDocument(request, model, currentOrigin(), document, console)) {
         case DocumentStatus::Built:
             break;
         case DocumentStatus::NoOutput:

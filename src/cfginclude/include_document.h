@@ -4,6 +4,7 @@
 
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/convert_request.h"
+#include "cfginclude/generation_time.h"
 #include "model/module_model.h"
 #include "platform/console.h"
 
@@ -16,6 +17,15 @@ enum class DocumentStatus {
     Refused,   ///< the library selection was refused on standard error; the program ends at once
 };
 
+/// When and by whom a document is generated.
+struct DocumentOrigin {
+    GenerationTime time;
+    std::string user;  ///< login name in the system's own bytes; empty if unknown
+};
+
+/// Now, and the user of this process.
+DocumentOrigin currentOrigin();
+
 /// An include document, ready to be written. Its stations are made from the model and the request
 /// while they are written, so it must not outlive either.
 struct IncludeDocument {
@@ -26,7 +36,8 @@ struct IncludeDocument {
 /// Builds the document of a whole description: header comments, generator data, and one station for
 /// each module that the logger can reach. Reads the version file in the current directory.
 DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
-                                    IncludeDocument& document, Console& console);
+                                    const DocumentOrigin& origin, IncludeDocument& document,
+                                    Console& console);
 
 /// Writes a document to the named file, emptied first. 0, or 1 when the file cannot be opened,
 /// which is reported. An error while writing or closing is not reported.
