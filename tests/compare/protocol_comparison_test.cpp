@@ -1,6 +1,6 @@
 // What a description cannot say, or says only in a roundabout way: parts that are missing from the
 // model, and items without or with equal numbers. Every compared field is tried in
-// compared_fields_test.cpp.
+// compared_..._fields_test.cpp.
 #include "compare/protocol_comparison.h"
 
 #include <utility>
