@@ -1,6 +1,8 @@
-// IF_DATA: which parser an interface block goes to.
+// IF_DATA: which parser an interface block goes to, and what all of them do alike.
 
 #include "a2l/if_data.h"
+
+#include <utility>
 
 #include "a2l/ph_a2l.h"
 #include "a2l/xcp.h"
@@ -38,6 +40,54 @@ int skipInterface(BlockReader& reader, int kind) {
 }
 
 }  // namespace
+
+PhGroup* InterfaceBlock::module() const {
+    return owner.kind() == PhClass::Group ? static_cast<PhGroup*>(&owner) : nullptr;
+}
+
+PhHandle<PhCommParam> obtainCommParam(const InterfaceBlock& block, std::string_view name,
+                                      PhProtocolType type) {
+    PhGroup* const module = block.module();
+    if (module != nullptr) {
+        if (PhCommParam* known = module->commParams.find(name)) {
+            return PhHandle<PhCommParam>(known);
+        }
+    }
+    auto created = makePh<PhCommParam>();
+    created->setName(PhString(name));
+    created->protocolType = type;
+    created->stationParam->protocolParam().encoding = block.defaultByteOrder;
+    if (module != nullptr) {
+        module->commParams.append(created);
+    }
+    return created;
+}
+
+PhTransportParam& addTransport(PhCommParam& commParam, std::string_view name,
+                               PhTransportType type) {
+    auto created = makePh<PhTransportParam>();
+    created->setName(PhString(name));
+    created->transportType = type;
+    commParam.transports.append(created);
+    return *created;
+}
+
+void changeEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder encoding,
+                    std::string_view place) {
+    const PhByteOrder before = std::exchange(protocol.encoding, encoding);
+    if (reader.verbose() && before != PhByteOrder::Undefined && before != encoding) {
+        reader.warning("Encoding changed in %s (%d -> %d)",
+                       {place, static_cast<int>(before), static_cast<int>(encoding)});
+    }
+}
+
+int closeInterface(BlockReader& reader, int kind) {
+    if (kind != END) {
+        reader.unexpectedToken(kind);
+    }
+    reader.useKeywords(kCoreKeywords);
+    return kind == END ? reader.closeBlock(IF_DATA) : TOK_ERROR;
+}
 
 int PhA2l::parseIfData(PhObject& owner) {
     const int kind = next();

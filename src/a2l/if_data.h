@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "a2l/block_reader.h"
 #include "model/module_model.h"
 
@@ -13,6 +15,27 @@ struct InterfaceBlock {
     BlockReader& reader;
     PhObject& owner;  ///< the module, or whatever else holds the block
     PhByteOrder defaultByteOrder;
+
+    /// The module that holds the block; nullptr when something else does.
+    PhGroup* module() const;
 };
+
+/// The settings of a protocol on the module that holds the block: those of that name, or new ones
+/// that begin with the module's default byte order. In a block that stands elsewhere the settings
+/// belong to nobody, so that its contents are judged alike and kept nowhere.
+PhHandle<PhCommParam> obtainCommParam(const InterfaceBlock& block, std::string_view name,
+                                      PhProtocolType type);
+
+/// Adds a new transport, named after what it runs on.
+PhTransportParam& addTransport(PhCommParam& commParam, std::string_view name, PhTransportType type);
+
+/// Sets the encoding of a protocol. When it had another one, a verbose reader warns that it changed
+/// in `place`, as in "XCP/PROTOCOL_LAYER".
+void changeEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder encoding,
+                    std::string_view place);
+
+/// Ends an interface block whose contents ended with a token of that kind, which should be `/end`:
+/// sets the core table back and expects IF_DATA.
+int closeInterface(BlockReader& reader, int kind);
 
 }  // namespace quillmark

@@ -3,7 +3,7 @@
 namespace quillmark {
 
 void traceBlock(BlockReader& reader, std::string_view text) {
-    if (reader.verbose()) {
+    if (reader.verbose() && !reader.failed()) {
         reader.trace(text);
     }
 }

@@ -79,6 +79,14 @@ int readInterfaceParts(BlockReader& reader, const Rules& rules, Context& context
 template <typename Context>
 inline constexpr std::array<InterfaceRule<Context>, 0> kNoInterfaceRules{};
 
+/// Reads one block, whose `/begin` was read last. Returns the kind of the token after it.
+template <typename Rules, typename Context>
+int readInterfaceBlock(BlockReader& reader, const Rules& rules, Context& context) {
+    const int kind = reader.next();
+    const auto* rule = findRule(rules, Form::Block, kind, reader.token());
+    return rule != nullptr ? applyRule(reader, *rule, context, kind) : reader.skipBlock(kind);
+}
+
 // --- What rules name: each reads the parameters of one keyword -----------------------------------
 
 /// An integer, stored as a value in a field of the context.
