@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "a2l/ccp.h"
+#include "a2l/gmlan.h"
 #include "a2l/ph_a2l.h"
 #include "a2l/xcp.h"
 
@@ -21,6 +23,8 @@ struct InterfaceRow {
 };
 
 constexpr InterfaceRow kInterfaces[] = {
+    {"ASAP1B_CCP", 0, &parseCcp},
+    {"ASAP1B_GMLAN", 0, &parseGmlan},
     {"XCP", 0, &parseXcp},
     {"XCPplus", 1, &parseXcp},
 };
