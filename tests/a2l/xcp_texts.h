@@ -17,7 +17,7 @@ inline std::string xcpBlock(std::string_view content) {
 inline std::string xcpDump(std::string_view content) {
     constexpr std::string_view kFirstLine = "commParam XCP protocolType=XCP\n";
     constexpr std::size_t kIndent = 2;
-    const std::string dump = moduleDump(xcpBlock(content));
+    std::string dump = moduleDump(xcpBlock(content));
     if (!dump.starts_with(kFirstLine)) {
         return dump;
     }
