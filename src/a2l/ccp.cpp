@@ -231,12 +231,13 @@ int parseCcp(InterfaceBlock& block) {
     reader.useKeywords(kCcpKeywords);
     int kind = readBareOptionals(reader, kAddressParts, block, reader.next());
     while (kind == BEGIN) {
-        const auto commParam = obtainCommParam(block, "CCP", PhProtocolType::Ccp);
-        CcpSettings settings{*commParam, block.module()};
+        PhCommParam unattached;
+        PhCommParam* const commParam = obtainCommParam(block, "CCP", PhProtocolType::Ccp);
+        CcpSettings settings{commParam == nullptr ? unattached : *commParam, block.module()};
         kind = readInterfaceBlock(reader, kBlocks, settings);
         kind = readBareOptionals(reader, kAddressParts, block, kind);
     }
-    return closeInterface(reader, kind);
+    return closeInterface(reader, kind) ? reader.next() : TOK_ERROR;
 }
 
 }  // namespace quillmark

@@ -170,12 +170,12 @@ int parseDefinedPages(BlockReader& reader, Transport& transport) {
 }  // namespace
 
 int parseCcpTransport(BlockReader& reader, CcpSettings& settings) {
-    PhTransportParam& param = addTransport(settings.commParam, "CAN", PhTransportType::Can);
+    const auto param = addTransport(&settings.commParam, "CAN", PhTransportType::Can);
     reader.next();  // version of the protocol and of the block
     reader.next();
-    param.masterCanId = readIntegerValue(reader);
-    param.slaveCanId = readIntegerValue(reader);
-    param.stationAddress = readIntegerValue(reader);
+    param->masterCanId = readIntegerValue(reader);
+    param->slaveCanId = readIntegerValue(reader);
+    param->stationAddress = readIntegerValue(reader);
     readByteOrder(reader, settings.station().protocolParam());
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB\n");
     static constexpr InterfaceRule<Transport> kParts[] = {
@@ -197,7 +197,7 @@ int parseCcpTransport(BlockReader& reader, CcpSettings& settings) {
         {Form::Block, DEFINED_PAGES, &parseDefinedPages},
         {Form::Block, CHECKSUM_PARAM, &parseChecksumParam},
     };
-    Transport transport{settings, param};
+    Transport transport{settings, *param};
     return readInterfaceParts(reader, kParts, transport, TP_BLOB, reader.next());
 }
 

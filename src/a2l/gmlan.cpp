@@ -90,7 +90,7 @@ void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
 }
 
 int parseTpBlob(BlockReader& reader, PhCommParam& commParam) {
-    PhTransportParam& transport = addTransport(commParam, "CAN", PhTransportType::Can);
+    const auto transport = addTransport(&commParam, "CAN", PhTransportType::Can);
     reader.next();  // version of the block and of the protocol
     reader.next();
     readByteOrder(reader, commParam.stationParam->protocolParam());
@@ -102,7 +102,7 @@ int parseTpBlob(BlockReader& reader, PhCommParam& commParam) {
         {Form::Block, ADDRESS_AND_LENGTH_FORMAT_IDENTIFIER},  // skipped
         {Form::Block, CAN, &parseTransportCan},
     };
-    return readInterfaceParts(reader, kParts, transport, TP_BLOB, reader.next());
+    return readInterfaceParts(reader, kParts, *transport, TP_BLOB, reader.next());
 }
 
 // --- SOURCE --------------------------------------------------------------------------------------
@@ -184,10 +184,11 @@ int parseGmlan(InterfaceBlock& block) {
     reader.useKeywords(kGmlanKeywords);
     int kind = reader.next();
     while (kind == BEGIN) {
-        const auto commParam = obtainCommParam(block, "GMLAN", PhProtocolType::Gmlan);
-        kind = readInterfaceBlock(reader, kBlocks, *commParam);
+        PhCommParam unattached;
+        PhCommParam* const commParam = obtainCommParam(block, "GMLAN", PhProtocolType::Gmlan);
+        kind = readInterfaceBlock(reader, kBlocks, commParam == nullptr ? unattached : *commParam);
     }
-    return closeInterface(reader, kind);
+    return closeInterface(reader, kind) ? reader.next() : TOK_ERROR;
 }
 
 }  // namespace quillmark

@@ -49,31 +49,32 @@ PhGroup* InterfaceBlock::module() const {
     return owner.kind() == PhClass::Group ? static_cast<PhGroup*>(&owner) : nullptr;
 }
 
-PhHandle<PhCommParam> obtainCommParam(const InterfaceBlock& block, std::string_view name,
-                                      PhProtocolType type) {
+PhCommParam* obtainCommParam(const InterfaceBlock& block, std::string_view name,
+                             PhProtocolType type) {
     PhGroup* const module = block.module();
-    if (module != nullptr) {
-        if (PhCommParam* known = module->commParams.find(name)) {
-            return PhHandle<PhCommParam>(known);
-        }
+    if (module == nullptr) {
+        return nullptr;
+    }
+    if (PhCommParam* known = module->commParams.find(name)) {
+        return known;
     }
     auto created = makePh<PhCommParam>();
     created->setName(PhString(name));
     created->protocolType = type;
     created->stationParam->protocolParam().encoding = block.defaultByteOrder;
-    if (module != nullptr) {
-        module->commParams.append(created);
-    }
-    return created;
+    module->commParams.append(created);
+    return created.get();
 }
 
-PhTransportParam& addTransport(PhCommParam& commParam, std::string_view name,
-                               PhTransportType type) {
+PhHandle<PhTransportParam> addTransport(PhCommParam* commParam, std::string_view name,
+                                        PhTransportType type) {
     auto created = makePh<PhTransportParam>();
     created->setName(PhString(name));
     created->transportType = type;
-    commParam.transports.append(created);
-    return *created;
+    if (commParam != nullptr) {
+        commParam->transports.append(created);
+    }
+    return created;
 }
 
 void changeEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder encoding,
@@ -85,12 +86,15 @@ void changeEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder 
     }
 }
 
-int closeInterface(BlockReader& reader, int kind) {
+bool closeInterface(BlockReader& reader, int kind) {
     if (kind != END) {
         reader.unexpectedToken(kind);
     }
     reader.useKeywords(kCoreKeywords);
-    return kind == END ? reader.closeBlock(IF_DATA) : TOK_ERROR;
+    if (reader.next() != IF_DATA) {
+        reader.fail("Keyword 'IF_DATA' expected after /end");
+    }
+    return !reader.failed();
 }
 
 int PhA2l::parseIfData(PhObject& owner) {

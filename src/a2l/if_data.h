@@ -21,13 +21,14 @@ struct InterfaceBlock {
 };
 
 /// The settings of a protocol on the module that holds the block: those of that name, or new ones
-/// that begin with the module's default byte order. In a block that stands elsewhere the settings
-/// belong to nobody, so that its contents are judged alike and kept nowhere.
-PhHandle<PhCommParam> obtainCommParam(const InterfaceBlock& block, std::string_view name,
-                                      PhProtocolType type);
+/// that begin with the module's default byte order. nullptr for a block that stands elsewhere: its
+/// contents are judged alike and kept nowhere.
+PhCommParam* obtainCommParam(const InterfaceBlock& block, std::string_view name,
+                             PhProtocolType type);
 
-/// Adds a new transport, named after what it runs on.
-PhTransportParam& addTransport(PhCommParam& commParam, std::string_view name, PhTransportType type);
+/// A new transport, named after what it runs on and added to `commParam` unless that is nullptr.
+PhHandle<PhTransportParam> addTransport(PhCommParam* commParam, std::string_view name,
+                                        PhTransportType type);
 
 /// Sets the encoding of a protocol. When it had another one, a verbose reader warns that it changed
 /// in `place`, as in "XCP/PROTOCOL_LAYER".
@@ -35,7 +36,8 @@ void changeEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder 
                     std::string_view place);
 
 /// Ends an interface block whose contents ended with a token of that kind, which should be `/end`:
-/// sets the core table back and expects IF_DATA.
-int closeInterface(BlockReader& reader, int kind);
+/// sets the core table back and expects IF_DATA. Returns whether all of this was there; what
+/// follows is still to be read.
+bool closeInterface(BlockReader& reader, int kind);
 
 }  // namespace quillmark

@@ -10,8 +10,6 @@ namespace {
 
 using namespace kw::xcp;
 
-constexpr std::string_view kProtocolName = "XCP";
-
 /// One XCP block while it is read.
 struct XcpBlock {
     PhCommParam* commParam;   ///< of the module; nullptr when the block belongs to something else
@@ -21,44 +19,22 @@ struct XcpBlock {
     bool hasProtocolLayer = false;
 };
 
-PhCommParam& obtainCommParam(PhGroup& module, PhByteOrder defaultByteOrder) {
-    if (PhCommParam* known = module.commParams.find(kProtocolName)) {
-        return *known;
-    }
-    auto param = makePh<PhCommParam>();
-    param->setName(PhString(kProtocolName));
-    param->protocolType = PhProtocolType::Xcp;
-    param->stationParam->protocolParam().encoding = defaultByteOrder;
-    module.commParams.append(param);
-    return *param;
-}
-
-PhHandle<PhTransportParam> addTransport(XcpBlock& block, std::string_view name,
-                                        PhTransportType type) {
-    auto transport = makePh<PhTransportParam>();
-    transport->setName(PhString(name));
-    transport->transportType = type;
-    if (block.commParam != nullptr) {
-        block.commParam->transports.append(transport);
-    }
-    return transport;
-}
-
 int parseCan(BlockReader& reader, XcpBlock& block) {
-    block.canTransport = addTransport(block, "CAN", PhTransportType::Can);
+    block.canTransport = addTransport(block.commParam, "CAN", PhTransportType::Can);
     return parseXcpOnCan(reader, *block.canTransport);
 }
 
 int parseUdp(BlockReader& reader, XcpBlock& block) {
-    return parseXcpOnUdpIp(reader, *addTransport(block, "UDP", PhTransportType::Udp));
+    return parseXcpOnUdpIp(reader, *addTransport(block.commParam, "UDP", PhTransportType::Udp));
 }
 
 int parseTcp(BlockReader& reader, XcpBlock& block) {
-    return parseXcpOnTcpIp(reader, *addTransport(block, "TCP", PhTransportType::Tcp));
+    return parseXcpOnTcpIp(reader, *addTransport(block.commParam, "TCP", PhTransportType::Tcp));
 }
 
 int parseFlexRay(BlockReader& reader, XcpBlock& block) {
-    return parseXcpOnFlx(reader, *addTransport(block, "FlexRay", PhTransportType::FlexRay));
+    return parseXcpOnFlx(reader,
+                         *addTransport(block.commParam, "FlexRay", PhTransportType::FlexRay));
 }
 
 int parseProtocolLayer(BlockReader& reader, XcpBlock& block) {
@@ -119,10 +95,7 @@ int parseXcp(InterfaceBlock& block) {
     BlockReader& reader = block.reader;
     traceBlock(reader, "  Parse IF_DATA XCP\n");
     PhStationParam unattached;
-    PhCommParam* const commParam =
-        block.owner.kind() == PhClass::Group
-            ? &obtainCommParam(static_cast<PhGroup&>(block.owner), block.defaultByteOrder)
-            : nullptr;
+    PhCommParam* const commParam = obtainCommParam(block, "XCP", PhProtocolType::Xcp);
     XcpBlock parts{
         commParam,
         commParam == nullptr ? unattached : *commParam->stationParam,
@@ -130,13 +103,8 @@ int parseXcp(InterfaceBlock& block) {
         {},
     };
     reader.useKeywords(kXcpKeywords);
-    const int kind = readOptionals(reader, kBlocks, parts, reader.next());
-    reader.useKeywords(kCoreKeywords);
-    if (kind != END) {
-        return kind;
-    }
-    if (reader.next() != kw::core::IF_DATA) {
-        return reader.fail("Keyword 'IF_DATA' expected after /end");
+    if (!closeInterface(reader, readOptionals(reader, kBlocks, parts, reader.next()))) {
+        return TOK_ERROR;
     }
     mergeDaqLists(reader, parts);
     return reader.next();

@@ -132,15 +132,6 @@ constexpr InterfaceRule<PhProtocolParam> kProtocolLayerParts[] = {
     {Form::Block, ECU_STATES},
 };
 
-void setEncoding(BlockReader& reader, PhProtocolParam& protocol, PhByteOrder encoding) {
-    const PhByteOrder before = protocol.encoding;
-    if (before != PhByteOrder::Undefined && before != encoding && reader.verbose()) {
-        reader.warning("Encoding changed in XCP/PROTOCOL_LAYER (%d -> %d)",
-                       {static_cast<std::int32_t>(before), static_cast<std::int32_t>(encoding)});
-    }
-    protocol.encoding = encoding;
-}
-
 }  // namespace
 
 int parseXcpProtocolLayer(BlockReader& reader, PhProtocolParam& protocol) {
@@ -154,8 +145,9 @@ int parseXcpProtocolLayer(BlockReader& reader, PhProtocolParam& protocol) {
         return reader.unexpectedToken(kind);
     }
     properties.setInteger("xcp_byteorder_code", *byteOrder);
-    setEncoding(reader, protocol,
-                *byteOrder == 1 ? PhByteOrder::BigEndian : PhByteOrder::LittleEndian);
+    changeEncoding(reader, protocol,
+                   *byteOrder == 1 ? PhByteOrder::BigEndian : PhByteOrder::LittleEndian,
+                   "XCP/PROTOCOL_LAYER");
     if (const std::optional<std::int32_t> granularity = readWord(reader, kGranularities)) {
         properties.setInteger("address_granularity", *granularity);
     }
