@@ -211,11 +211,11 @@ TEST(GmlanSource, ClosingErrors) {
               "Error 1: Keyword 'CAN' expected after /end\n");
     EXPECT_EQ(gmlanMessages(source + "/begin CAN /begin UUDT_CAN_IDs /end CAN"),
               "Error 1: Keyword 'UUDT_CAN_IDs' expected after /end\n");
-    for (const std::string range : {"PERIODIC", "PARAMETER"}) {
-        EXPECT_EQ(
-            gmlanMessages(source + "/begin AVAILABLE_" + range +
-                          "_IDENTIFIER_RANGE FIRST_ID 1 LAST_ID 2 /end SOURCE"),
-            "Error 1: Keyword 'AVAILABLE_" + range + "_IDENTIFIER_RANGE' expected after /end\n");
+    for (const std::string range :
+         {"AVAILABLE_PERIODIC_IDENTIFIER_RANGE", "AVAILABLE_PARAMETER_IDENTIFIER_RANGE"}) {
+        std::string text = source;
+        text.append("/begin ").append(range).append(" FIRST_ID 1 LAST_ID 2 /end SOURCE");
+        EXPECT_EQ(gmlanMessages(text), "Error 1: Keyword '" + range + "' expected after /end\n");
     }
 }
 
