@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/class_codes.h"
+#include "model/model_memory.h"
 #include "model/ph_string.h"
 
 namespace quillmark {
@@ -20,6 +21,11 @@ class PhObject {
     PhObject(const PhObject&) = delete;
     PhObject& operator=(const PhObject&) = delete;
     virtual ~PhObject();
+
+    static void* operator new(std::size_t size) { return ModelMemory::allocate(size); }
+    static void operator delete(void* block, std::size_t size) noexcept {
+        ModelMemory::release(block, size);
+    }
 
     PhClass kind() const { return kind_; }
     std::int32_t refCount() const { return refCount_; }

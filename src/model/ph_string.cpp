@@ -1,13 +1,22 @@
 #include "model/ph_string.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <utility>
 
+#include "model/model_memory.h"
+
 namespace quillmark {
+
+namespace {
+
+/// Bytes of a record with its text and terminator.
+constexpr std::size_t allocationSize(std::size_t length) {
+    return 2 * sizeof(std::uint32_t) + length + 1;
+}
+
+}  // namespace
 
 PhString::Record* PhString::emptyRecord() {
     // Shared by all empty texts and never counted, so it is constant in all but type.
@@ -20,10 +29,7 @@ PhString::Record* PhString::emptyRecord() {
 }
 
 PhString::Record* PhString::allocate(std::size_t length) {
-    void* memory = std::malloc(sizeof(Record) + length + 1);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
+    void* memory = ModelMemory::allocate(allocationSize(length));
     auto* record = new (memory) Record{1, static_cast<std::uint32_t>(length)};
     characters(record)[length] = '\0';
     return record;
@@ -58,7 +64,7 @@ PhString& PhString::operator=(PhString other) noexcept {
 
 PhString::~PhString() {
     if (record_ != nullptr && record_->count != kImmortal && --record_->count == 0) {
-        std::free(record_);
+        ModelMemory::release(record_, allocationSize(record_->length));
     }
 }
 
