@@ -52,6 +52,7 @@ int PhA2l::parseModule(PhGroup& project) {
     }
     project.documents.append(module);
     traceBlock("Parse MODULE '%s'\n", *module);
+    module->referencesAreBound = true;  // until a name comes before its definition
     module_ = module.get();
     placeholders_ = {};
 

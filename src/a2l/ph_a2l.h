@@ -190,6 +190,7 @@ class PhA2l final : public BlockReader {
         auto placeholder = makePh<T>();
         placeholder->setName(PhString(name));
         placeholder->markPlaceholder();
+        module_->referencesAreBound = false;
         placeholders.append(placeholder);
         return placeholder;
     }

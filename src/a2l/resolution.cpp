@@ -113,7 +113,9 @@ void resolveScope(PhRoot& root, PhGroup& scope) {
     for (PhGroup& document : scope.documents) {
         resolveScope(root, document);
     }
-    ScopeResolver(root, scope).resolveAll();
+    if (!scope.referencesAreBound) {
+        ScopeResolver(root, scope).resolveAll();
+    }
 }
 
 }  // namespace quillmark

@@ -35,6 +35,10 @@ class PhGroup final : public PhObject {
     PhObjectList<PhMemoryPage> memoryPages;
     PhHandle<PhProperties> properties;  ///< empty until something is stored
 
+    /// Whether it is known that no reference within this scope needs binding, so that resolution
+    /// can pass it over.
+    bool referencesAreBound = false;
+
     /// The properties, made at first use.
     PhProperties& obtainProperties();
 
