@@ -134,12 +134,20 @@ std::string_view elementName(ConversionForm form) {
 }  // namespace
 
 IdentityFallbackNames::IdentityFallbackNames(const PhObjectList<PhConversion>& conversions,
-                                             const LibraryFeatures& features) {
+                                             const LibraryFeatures& features)
+    : index_(0) {
     for (const PhConversion& conversion : conversions) {
         if (formOf(conversion, features) == ConversionForm::Identity) {
-            names_.insert(conversion.name().view());
+            index_.add(conversion.name(), static_cast<std::uint32_t>(names_.size()));
+            names_.push_back(conversion.name());
         }
     }
+}
+
+bool IdentityFallbackNames::contains(std::string_view conversionName) const {
+    const std::uint32_t position = index_.find(
+        conversionName, [&](std::uint32_t at) { return names_[at].view() == conversionName; });
+    return position != PhNameIndex::kNone;
 }
 
 void writeCompuMethod(CfgChildren& parent, const PhConversion& conversion,

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <string_view>
-#include <unordered_set>
+#include <vector>
 
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/library_versions.h"
@@ -18,10 +18,11 @@ class IdentityFallbackNames {
     IdentityFallbackNames(const PhObjectList<PhConversion>& conversions,
                           const LibraryFeatures& features);
 
-    bool contains(std::string_view conversionName) const { return names_.contains(conversionName); }
+    bool contains(std::string_view conversionName) const;
 
   private:
-    std::unordered_set<std::string_view> names_;
+    std::vector<PhString> names_;
+    PhNameIndex index_;  ///< asked once for every signal
 };
 
 /// Adds the element that tells the logger how to turn a raw value into a physical one:

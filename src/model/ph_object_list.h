@@ -94,7 +94,7 @@ class PhObjectList {
     }
 
     /// First object of that name in list order, or nullptr.
-    T* find(std::string_view name) {
+    T* find(std::string_view name) const {
         if (items_.empty()) {
             return nullptr;
         }
@@ -133,7 +133,7 @@ class PhObjectList {
     }
 
   private:
-    void buildIndex() {
+    void buildIndex() const {
         index_ = std::make_unique<PhNameIndex>(items_.size());
         for (std::size_t position = 0; position < items_.size(); ++position) {
             index_->add(items_[position]->name(), static_cast<std::uint32_t>(position));
@@ -141,7 +141,7 @@ class PhObjectList {
     }
 
     std::vector<PhHandle<T>> items_;
-    std::unique_ptr<PhNameIndex> index_;
+    mutable std::unique_ptr<PhNameIndex> index_;  ///< made when it is first needed
 };
 
 }  // namespace quillmark
