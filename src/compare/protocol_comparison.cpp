@@ -57,14 +57,14 @@ const PhValue* sourcesOf(const PhCommParam& parameters) {
     return daq == nullptr ? nullptr : daqProperty(*daq, "sources");
 }
 
-/// None for a value that is no list.
-std::span<const PhHandle<PhValue>> elementsOf(const PhValue& value) {
-    const PhValue::List* elements = value.listIfAny();
+/// None for a value that is absent or no list.
+std::span<const PhHandle<PhValue>> elementsOf(const PhValue* value) {
+    const PhValue::List* elements = value == nullptr ? nullptr : value->listIfAny();
     return elements == nullptr ? std::span<const PhHandle<PhValue>>() : std::span(*elements);
 }
 
 const PhValue* elementOf(const PhValue& entry, std::string_view name) {
-    for (const PhHandle<PhValue>& element : elementsOf(entry)) {
+    for (const PhHandle<PhValue>& element : elementsOf(&entry)) {
         if (element->name().view() == name) {
             return element.get();
         }
@@ -96,7 +96,7 @@ std::vector<const PhDaqTpCan*> daqListCanIds(const PhCommParam& parameters) {
 
 std::vector<const PhValue*> sources(const PhCommParam& parameters) {
     std::vector<const PhValue*> items;
-    for (const PhHandle<PhValue>& entry : elementsOf(*sourcesOf(parameters))) {
+    for (const PhHandle<PhValue>& entry : elementsOf(sourcesOf(parameters))) {
         items.push_back(entry.get());
     }
     return items;
@@ -368,8 +368,8 @@ void compareCommands(const Comparison& comparison, const CommandTexts& texts,
                       "optional commands")) {
         return;
     }
-    const auto oldCommands = elementsOf(*oldProperty);
-    const auto newCommands = elementsOf(*newProperty);
+    const auto oldCommands = elementsOf(oldProperty);
+    const auto newCommands = elementsOf(newProperty);
     if (comparison.verbose) {
         showCommands(comparison, "  OPTIONAL_CMD(1) : ", texts, oldCommands);
         showCommands(comparison, "  OPTIONAL_CMD(2) : ", texts, newCommands);

@@ -103,8 +103,8 @@ void ModelMemory::release(void* block, std::size_t size) noexcept {
         std::free(block);
         return;
     }
-    const auto address = reinterpret_cast<std::uintptr_t>(block);
-    auto* chunk = reinterpret_cast<Chunk*>(address & ~(kChunkSize - 1));
+    const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) % kChunkSize;
+    auto* chunk = reinterpret_cast<Chunk*>(static_cast<char*>(block) - offset);
     if (--chunk->living != 0) {
         return;
     }
