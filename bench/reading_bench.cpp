@@ -1,0 +1,61 @@
+// From bytes to a model whose references are bound.
+
+#include "a2l/lexer.h"
+#include "a2l/resolution.h"
+#include "bench/sample.h"
+#include "platform/input_file.h"
+
+namespace quillmark::bench {
+namespace {
+
+class Lexer final : public A2lLexer {
+    void lexicalError(std::string_view) override {}
+};
+
+void lexing(benchmark::State& state) {
+    Token token;
+    for (auto _ : state) {
+        MemoryInputFile input(sample());
+        Lexer lexer;
+        lexer.attach(input);
+        std::int64_t kinds = 0;
+        for (int kind = 0; kind != TOK_EOF; kind = lexer.nextToken(token)) {
+            kinds += kind;
+        }
+        benchmark::DoNotOptimize(kinds);
+    }
+    countBytes(state, sample().size());
+}
+BENCHMARK(lexing)->Unit(benchmark::kMillisecond);
+
+void reading(benchmark::State& state) {
+    for (auto _ : state) {
+        PhRoot root;
+        if (!readSample(state, root)) {
+            return;
+        }
+    }
+    countBytes(state, sample().size());
+}
+BENCHMARK(reading)->Unit(benchmark::kMillisecond);
+
+void resolution(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        {
+            PhRoot root;
+            if (!readSample(state, root)) {
+                return;
+            }
+            state.ResumeTiming();
+            resolve(root);
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+    countBytes(state, sample().size());
+}
+BENCHMARK(resolution)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace quillmark::bench
