@@ -138,16 +138,15 @@ IdentityFallbackNames::IdentityFallbackNames(const PhObjectList<PhConversion>& c
     : index_(0) {
     for (const PhConversion& conversion : conversions) {
         if (formOf(conversion, features) == ConversionForm::Identity) {
-            index_.add(conversion.name(), static_cast<std::uint32_t>(names_.size()));
+            const auto position = static_cast<std::uint32_t>(names_.size());
             names_.push_back(conversion.name());
+            index_.add(conversion.name(), position, hasName(conversion.name().view()));
         }
     }
 }
 
 bool IdentityFallbackNames::contains(std::string_view conversionName) const {
-    const std::uint32_t position = index_.find(
-        conversionName, [&](std::uint32_t at) { return names_[at].view() == conversionName; });
-    return position != PhNameIndex::kNone;
+    return index_.find(conversionName, hasName(conversionName)) != PhNameIndex::kNone;
 }
 
 void writeCompuMethod(CfgChildren& parent, const PhConversion& conversion,

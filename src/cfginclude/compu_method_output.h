@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,10 @@ class IdentityFallbackNames {
     bool contains(std::string_view conversionName) const;
 
   private:
+    auto hasName(std::string_view name) const {
+        return [this, name](std::uint32_t at) { return names_[at].view() == name; };
+    }
+
     std::vector<PhString> names_;
     PhNameIndex index_;  ///< asked once for every signal
 };

@@ -37,36 +37,18 @@ std::uint32_t PhNameIndex::hashOf(std::string_view name) {
     return static_cast<std::uint32_t>(mix(hash, 0) >> 16U);
 }
 
-void PhNameIndex::add(const PhString& name, std::uint32_t position) {
-    if (name.isNull()) {
+void PhNameIndex::countNewEntry() {
+    ++used_;
+    if (used_ * 3 <= slots_.size() * 2) {
         return;
     }
-    if ((used_ + 1) * 3 > slots_.size() * 2) {
-        grow();
-    }
-    insert({hashOf(name.view()), position});
-    ++used_;
-}
-
-void PhNameIndex::insert(Slot entry) {
-    std::size_t slot = entry.hash & mask();
-    while (slots_[slot].position != kNone) {
-        slot = (slot + 1) & mask();
-    }
-    slots_[slot] = entry;
-}
-
-void PhNameIndex::grow() {
     std::vector<Slot> old(slots_.size() * 2);
     old.swap(slots_);
-    // Entering in order of position keeps the first of several equal names in front of the others.
-    std::sort(old.begin(), old.end(),
-              [](const Slot& left, const Slot& right) { return left.position < right.position; });
+    const auto isNoOther = [](std::uint32_t) { return false; };  // every entry has its own name
     for (const Slot& entry : old) {
-        if (entry.position == kNone) {
-            break;
+        if (entry.position != kNone) {
+            slots_[slotOf(entry.hash, isNoOther)] = entry;
         }
-        insert(entry);
     }
 }
 

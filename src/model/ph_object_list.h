@@ -11,30 +11,34 @@
 
 namespace quillmark {
 
-/// Finds list positions by name. Where a name occurs more than once, the position entered first is
-/// found. The table doubles as it fills, and its hash spreads serial names, so that a lookup among
-/// millions of names costs a probe or two.
+/// Finds list positions by name. Where a name occurs more than once, only the position that comes
+/// first is entered. The table doubles as it fills, and its hash spreads serial names, so that a
+/// lookup among millions of names, or of one name millions of times, costs a probe or two.
 class PhNameIndex {
   public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 
     explicit PhNameIndex(std::size_t expectedNames);
 
-    /// Enters a name; a null name is never found and not entered.
-    void add(const PhString& name, std::uint32_t position);
+    /// Enters a name unless `matches(position)` finds it in one of the entries with the name's
+    /// hash. A null name is never found and not entered.
+    template <typename Matches>
+    void add(const PhString& name, std::uint32_t position, Matches matches) {
+        if (name.isNull()) {
+            return;
+        }
+        const std::uint32_t hash = hashOf(name.view());
+        Slot& slot = slots_[slotOf(hash, matches)];
+        if (slot.position == kNone) {
+            slot = {hash, position};
+            countNewEntry();
+        }
+    }
 
-    /// Position of the first entry that `matches(position)` accepts among those with the name's
-    /// hash.
+    /// Position of the entry that `matches(position)` accepts among those with the name's hash.
     template <typename Matches>
     std::uint32_t find(std::string_view name, Matches matches) const {
-        const std::uint32_t hash = hashOf(name);
-        for (std::size_t slot = hash & mask(); slots_[slot].position != kNone;
-             slot = (slot + 1) & mask()) {
-            if (slots_[slot].hash == hash && matches(slots_[slot].position)) {
-                return slots_[slot].position;
-            }
-        }
-        return kNone;
+        return slots_[slotOf(hashOf(name), matches)].position;
     }
 
     static std::uint32_t hashOf(std::string_view name);
@@ -45,9 +49,19 @@ class PhNameIndex {
         std::uint32_t position = kNone;
     };
 
+    /// Where the entry is that matches, or else the free slot where it would be.
+    template <typename Matches>
+    std::size_t slotOf(std::uint32_t hash, Matches matches) const {
+        std::size_t slot = hash & mask();
+        while (slots_[slot].position != kNone &&
+               !(slots_[slot].hash == hash && matches(slots_[slot].position))) {
+            slot = (slot + 1) & mask();
+        }
+        return slot;
+    }
+
     std::size_t mask() const { return slots_.size() - 1; }
-    void insert(Slot entry);
-    void grow();
+    void countNewEntry();
 
     std::vector<Slot> slots_;  ///< a power of two, at most two thirds full
     std::size_t used_ = 0;
@@ -87,10 +101,10 @@ class PhObjectList {
 
     /// Adds a non-empty handle at the end.
     void append(PhHandle<T> object) {
-        if (index_ != nullptr) {
-            index_->add(object->name(), static_cast<std::uint32_t>(items_.size()));
-        }
         items_.push_back(std::move(object));
+        if (index_ != nullptr) {
+            enterIntoIndex(items_.size() - 1);
+        }
     }
 
     /// First object of that name in list order, or nullptr.
@@ -101,8 +115,7 @@ class PhObjectList {
         if (index_ == nullptr) {
             buildIndex();
         }
-        const std::uint32_t position =
-            index_->find(name, [&](std::uint32_t at) { return items_[at]->name().view() == name; });
+        const std::uint32_t position = index_->find(name, hasName(name));
         return position == PhNameIndex::kNone ? nullptr : items_[position].get();
     }
 
@@ -136,8 +149,17 @@ class PhObjectList {
     void buildIndex() const {
         index_ = std::make_unique<PhNameIndex>(items_.size());
         for (std::size_t position = 0; position < items_.size(); ++position) {
-            index_->add(items_[position]->name(), static_cast<std::uint32_t>(position));
+            enterIntoIndex(position);
         }
+    }
+
+    void enterIntoIndex(std::size_t position) const {
+        const PhString& name = items_[position]->name();
+        index_->add(name, static_cast<std::uint32_t>(position), hasName(name.view()));
+    }
+
+    auto hasName(std::string_view name) const {
+        return [this, name](std::uint32_t at) { return items_[at]->name().view() == name; };
     }
 
     std::vector<PhHandle<T>> items_;

@@ -233,6 +233,23 @@ TEST(PhObjectList, SortKeepsTheOrderOfEqualObjects) {
     EXPECT_EQ(namesOf(list), (std::vector<std::string>{"a2", "a1", "b1", "b0"}));
 }
 
+TEST(PhNameIndex, AMillionTimesOneNameCostsOneComparisonEach) {
+    constexpr std::uint32_t kTimes = 1000000;
+    const PhString name("Signal");
+    PhNameIndex index(0);
+    std::uint32_t matchings = 0;
+    const auto matches = [&matchings](std::uint32_t position) {
+        ++matchings;
+        return position == 0;
+    };
+    for (std::uint32_t position = 0; position < kTimes; ++position) {
+        index.add(name, position, matches);
+    }
+    EXPECT_EQ(matchings, kTimes - 1);
+    EXPECT_EQ(index.find("Signal", matches), 0U);
+    EXPECT_EQ(matchings, kTimes);
+}
+
 TEST(PhNameIndex, HashSpreadsSerialNames) {
     constexpr int kNames = 100000;
     constexpr std::size_t kBuckets = 1U << 17U;
