@@ -3,12 +3,12 @@
 namespace quillmark {
 
 PhDaqTpCan* PhDaqTpCapabilities::findByNumber(std::int32_t number) const {
-    for (PhDaqTpCan& entry : daqLists) {
-        if ((entry.number ? entry.number->toInteger() : 0) == number) {
-            return &entry;
-        }
+    for (; indexed_ < daqLists.count(); ++indexed_) {
+        PhDaqTpCan& entry = daqLists.at(indexed_);
+        firstByNumber_.try_emplace(entry.number ? entry.number->toInteger() : 0, &entry);
     }
-    return nullptr;
+    const auto found = firstByNumber_.find(number);
+    return found == firstByNumber_.end() ? nullptr : found->second;
 }
 
 PhProtocolParam& PhStationParam::protocolParam() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 
 #include "model/enumerations.h"
@@ -37,8 +39,13 @@ class PhDaqTpCapabilities final : public PhObject {
     PhObjectList<PhDaqTpCan> daqLists;
 
     /// First entry of that DAQ list number, or nullptr; an entry without a number counts as number
-    /// 0.
+    /// 0. Numbers are looked at once, by the first search after the entry was appended, and no
+    /// entry may be removed from then on.
     PhDaqTpCan* findByNumber(std::int32_t number) const;
+
+  private:
+    mutable std::map<std::int32_t, PhDaqTpCan*> firstByNumber_;  ///< of the first indexed_ entries
+    mutable std::size_t indexed_ = 0;
 };
 
 /// A clock or cycle: a tick count in units of a unit code. XCP unit codes: 1 s, 2 ms, 3 us, 4 ns,

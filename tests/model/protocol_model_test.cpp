@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/cpu_time.h"
+
 namespace quillmark {
 namespace {
 
@@ -114,6 +116,29 @@ TEST(PhDaqTpCapabilities, FindsTheFirstOfThatNumber) {
     addEntry(*capabilities, PhValue::ofInteger(1));
     EXPECT_EQ(capabilities->findByNumber(1), &first);
     EXPECT_EQ(capabilities->findByNumber(-1), nullptr);
+}
+
+TEST(PhDaqTpCapabilities, FindsWhatCameAfterASearch) {
+    const auto capabilities = makePh<PhDaqTpCapabilities>();
+    PhDaqTpCan& first = addEntry(*capabilities, PhValue::ofInteger(1));
+    EXPECT_EQ(capabilities->findByNumber(2), nullptr);
+    PhDaqTpCan& second = addEntry(*capabilities, PhValue::ofInteger(2));
+    addEntry(*capabilities, PhValue::ofInteger(1));
+    EXPECT_EQ(capabilities->findByNumber(2), &second);
+    EXPECT_EQ(capabilities->findByNumber(1), &first);
+}
+
+TEST(PhDaqTpCapabilities, SearchesDoNotWalkTheList) {
+    constexpr std::int32_t kEntries = 200000;
+    constexpr double kGenerous = 5;  // walking it each time takes more than a minute
+    const auto capabilities = makePh<PhDaqTpCapabilities>();
+    EXPECT_LT(cpuSecondsOf([&] {
+                  for (std::int32_t number = 0; number < kEntries; ++number) {
+                      ASSERT_EQ(capabilities->findByNumber(number), nullptr);
+                      addEntry(*capabilities, PhValue::ofInteger(number));
+                  }
+              }),
+              kGenerous);
 }
 
 TEST(PhDaqTpCapabilities, RealNumberIsTruncated) {
