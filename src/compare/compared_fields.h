@@ -8,7 +8,6 @@
 #include <type_traits>
 #include <utility>
 #include <variant>
-#include <vector>
 
 #include "compare/comparison.h"
 #include "model/protocol_model.h"
@@ -88,14 +87,15 @@ void compareFields(const Comparison& comparison, std::string_view prefix,
     }
 }
 
-/// Items that are told apart by a number.
-template <typename Item>
+/// Items that are told apart by a number. `Items` is what holds them: a list of the model, or a
+/// container that is made for the comparison.
+template <typename Item, typename Items = const PhObjectList<Item>&>
 struct NumberedCollection {
     /// What a lost item is called, with its trailing blank.
     std::string_view kindWord;
     /// What stands before the number in the labels; a row's label begins behind the number.
     std::string_view labelPrefix;
-    std::vector<const Item*> (*items)(const PhCommParam& parameters);
+    Items (*items)(const PhCommParam& parameters);
     const PhValue* (*number)(const Item& item);
     std::span<const FieldRow<Item>> rows;
 };
@@ -103,28 +103,30 @@ struct NumberedCollection {
 /// Looks for each old item among the new ones and compares the rows of those that are found. Of new
 /// items with one number only the first is ever found; new items without an old partner do not
 /// matter to a logger that was set up with the old description.
-template <typename Item>
-void compareNumbered(const Comparison& comparison, const NumberedCollection<Item>& collection,
+template <typename Item, typename Items>
+void compareNumbered(const Comparison& comparison,
+                     const NumberedCollection<Item, Items>& collection,
                      const PhCommParam& oldParameters, const PhCommParam& newParameters) {
     const auto numberOf = [&](const Item& item) {
         const PhValue* number = collection.number(item);
         return number == nullptr ? 0 : number->toInteger();
     };
-    std::map<std::int32_t, const Item*> newItems;
-    for (const Item* item : collection.items(newParameters)) {
-        newItems.try_emplace(numberOf(*item), item);
+    const Items& newItems = collection.items(newParameters);
+    std::map<std::int32_t, const Item*> newByNumber;
+    for (const Item& item : newItems) {
+        newByNumber.try_emplace(numberOf(item), &item);
     }
-    for (const Item* oldItem : collection.items(oldParameters)) {
-        const std::int32_t number = numberOf(*oldItem);
-        const auto found = newItems.find(number);
-        if (found == newItems.end()) {
+    for (const Item& oldItem : collection.items(oldParameters)) {
+        const std::int32_t number = numberOf(oldItem);
+        const auto found = newByNumber.find(number);
+        if (found == newByNumber.end()) {
             std::string message(collection.kindWord);
             message.append(std::to_string(number)).append(" is no longer present in new file");
             addFinding(comparison.report, kLevelError, std::move(message));
             continue;
         }
         const std::string prefix = std::string(collection.labelPrefix) + std::to_string(number);
-        compareFields(comparison, prefix, collection.rows, *oldItem, *found->second);
+        compareFields(comparison, prefix, collection.rows, oldItem, *found->second);
     }
 }
 

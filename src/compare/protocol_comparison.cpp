@@ -1,9 +1,12 @@
 #include "compare/protocol_comparison.h"
 
 #include <algorithm>
+#include <array>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -63,41 +66,49 @@ std::span<const PhHandle<PhValue>> elementsOf(const PhValue* value) {
     return elements == nullptr ? std::span<const PhHandle<PhValue>>() : std::span(*elements);
 }
 
-const PhValue* elementOf(const PhValue& entry, std::string_view name) {
-    for (const PhHandle<PhValue>& element : elementsOf(&entry)) {
-        if (element->name().view() == name) {
-            return element.get();
-        }
-    }
-    return nullptr;
+const PhObjectList<PhDaq>& daqLists(const PhCommParam& parameters) {
+    return daqOf(parameters)->daqLists;
 }
 
-template <typename Item>
-std::vector<const Item*> pointersTo(const PhObjectList<Item>& list) {
-    std::vector<const Item*> items;
-    items.reserve(list.count());
-    for (const Item& item : list) {
-        items.push_back(&item);
-    }
-    return items;
+const PhObjectList<PhRaster>& rasters(const PhCommParam& parameters) {
+    return daqOf(parameters)->rasters;
 }
 
-std::vector<const PhDaq*> daqLists(const PhCommParam& parameters) {
-    return pointersTo(daqOf(parameters)->daqLists);
+const PhObjectList<PhDaqTpCan>& daqListCanIds(const PhCommParam& parameters) {
+    return daqTpOf(parameters)->daqLists;
 }
 
-std::vector<const PhRaster*> rasters(const PhCommParam& parameters) {
-    return pointersTo(daqOf(parameters)->rasters);
+constexpr std::string_view kSourceNumber = "daq_number";
+constexpr std::string_view kSourceSettings[] = {
+    kSourceNumber,  "scaling_unit", "period", "can_id_variable",
+    "can_id_fixed", "first_pid",    "raster", "source_id",
+};
+
+/// A CCP source. It may tell each of its settings any number of times, and any number of sources
+/// may be compared with it, so the settings are looked for only once.
+struct Source {
+    /// The first value of each setting, in the order of kSourceSettings.
+    std::array<const PhValue*, std::size(kSourceSettings)> settings{};
+};
+
+std::size_t positionOfSetting(std::string_view name) {
+    return static_cast<std::size_t>(std::ranges::find(kSourceSettings, name) - kSourceSettings);
 }
 
-std::vector<const PhDaqTpCan*> daqListCanIds(const PhCommParam& parameters) {
-    return pointersTo(daqTpOf(parameters)->daqLists);
+const PhValue* sourceSetting(const Source& source, std::string_view name) {
+    return source.settings.at(positionOfSetting(name));
 }
 
-std::vector<const PhValue*> sources(const PhCommParam& parameters) {
-    std::vector<const PhValue*> items;
+std::vector<Source> sources(const PhCommParam& parameters) {
+    std::vector<Source> items;
     for (const PhHandle<PhValue>& entry : elementsOf(sourcesOf(parameters))) {
-        items.push_back(entry.get());
+        Source& source = items.emplace_back();
+        for (const PhHandle<PhValue>& element : elementsOf(entry.get())) {
+            const std::size_t position = positionOfSetting(element->name().view());
+            if (position < source.settings.size() && source.settings[position] == nullptr) {
+                source.settings[position] = element.get();
+            }
+        }
     }
     return items;
 }
@@ -140,7 +151,7 @@ std::string_view transportName(const PhTransportParam& transport) {
 
 using ProtocolRow = FieldRow<PhCommParam>;
 using DaqRow = FieldRow<PhDaqCapabilities>;
-using SourceRow = FieldRow<PhValue>;
+using SourceRow = FieldRow<Source>;
 using DaqListRow = FieldRow<PhDaq>;
 using RasterRow = FieldRow<PhRaster>;
 using CanIdRow = FieldRow<PhDaqTpCan>;
@@ -164,8 +175,8 @@ constexpr DaqRow kCcpDaqCapabilities[] = {
     {"daq capabilities:address_extension", DaqRow::NamedValue{&daqProperty, "address_extension"}},
 };
 
-constexpr SourceRow sourceRow(std::string_view label, std::string_view element) {
-    return {label, SourceRow::NamedValue{&elementOf, element}};
+constexpr SourceRow sourceRow(std::string_view label, std::string_view setting) {
+    return {label, SourceRow::NamedValue{&sourceSetting, setting}};
 }
 
 constexpr SourceRow kCcpSource[] = {
@@ -283,12 +294,12 @@ constexpr TransportRow kXcpTransport[] = {
 
 // Numbered collections.
 
-const PhValue* sourceNumber(const PhValue& source) {
-    return elementOf(source, "daq_number");
+const PhValue* sourceNumber(const Source& source) {
+    return sourceSetting(source, kSourceNumber);
 }
 
-constexpr NumberedCollection<PhValue> kCcpSources = {"Source ", "source(", &sources, &sourceNumber,
-                                                     kCcpSource};
+constexpr NumberedCollection<Source, std::vector<Source>> kCcpSources = {
+    "Source ", "source(", &sources, &sourceNumber, kCcpSource};
 constexpr NumberedCollection<PhDaq> kCcpDaqLists = {"Daq List ", "daqlist(", &daqLists,
                                                     &valueOf<&PhDaq::number>, kCcpDaqList};
 constexpr NumberedCollection<PhRaster> kCcpRasters = {"Raster ", "raster(", &rasters,
@@ -374,11 +385,12 @@ void compareCommands(const Comparison& comparison, const CommandTexts& texts,
         showCommands(comparison, "  OPTIONAL_CMD(1) : ", texts, oldCommands);
         showCommands(comparison, "  OPTIONAL_CMD(2) : ", texts, newCommands);
     }
+    std::set<std::int32_t> kept;
+    for (const PhHandle<PhValue>& command : newCommands) {
+        kept.insert(command->toInteger());
+    }
     for (const PhHandle<PhValue>& command : oldCommands) {
-        const bool kept = std::ranges::any_of(newCommands, [&](const PhHandle<PhValue>& other) {
-            return other->toInteger() == command->toInteger();
-        });
-        if (!kept) {
+        if (!kept.contains(command->toInteger())) {
             std::string message(texts.before);
             message.append(texts.nameOf(*command)).append(texts.behind);
             addFinding(report, kLevelError, std::move(message));

@@ -5,10 +5,12 @@
 
 #include <utility>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "compare/report_text.h"
 #include "support/collecting_console.h"
+#include "support/cpu_time.h"
 
 namespace quillmark {
 namespace {
@@ -265,6 +267,33 @@ TEST_F(ProtocolComparison, SourcesAreComparedWithinTheOldModule) {
               "  source(2):source_id = NULL # NULL\n");
 }
 
+TEST_F(ProtocolComparison, OfASettingThatASourceRepeatsTheFirstCounts) {
+    before.addSource(1, 10);
+    PhValue& source = *before.daq().properties->list("sources").back();
+    source.list().push_back(PhValue::ofInteger(20));
+    source.list().back()->setName(PhString("period"));
+    before.daqTp();
+    after.daqTp();
+    after.addSource(1, 10);
+    EXPECT_EQ(ccp(true), "");
+    EXPECT_THAT(shown(), testing::HasSubstr("  source(1):period = 10 # 10\n"));
+}
+
+TEST_F(ProtocolComparison, SourcesOfOneNumberWithManySettings) {
+    constexpr int kMany = 50000;
+    constexpr double kGenerous = 10;  // looking through the settings for each source takes minutes
+    for (int i = 0; i < kMany; ++i) {
+        before.addSource(1, 10);
+    }
+    PhValue& first = *before.daq().properties->list("sources").front();
+    for (int i = 0; i < kMany; ++i) {
+        first.list().push_back(PhValue::ofInteger(i));
+        first.list().back()->setName(PhString("first_pid"));
+    }
+    after.addSource(1, 10);
+    EXPECT_LT(cpuSecondsOf([&] { ccp(); }), kGenerous);
+}
+
 TEST_F(ProtocolComparison, ATimeBaseThatIsMissing) {
     before.addRaster(1).timebase = makePh<PhTimebase>();
     before.daq().rasters.last().timebase->resolution = 10;
@@ -343,6 +372,16 @@ TEST_F(ProtocolComparison, CommandsAreMatchedByCode) {
     const std::string lines = shown();
     EXPECT_EQ(lines.substr(lines.find("  OPTIONAL")),
               "  OPTIONAL_CMD(1) : 250 245 245 244 \n  OPTIONAL_CMD(2) : 244 240 \n");
+}
+
+TEST_F(ProtocolComparison, ManyCommandsThatAreLost) {
+    constexpr int kCommands = 100000;
+    constexpr double kGenerous = 5;  // comparing each with each takes a minute
+    for (int code = 0; code < kCommands; ++code) {
+        before.addCommand(code, "");
+        after.addCommand(-1 - code, "");
+    }
+    EXPECT_LT(cpuSecondsOf([&] { ccp(); }), kGenerous);
 }
 
 }  // namespace
