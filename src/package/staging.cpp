@@ -3,7 +3,6 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -150,6 +149,7 @@ int cZpkcCommon::cleanUp() {
         report("Temporary file %1 removed", {file.path});
     }
     staged_.clear();
+    entryNames_.clear();
     constexpr std::array<std::string_view, 6> kInnermostFirst = {
         "descriptionfiles", kUserFiles, kSigtrak, "deviceconf/vistrel", kDeviceConf, ""};
     for (const std::string_view directory : kInnermostFirst) {
@@ -162,10 +162,7 @@ int cZpkcCommon::cleanUp() {
 }
 
 void cZpkcCommon::remember(const std::string& entryName) {
-    const bool known = std::any_of(staged_.begin(), staged_.end(), [&](const StagedFile& file) {
-        return file.entryName == entryName;
-    });
-    if (!known) {
+    if (entryNames_.insert(entryName).second) {
         staged_.push_back({pathOf(entryName), entryName});
     }
 }

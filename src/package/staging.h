@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,7 @@ class cZpkcCommon {
     Console& console_;
     std::string stagingDir_;  ///< absolute
     std::vector<StagedFile> staged_;
+    std::set<std::string> entryNames_;  ///< of all of them
     std::string failedFile_;
 };
 
