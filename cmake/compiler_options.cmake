@@ -1,9 +1,11 @@
 # Warnings and sanitizers, carried by one interface target that every own target links.
 add_library(quillmark_compiler_options INTERFACE)
 
+# The scripts that compile without CMake read the same list.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/warnings.txt)
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/warnings.txt warning_flags)
 target_compile_options(quillmark_compiler_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-    -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough
+    ${warning_flags}
     # GCC 12 sees an overlap in "x" + std::string where there is none.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 

@@ -56,10 +56,7 @@ char* firstBlock(Chunk* chunk) {
 }
 
 void startChunk() {
-    void* memory = std::aligned_alloc(kChunkSize, kChunkSize);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
+    void* memory = ::operator new (kChunkSize, std::align_val_t{kChunkSize});
     adviseLargePages(memory, kChunkSize);
     cursor.chunk = new (memory) Chunk;
     cursor.next = firstBlock(cursor.chunk);
@@ -111,7 +108,7 @@ void ModelMemory::release(void* block, std::size_t size) noexcept {
     if (chunk == cursor.chunk) {
         cursor.next = firstBlock(chunk);  // nothing lives in it: begin it again
     } else {
-        std::free(chunk);
+        ::operator delete (chunk, std::align_val_t{kChunkSize});
     }
 }
 
