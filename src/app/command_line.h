@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 
@@ -10,19 +11,22 @@
 
 namespace quillmark {
 
-/// The work behind the commands, handed in so that tests can watch what is asked of it.
+/// The work behind the commands, handed in so that main() can keep what they work on, and tests can
+/// watch what is asked of it.
 struct CommandDrivers {
     /// Converts one description.
-    ConversionOutcome (*convert)(const ConvertRequest& request, Console& console);
+    std::function<ConversionOutcome(const ConvertRequest& request, Console& console)> convert;
 
     /// Is handed the whole argument vector and prints the usage text through `usage` if it is
     /// incomplete. Returns the exit status.
-    int (*decompress)(int argumentCount, const char* const* arguments, Console& console,
-                      void (*usage)(Console& console));
+    std::function<int(int argumentCount, const char* const* arguments, Console& console,
+                      void (*usage)(Console& console))>
+        decompress;
 
     /// Appends its findings to the report. Returns 0 if the two descriptions could be compared.
-    int (*compare)(CompareReport& report, bool verbose, const std::string& oldFile,
-                   const std::string& newFile, Console& console);
+    std::function<int(CompareReport& report, bool verbose, const std::string& oldFile,
+                      const std::string& newFile, Console& console)>
+        compare;
 };
 
 /// Runs the program on the argument vector, whose first element is the program's own name: prints

@@ -28,8 +28,7 @@ constexpr std::string_view kDirectorySeparators =
 
 }  // namespace
 
-ConversionOutcome convertCommand(const ConvertRequest& request, Console& console) {
-    PhRoot model;
+ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console) {
     if (!readDescription(request.inputFile, model, console)) {
         return ConversionOutcome::failed;
     }

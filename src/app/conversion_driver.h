@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "cfginclude/convert_request.h"
+#include "model/module_model.h"
 #include "platform/console.h"
 
 namespace quillmark {
@@ -19,10 +20,10 @@ enum class ConversionOutcome {
     refused,
 };
 
-/// Runs `convert`: reads the description, builds the include document and writes it to the output
-/// file, or into a package when one is asked for. An existing output file is only touched once the
-/// whole document is known. Everything that is made on the way is gone when this returns.
-ConversionOutcome convertCommand(const ConvertRequest& request, Console& console);
+/// Runs `convert`: reads the description into `model`, which is empty before, builds the include
+/// document and writes it to the output file, or into a package when one is asked for. An existing
+/// output file is only touched once the whole document is known.
+ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console);
 
 /// The name of the package that belongs to an output file: the suffix of its file part (the text
 /// behind the last dot) gives way to "zpki". Empty if the file part has no suffix. Directories keep

@@ -142,21 +142,19 @@ bool read(PhA2l& reader, PhRoot& root) {
 
 }  // namespace
 
-int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath,
-                 const std::string& newPath, Console& console) {
-    const auto oldRoot = makePh<PhRoot>();
+int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
+                 const std::string& newPath, PhRoot& newRoot, Console& console) {
     PhA2l oldReader(console, oldPath);
-    if (!read(oldReader, *oldRoot)) {
+    if (!read(oldReader, oldRoot)) {
         addFailure(report, {"Reading of file 1 failed: '", oldPath, "'"});
         return kCannotCompare;
     }
-    const auto newRoot = makePh<PhRoot>();
     PhA2l newReader(console, newPath);
-    if (!read(newReader, *newRoot)) {
+    if (!read(newReader, newRoot)) {
         addFailure(report, {"Reading of file 2 failed: '", newPath, "'"});
         return kCannotCompare;
     }
-    return compareDescriptions(report, verbose, oldPath, *oldRoot, newPath, *newRoot, console);
+    return compareDescriptions(report, verbose, oldPath, oldRoot, newPath, newRoot, console);
 }
 
 int compareDescriptions(CompareReport& report, bool verbose, const std::string& oldPath,

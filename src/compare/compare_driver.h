@@ -8,13 +8,15 @@
 
 namespace quillmark {
 
-/// Reads both descriptions and compares the acquisition settings of their modules, of which each
-/// must have exactly one. Findings are appended to the report; header lines and, if verbose, every
-/// compared pair go to the console. Returns 0 if the modules could be compared, whatever was found.
-int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath,
-                 const std::string& newPath, Console& console);
+/// Reads both descriptions, each into an empty model, and compares them as compareDescriptions()
+/// does. Returns 0 if the modules could be compared, whatever was found.
+int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
+                 const std::string& newPath, PhRoot& newRoot, Console& console);
 
-/// The same for two descriptions that have been read; the paths are what messages call them.
+/// Compares the acquisition settings of the modules of two descriptions, of which each must have
+/// exactly one. Findings are appended to the report; header lines and, if verbose, every compared
+/// pair go to the console. The paths are what messages call the descriptions. Returns 0 if the
+/// modules could be compared, whatever was found.
 int compareDescriptions(CompareReport& report, bool verbose, const std::string& oldPath,
                         const PhRoot& oldRoot, const std::string& newPath, const PhRoot& newRoot,
                         Console& console);

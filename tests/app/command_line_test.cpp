@@ -37,7 +37,7 @@ struct Fake {
 };
 Fake* fake = nullptr;
 
-constexpr CommandDrivers kFakeDrivers = {
+const CommandDrivers kFakeDrivers = {
     [](const ConvertRequest& request, Console& console) {
         ++fake->calls;
         fake->convertRequest = request;

@@ -22,7 +22,9 @@ class CompareFiles : public testing::Test {
     int run() {
         report.clear();
         console.out.clear();
-        return compareFiles(report, false, oldPath, newPath, console);
+        PhRoot oldRoot;
+        PhRoot newRoot;
+        return compareFiles(report, false, oldPath, oldRoot, newPath, newRoot, console);
     }
     void write(const std::string& oldText, const std::string& newText) {
         writeFile(oldPath, oldText);
