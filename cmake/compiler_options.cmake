@@ -15,8 +15,7 @@ endif()
 
 if(QUILLMARK_SANITIZE)
     set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    # -O1 keeps the instrumented suite quick enough to run at every landing.
-    target_compile_options(quillmark_compiler_options INTERFACE ${sanitizer_flags} -O1)
+    target_compile_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
     target_link_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
 endif()
 
