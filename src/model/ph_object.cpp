@@ -11,7 +11,7 @@ std::uint32_t takeObjectId() {
 
 }  // namespace
 
-PhObject::PhObject(PhClass kind) : kind_(kind), objectId_(takeObjectId()) {}
+PhObject::PhObject(PhClass kind) : objectId_(takeObjectId()), kind_(kind) {}
 
 PhObject::~PhObject() = default;
 

@@ -60,13 +60,15 @@ class PhObject {
     static constexpr std::uint8_t kPlaceholder = 1;
     static constexpr std::uint8_t kUnresolved = 2;
 
-    PhClass kind_;
-    std::uint8_t flags_ = 0;
+    // The name and the count stand together, as looking an object up takes both. The small members
+    // come last: those of a derived class go on in the room behind them.
+    PhString name_;
     std::int32_t refCount_ = 0;
     std::uint32_t objectId_;
     PhString longIdentifier_;
-    PhString name_;
     std::unique_ptr<std::array<std::vector<PhString>, 2>> texts_;  ///< only where used
+    PhClass kind_;
+    std::uint8_t flags_ = 0;
 };
 
 /// Counted pointer to a model object; may be empty.
