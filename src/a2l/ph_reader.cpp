@@ -10,6 +10,7 @@ void PhReader::trace(std::string_view format, std::initializer_list<MessageArgum
     }
     console_.print("-: ");
     console_.print(text.view());
+    console_.flush();  // whoever watches a long run, or ends it, has seen what was found so far
 }
 
 void PhReader::report(bool isError, std::int32_t line, std::string_view message) {

@@ -1,6 +1,9 @@
 #include "a2l/ph_a2l.h"
 
 #include <fstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -102,6 +105,33 @@ TEST(PhA2l, NestingCostsNoStack) {
         nested += "/end A ";
     }
     EXPECT_EQ(messages("/begin AXIS_PTS " + nested + "/end AXIS_PTS"), "");
+}
+
+/// Keeps what had reached the reader of the output whenever something was made visible.
+class WatchedConsole final : public Console {
+  public:
+    void print(std::string_view text) override { waiting += text; }
+    void printError(std::string_view) override {}
+    void flush() override { seen.push_back(std::exchange(waiting, "")); }
+
+    std::vector<std::string> seen;
+    std::string waiting;
+};
+
+TEST(PhA2l, AMessageIsSeenAtOnce) {
+    WatchedConsole console;
+    PhRoot root;
+    PhA2l reader(console, "a.a2l");
+    MemoryInputFile input(
+        "/begin PROJECT P \"\" /begin MODULE M \"\" /begin MOD_COMMON \"\" "
+        "BYTE_ORDER X\nBYTE_ORDER UBYTE /end X");
+    EXPECT_EQ(reader.parse(root, input), -1);
+    const std::vector<std::string> expected = {
+        "-: Warning (a.a2l:1): Unexpected token 'token=303' found\n",
+        "-: Warning (a.a2l:2): Unexpected token 'UBYTE' found\n",
+        "-: Error (a.a2l:2): Keyword 'MOD_COMMON' expected after /end\n"};
+    EXPECT_EQ(console.seen, expected);
+    EXPECT_EQ(console.waiting, "");
 }
 
 class RecordingLogger final : public PhLogger {
