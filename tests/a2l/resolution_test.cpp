@@ -115,13 +115,30 @@ TEST(Resolve, RealObjectsAreLeftAlone) {
 }
 
 TEST(Resolve, DefinitionsAfterTheirUseAreFound) {
-    EXPECT_EQ(moduleDump("/begin CHARACTERISTIC k \"\" VALUE 0 RL 0 CM 0 1 /end CHARACTERISTIC "
-                         "/begin COMPU_METHOD CM \"\" LINEAR \"\" \"\" /end COMPU_METHOD "
+    EXPECT_EQ(moduleDump("/begin MEASUREMENT m \"\" UBYTE CM 0 0 0 1 /end MEASUREMENT "
+                         "/begin CHARACTERISTIC k \"\" VALUE 0 RL 0 CM 0 1 /end CHARACTERISTIC "
+                         "/begin COMPU_METHOD CM \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF T REF_UNIT "
+                         "km /end COMPU_METHOD "
+                         "/begin COMPU_VTAB T \"\" TAB_VERB 0 /end COMPU_VTAB "
+                         "/begin UNIT km \"\" \"km\" DERIVED /end UNIT "
                          "/begin RECORD_LAYOUT RL /end RECORD_LAYOUT"),
-              "conversion CM longIdentifier=\"\" conversionType=CtLinear unit=\"\"\n"
+              "conversion CM longIdentifier=\"\" conversionType=CtTable unit=km tableRef=TAB::T\n"
+              "conversion TAB::T longIdentifier=\"\" conversionType=CtTable\n"
+              "unit km longIdentifier=\"\" displayText=\"km\"\n"
               "recordLayout RL\n"
+              "signal m longIdentifier=\"\" signalKind=Measurement lowerLimit=0 upperLimit=1\n"
+              "  datatype baseType=BtUInteger sizeBits=8 conversion=CM\n"
               "signal k longIdentifier=\"\" signalKind=Value address=0x0 lowerLimit=0 upperLimit=1 "
               "recordLayout=RL\n  datatype conversion=CM\n");
+}
+
+TEST(Resolve, WithoutALoggerMissingDefinitionsAreSilent) {
+    EXPECT_EQ(moduleDump("/begin MEASUREMENT m \"\" UBYTE gone 0 0 0 1 /end MEASUREMENT "
+                         "/begin COMPU_METHOD CM \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF T REF_UNIT "
+                         "km /end COMPU_METHOD"),
+              "conversion CM longIdentifier=\"\" conversionType=CtTable unit=km! tableRef=TAB::T!\n"
+              "signal m longIdentifier=\"\" signalKind=Measurement lowerLimit=0 upperLimit=1\n"
+              "  datatype baseType=BtUInteger sizeBits=8 conversion=gone!\n");
 }
 
 TEST(Resolve, AModuleDoesNotSeeItsNeighbour) {
