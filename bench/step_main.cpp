@@ -14,6 +14,7 @@
 
 #include "a2l/ph_a2l.h"
 #include "a2l/resolution.h"
+#include "platform/input_file.h"
 #include "platform/output_sink.h"
 
 namespace {

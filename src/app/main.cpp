@@ -6,9 +6,11 @@
 #include "cfginclude/decompress.h"
 #include "compare/compare_driver.h"
 #include "platform/console.h"
+#include "platform/output_signals.h"
 
 int main(int argumentCount, char* arguments[]) {
     using namespace quillmark;
+    turnOutputSignalsIntoErrors();
     StandardConsole console;
     // The models of a large description are millions of objects. They are left to the system, which
     // takes all memory back at once, to spare the time of taking them apart one by one.

@@ -6,6 +6,7 @@
 
 #include "cfginclude/blob_codec.h"
 #include "platform/console.h"
+#include "platform/input_file.h"
 #include "platform/output_sink.h"
 
 namespace quillmark {

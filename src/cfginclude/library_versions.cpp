@@ -14,7 +14,7 @@
 #include <tuple>
 
 #include "platform/console.h"
-#include "platform/output_sink.h"
+#include "platform/input_file.h"
 
 namespace quillmark {
 
@@ -164,9 +164,28 @@ std::string utf8(const QString& text) {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-// The text of the element just started, with that of elements inside; ends at its end tag.
+// The text of the element just started, with that of elements inside; ends at its end tag. Qt's own
+// way of reading it recurses, and a damaged file can nest more deeply than the stack goes.
 QString elementText(QXmlStreamReader& xml) {
-    return xml.readElementText(QXmlStreamReader::IncludeChildElements);
+    QString text;
+    int depth = 1;
+    while (depth > 0 && !xml.atEnd()) {
+        switch (xml.readNext()) {
+            case QXmlStreamReader::StartElement:
+                ++depth;
+                break;
+            case QXmlStreamReader::EndElement:
+                --depth;
+                break;
+            case QXmlStreamReader::Characters:
+            case QXmlStreamReader::EntityReference:
+                text += xml.text();
+                break;
+            default:
+                break;
+        }
+    }
+    return text;
 }
 
 QString foldedText(QXmlStreamReader& xml) {

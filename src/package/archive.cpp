@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 
 #include "package/error_texts.h"
+#include "platform/file_stream.h"
+#include "platform/input_file.h"
 
 namespace quillmark {
 namespace {
@@ -51,30 +53,33 @@ int addFilter(archive* writer, int compression) {
 }
 
 /// Copies the content block by block. The header has announced `size` bytes, so it must be these.
-bool writeContent(archive* writer, std::FILE* file, la_int64_t size) {
+bool writeContent(archive* writer, StandardInputFile& file, la_int64_t size) {
     std::array<char, kBlockBytes> block{};
     la_int64_t written = 0;
-    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file)) {
+    while (const std::size_t count = file.read(block.data(), block.size())) {
         if (archive_write_data(writer, block.data(), count) != static_cast<la_ssize_t>(count)) {
             return false;
         }
         written += static_cast<la_int64_t>(count);
     }
-    return std::ferror(file) == 0 && written == size;
+    return !file.failed() && written == size;
 }
 
 bool writeFile(archive* writer, const StagedFile& staged) {
-    const OpenFile file(std::fopen(staged.path.c_str(), "rb"), &std::fclose);
-    struct stat status {};
-    const Entry entry(archive_entry_new(), &archive_entry_free);
-    if (file == nullptr || entry == nullptr || stat(staged.path.c_str(), &status) != 0) {
+    std::FILE* const stream = openStream(staged.path, "rb");
+    if (stream == nullptr) {
         return false;
     }
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    StandardInputFile file(stream);
+    struct stat status {};
+    const Entry entry(archive_entry_new(), &archive_entry_free);
+    if (entry == nullptr || stat(staged.path.c_str(), &status) != 0) {
+        return false;
+    }
     archive_entry_copy_stat(entry.get(), &status);
     archive_entry_set_pathname(entry.get(), staged.entryName.c_str());
     return succeeded(archive_write_header(writer, entry.get())) &&
-           writeContent(writer, file.get(), archive_entry_size(entry.get())) &&
+           writeContent(writer, file, archive_entry_size(entry.get())) &&
            succeeded(archive_write_finish_entry(writer));
 }
 
@@ -124,7 +129,7 @@ std::optional<fs::path> withoutLinks(fs::path path) {
 }
 
 bool isWritable(const fs::path& file) {
-    return OpenFile(std::fopen(file.string().c_str(), "r+b"), &std::fclose) != nullptr;
+    return OpenFile(openStream(file.string(), "r+b"), &std::fclose) != nullptr;
 }
 
 /// Creates an empty file that did not exist, in the directory of another one. The name is short
@@ -133,7 +138,7 @@ std::optional<fs::path> createFileBeside(const fs::path& other) {
     constexpr int kMostNames = 1000;
     for (int i = 1; i <= kMostNames; ++i) {
         const fs::path path = other.parent_path() / (".zpki_" + std::to_string(i) + ".part");
-        const OpenFile file(std::fopen(path.string().c_str(), "wbx"), &std::fclose);
+        const OpenFile file(openStream(path.string(), "wbx"), &std::fclose);
         if (file != nullptr) {
             return path;
         }

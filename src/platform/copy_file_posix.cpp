@@ -1,5 +1,6 @@
+#include "platform/copy_file_posix.h"
+
 #include <cerrno>
-#include <cstddef>
 #include <vector>
 
 #include <fcntl.h>
@@ -17,7 +18,7 @@ constexpr mode_t kNewFileMode = 0666;
 /// An open file that is closed with its owner.
 class OpenFile {
   public:
-    OpenFile(const std::string& path, int flags) {
+    OpenFile(const std::string& path, int flags, const CopyCalls& calls) : calls_(calls) {
         do {
             descriptor_ = open(path.c_str(), flags | O_CLOEXEC, kNewFileMode);
         } while (descriptor_ < 0 && errno == EINTR);
@@ -34,22 +35,23 @@ class OpenFile {
         if (!isOpen()) {
             return true;
         }
-        const int result = close(descriptor_);
+        const int result = calls_.close(descriptor_);
         descriptor_ = -1;
         return result == 0;
     }
 
   private:
+    const CopyCalls& calls_;
     int descriptor_ = -1;
 };
 
-bool writeAll(int descriptor, const char* data, std::size_t size) {
+bool writeAll(const CopyCalls& calls, int descriptor, const char* data, std::size_t size) {
     while (size > 0) {
-        const ssize_t written = write(descriptor, data, size);
-        if (written < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
+        const ssize_t written = calls.write(descriptor, data, size);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
             return false;
         }
         data += written;
@@ -58,20 +60,17 @@ bool writeAll(int descriptor, const char* data, std::size_t size) {
     return true;
 }
 
-bool copyContent(int source, int target) {
+bool copyContent(const CopyCalls& calls, int source, int target) {
     std::vector<char> buffer(kCopyBufferBytes);
     while (true) {
-        const ssize_t count = read(source, buffer.data(), buffer.size());
-        if (count == 0) {
-            return true;
+        const ssize_t count = calls.read(source, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
         }
-        if (count < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
-            return false;
+        if (count <= 0) {
+            return count == 0;
         }
-        if (!writeAll(target, buffer.data(), static_cast<std::size_t>(count))) {
+        if (!writeAll(calls, target, buffer.data(), static_cast<std::size_t>(count))) {
             return false;
         }
     }
@@ -90,7 +89,11 @@ bool isAtEnd(int descriptor) {
 }  // namespace
 
 bool copyFile(const std::string& source, const std::string& target) {
-    const OpenFile input(source, O_RDONLY);
+    return copyFile(source, target, {&read, &write, &close});
+}
+
+bool copyFile(const std::string& source, const std::string& target, const CopyCalls& calls) {
+    const OpenFile input(source, O_RDONLY, calls);
     struct stat inputStatus {};
     if (!input.isOpen() || fstat(input.descriptor(), &inputStatus) != 0 ||
         S_ISDIR(inputStatus.st_mode)) {
@@ -105,8 +108,8 @@ bool copyFile(const std::string& source, const std::string& target) {
         targetStatus.st_ino == inputStatus.st_ino) {
         return false;
     }
-    OpenFile output(target, O_WRONLY | O_CREAT | O_TRUNC);
-    return output.isOpen() && copyContent(input.descriptor(), output.descriptor()) &&
+    OpenFile output(target, O_WRONLY | O_CREAT | O_TRUNC, calls);
+    return output.isOpen() && copyContent(calls, input.descriptor(), output.descriptor()) &&
            output.closeNow();
 }
 

@@ -3,17 +3,32 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/file_stream.h"
 
 namespace quillmark {
 
+namespace {
+
+/// The number of bytes that a regular file announces, 0 for everything else.
+std::size_t announcedSize(const std::string& name) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(name, error);
+    return error ? 0 : static_cast<std::size_t>(size);
+}
+
+}  // namespace
+
 std::unique_ptr<StandardInputFile> StandardInputFile::open(const std::string& name) {
-    std::FILE* const stream = std::fopen(name.c_str(), "rt");
-    if (stream == nullptr) {
-        return nullptr;
-    }
+    std::FILE* const stream = openStream(name, "rt");
+    return stream == nullptr ? nullptr : std::make_unique<StandardInputFile>(stream);
+}
+
+StandardInputFile::StandardInputFile(std::FILE* stream) : stream_(stream) {
     // Callers read in large blocks, so a buffer in between would only copy every byte once more.
     std::setvbuf(stream, nullptr, _IONBF, 0);
-    return std::unique_ptr<StandardInputFile>(new StandardInputFile(stream));
 }
 
 StandardInputFile::~StandardInputFile() {
@@ -24,12 +39,7 @@ std::size_t StandardInputFile::read(char* buffer, std::size_t size) {
     while (!atEnd_) {
         errno = 0;
         const std::size_t count = std::fread(buffer, 1, size, stream_);
-        const bool interrupted = std::ferror(stream_) != 0 && errno == EINTR;
-        if (interrupted) {
-            std::clearerr(stream_);
-        } else {
-            atEnd_ = count < size;
-        }
+        atEnd_ = count < size && !wasInterrupted(stream_);
         if (count > 0) {
             return count;
         }
@@ -48,6 +58,35 @@ std::size_t MemoryInputFile::read(char* buffer, std::size_t size) {
         rest_.remove_prefix(count);
     }
     return count;
+}
+
+void readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes) {
+    constexpr std::size_t kSmallestStep = std::size_t{64} * 1024;
+
+    // One byte more than expected, so that the first read already meets the end of the file.
+    std::size_t room = std::max(std::min(expectedSize, bytes.max_size() - 1) + 1, kSmallestStep);
+    std::size_t used = 0;
+    std::size_t count = 0;
+    do {
+        if (used == room) {
+            room += room / 2;
+        }
+        bytes.resize(room);
+        count = input.read(bytes.data() + used, room - used);
+        used += count;
+    } while (count > 0);
+    bytes.resize(used);
+}
+
+bool readWholeFile(const std::string& name, std::string& bytes) {
+    bytes.clear();
+    std::FILE* const stream = openStream(name, "rb");
+    if (stream == nullptr) {
+        return false;
+    }
+    StandardInputFile input(stream);
+    readToEnd(input, announcedSize(name), bytes);
+    return true;
 }
 
 }  // namespace quillmark

@@ -30,13 +30,18 @@ class StandardInputFile final : public InputFile {
     /// empty.
     static std::unique_ptr<StandardInputFile> open(const std::string& name);
 
+    /// Takes over an open stream from which nothing has been read.
+    explicit StandardInputFile(std::FILE* stream);
+
     ~StandardInputFile() override;
 
+    /// Reads that a signal interrupted are taken up again.
     std::size_t read(char* buffer, std::size_t size) override;
 
-  private:
-    explicit StandardInputFile(std::FILE* stream) : stream_(stream) {}
+    /// Whether the input ended because it could not be read any further.
+    [[nodiscard]] bool failed() const { return std::ferror(stream_) != 0; }
 
+  private:
     std::FILE* stream_;
     bool atEnd_ = false;
 };
@@ -54,5 +59,14 @@ class MemoryInputFile final : public InputFile {
     std::string_view rest_;
     std::size_t chunkSize_;
 };
+
+/// Replaces `bytes` by everything that the input holds, of which `expectedSize` is a guess: with a
+/// good one nothing is copied on the way.
+void readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes);
+
+/// Replaces `bytes` by the content of the named file. Returns false when the file could not be
+/// opened. What can be opened but not read (a directory, a device with a defect) counts as ending
+/// where reading stopped. Pipes and FIFOs are read to their end.
+[[nodiscard]] bool readWholeFile(const std::string& name, std::string& bytes);
 
 }  // namespace quillmark

@@ -78,6 +78,11 @@ class StringSink final : public OutputSink {
 class FileSink final : public OutputSink {
   public:
     explicit FileSink(const std::string& name);
+
+    /// Takes over an open stream to which nothing has been written; nullptr is a file that could
+    /// not be opened.
+    explicit FileSink(std::FILE* stream);
+
     ~FileSink() override;
 
     /// False when the file could not be opened; `ok` is false then, too.
@@ -91,10 +96,5 @@ class FileSink final : public OutputSink {
     std::FILE* file_;
     bool opened_;
 };
-
-/// Replaces `bytes` by the content of the named file. Returns false when the file could not be
-/// opened. What can be opened but not read (a directory, a device with a defect) counts as ending
-/// where reading stopped. Pipes and FIFOs are read to their end.
-[[nodiscard]] bool readWholeFile(const std::string& name, std::string& bytes);
 
 }  // namespace quillmark

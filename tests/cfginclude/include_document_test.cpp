@@ -9,6 +9,7 @@
 #include "cfginclude/model_making.h"
 #include "platform/login_name.h"
 #include "support/collecting_console.h"
+#include "support/refusals.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -253,6 +254,16 @@ TEST_F(IncludeDocumentTest, FileThatCannotBeOpenedIsReported) {
     console_.out.clear();
     EXPECT_EQ(writeIncludeFile("no/such/out", *document_.root, false, console_), 1);
     EXPECT_EQ(console_.out, "ERROR: Cannot open output file: no/such/out\n");
+}
+
+TEST_F(IncludeDocumentTest, FileThatCannotBeOpenedStaysAsItWas) {
+    ASSERT_EQ(build(), DocumentStatus::Built);
+    writeFile("out", "old");
+    {
+        const TooManyFiles refusal;
+        EXPECT_EQ(writeIncludeFile("out", *document_.root, false, console_), 1);
+    }
+    EXPECT_EQ(readFile("out"), "old");
 }
 
 TEST(DocumentOriginTest, IsTheUserOfThisProcess) {

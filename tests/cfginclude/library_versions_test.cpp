@@ -120,6 +120,21 @@ TEST_F(VersionFile, MustBeWellFormedToItsEnd) {
     EXPECT_FALSE(readVersionFile(directory_.path().string(), info_));
 }
 
+TEST_F(VersionFile, MayNestDeeply) {
+    constexpr int kDepth = 200000;
+    std::string open;
+    std::string close;
+    for (int i = 0; i < kDepth; ++i) {
+        open += "<a>";
+        close += "</a>";
+    }
+    ASSERT_TRUE(read("<v><TopVersion>1" + open + ".2" + close + "<!-- c --><?p?>.3</TopVersion>" +
+                     "<VersionList>" + open + "4" + close + "</VersionList></v>"));
+    EXPECT_EQ(info_.topVersion, "1.2.3");
+    EXPECT_EQ(info_.versions, std::vector<std::string>{"4"});
+    EXPECT_FALSE(read("<v><TopVersion>1" + open));
+}
+
 TEST_F(VersionFile, ComesWithAnExample) {
     ASSERT_TRUE(readVersionFile(QUILLMARK_EXAMPLES "/sigtrakVersions.xml", info_));
     EXPECT_EQ(info_.topVersion, "2023.4.2");

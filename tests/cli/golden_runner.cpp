@@ -14,6 +14,8 @@
 //              fifo PATH FILE           a pipe from which FILE, as seen from the case, comes
 //              env NAME=VALUE
 //              file-limit BYTES         no file of the program grows longer, as on a full disk
+//              memory-limit BYTES       so much address space has the program; the case is passed
+//                                       over where a sanitizer needs more than any limit
 //              occupy-staging-names     other directories have the names of staging directories
 //   stdout, stderr   the output of all runs; absent if empty
 //   exit     the exit statuses, one per line; absent if all are 0
@@ -58,6 +60,14 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kCaseTimeLimit{20};
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kHasSanitizer = true;
+#elif defined(__has_feature)
+constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
+#else
+constexpr bool kHasSanitizer = false;
+#endif
 
 /// Everything that is compared of a case.
 struct Record {
@@ -143,6 +153,8 @@ class Playground {
     fs::path temp;
     /// Processes that feed named pipes.
     std::vector<int> feeders;
+    /// Address space that the program may take, 0 for no limit [bytes].
+    std::uint64_t memoryLimit = 0;
 
   private:
     rlimit oldLimit_{};
@@ -174,6 +186,10 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
     }
     if (words.size() == 2 && words[0] == "file-limit") {
         playground.limitFiles(std::stoull(words[1]));
+        return true;
+    }
+    if (words.size() == 2 && words[0] == "memory-limit") {
+        playground.memoryLimit = std::stoull(words[1]);
         return true;
     }
     if (words.size() == 1 && words[0] == "occupy-staging-names") {
@@ -234,7 +250,8 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
     Record record;
     const FileTree before = readTree(playground.work);
     RunContext context{std::time(nullptr), 0, userName(), playground.work, playground.temp};
-    const auto limit = std::chrono::steady_clock::now() + kCaseTimeLimit;
+    const RunLimits limits{std::chrono::steady_clock::now() + kCaseTimeLimit,
+                           playground.memoryLimit};
     bool failed = false;
     const std::string commands = readBytes(caseDir / "cmd");
     for (const std::string_view line : splitLines(commands)) {
@@ -244,7 +261,7 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
             continue;
         }
         const RunResult result =
-            runProgram(program, *arguments, playground.work, playground.root, limit);
+            runProgram(program, *arguments, playground.work, playground.root, limits);
         record.out += result.out;
         record.err += result.err;
         record.exit += result.exit + '\n';
@@ -378,6 +395,10 @@ bool checkCase(const fs::path& program, const fs::path& caseDir, bool update) {
         playground.setVariable("TMPDIR", playground.temp);
         if (!setUp(caseDir, playground)) {
             return false;
+        }
+        if (playground.memoryLimit != 0 && kHasSanitizer) {
+            std::cout << caseDir.string() << ": passed over, a sanitizer has no memory limit\n";
+            return true;
         }
         actual = runCase(program, caseDir, playground, problems);
     }

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,7 +48,7 @@ std::string waitUntil(pid_t process, std::chrono::steady_clock::time_point limit
 
 RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
                      const std::filesystem::path& workDir, const std::filesystem::path& scratch,
-                     std::chrono::steady_clock::time_point limit) {
+                     const RunLimits& limits) {
     const std::string outFile = scratch / "stdout";
     const std::string errFile = scratch / "stderr";
     std::string ownName = "quillmark";
@@ -60,6 +61,13 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
 
     const pid_t process = fork();
     if (process == 0) {
+        // As a shell starts it, whatever this process does about its own signals.
+        signal(SIGXFSZ, SIG_DFL);
+        signal(SIGPIPE, SIG_DFL);
+        if (limits.memory != 0) {
+            const rlimit memory{limits.memory, limits.memory};
+            setrlimit(RLIMIT_AS, &memory);
+        }
         redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
         redirect(STDOUT_FILENO, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
         redirect(STDERR_FILENO, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
@@ -71,7 +79,7 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
     if (process < 0) {
         return {"fork failed", "", ""};
     }
-    const std::string exit = waitUntil(process, limit);
+    const std::string exit = waitUntil(process, limits.time);
     return {exit, readBytes(outFile), readBytes(errFile)};
 }
 

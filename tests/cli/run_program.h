@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -16,11 +17,17 @@ struct RunResult {
     std::string err;
 };
 
+/// What a program may take.
+struct RunLimits {
+    std::chrono::steady_clock::time_point time;
+    std::uint64_t memory = 0;  ///< bytes of address space; 0 for no limit
+};
+
 /// Runs a program in a directory with an empty standard input and waits for its end, but not beyond
 /// the time limit. `scratch` is a directory for the two output files.
 RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
                      const std::filesystem::path& workDir, const std::filesystem::path& scratch,
-                     std::chrono::steady_clock::time_point limit);
+                     const RunLimits& limits);
 
 /// Starts a process that writes a content into a named pipe as soon as somebody reads from it.
 /// Returns its id for stopProcess.

@@ -19,6 +19,7 @@
 
 #include "cli/file_tree.h"
 #include "package/error_texts.h"
+#include "support/refusals.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -178,6 +179,32 @@ TEST_F(CreateArchive, ALinkStaysALink) {
         EXPECT_EQ(packed(dir.file("out/real.zpki")).size(), 2U);
         EXPECT_THAT(namesIn("out"), ElementsAre("real.zpki"));
     }
+}
+
+TEST_F(CreateArchive, APackageThatCannotBeOpenedStaysAsItWas) {
+    writeFile(target, "old package");
+    {
+        const TooManyFiles refusal;
+        EXPECT_EQ(create(), kArchiveNotOpened);
+    }
+    fs::permissions(target, fs::perms::owner_read);
+    {
+        const OrdinaryUser user;
+        if (user.isOrdinary()) {
+            EXPECT_EQ(create(), kArchiveNotOpened);
+        }
+    }
+    EXPECT_EQ(readFile(target), "old package");
+    EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
+}
+
+TEST_F(CreateArchive, AStagedFileThatWasTakenAway) {
+    writeFile(target, "old package");
+    stage("b", "content of b");
+    fs::remove(dir.file("b"));
+    EXPECT_EQ(create(), kArchiveNotWritten);
+    EXPECT_EQ(readFile(target), "old package");
+    EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
 }
 
 TEST_F(CreateArchive, AFullDisk) {

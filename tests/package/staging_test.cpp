@@ -9,6 +9,7 @@
 
 #include "package/error_texts.h"
 #include "support/collecting_console.h"
+#include "support/refusals.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -157,6 +158,24 @@ TEST_F(Staging, ConfigurationFileThatCannotBeCopied) {
     fs::remove_all(tree + "/deviceconf");
     EXPECT_EQ(staging.copyConfigurationFile(source.file("ecu"), true), kDeviceConfMissing);
     EXPECT_THAT(entryNames(), IsEmpty());
+}
+
+TEST_F(Staging, ATreeThatWasTakenAway) {
+    writeFile(source.file("n"), "x");
+    ASSERT_EQ(createTree(), kPackageOk);
+    ASSERT_EQ(staging.copyUserFiles({source.file("n")}, ""), kPackageOk);
+    fs::remove_all(tree);
+    EXPECT_EQ(staging.copyUserFiles({source.file("n")}, ""), kCopyingUserFileFailed);
+    EXPECT_EQ(staging.copyConfigurationFile(source.file("n"), true), kDeviceConfMissing);
+    EXPECT_EQ(staging.cleanUp(), kPackageOk);  // nothing is left to be removed
+}
+
+TEST_F(Staging, ATemporaryDirectoryWithoutRights) {
+    fs::permissions(dir.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    const OrdinaryUser user;
+    if (user.isOrdinary()) {
+        EXPECT_EQ(createTree(), kStagingNotCreated);
+    }
 }
 
 TEST_F(Staging, ForeignFilesAreNotRemoved) {

@@ -1,6 +1,7 @@
 #include "platform/input_file.h"
 
-#include <cstdio>
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -8,6 +9,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "support/faulty_file.h"
+#include "support/temp_dir.h"
 
 namespace quillmark {
 namespace {
@@ -21,11 +25,12 @@ std::string readAll(InputFile& input, std::size_t block) {
     return all;
 }
 
-void writeFile(const std::string& name, const std::string& bytes) {
-    std::FILE* const stream = std::fopen(name.c_str(), "wb");
-    ASSERT_NE(stream, nullptr);
-    std::fwrite(bytes.data(), 1, bytes.size(), stream);
-    std::fclose(stream);
+std::string patternOf(std::size_t size) {
+    std::string text(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) {
+        text[i] = static_cast<char>(i * 7 + i / 251);
+    }
+    return text;
 }
 
 class InputFileTest : public testing::Test {
@@ -92,6 +97,27 @@ TEST_F(InputFileTest, PipeIsReadToItsEnd) {
     EXPECT_EQ(all, bytes);
 }
 
+TEST(StandardInputFile, TakesUpInterruptedReads) {
+    const std::string expected = patternOf(5000);
+    FaultyFile file({{0, EINTR}, {17, EINTR}, {4096, EINTR}, {5000, EINTR}}, expected);
+    {
+        StandardInputFile input(file.open("rb"));
+        EXPECT_TRUE(readAll(input, 1000) == expected);
+        EXPECT_FALSE(input.failed());
+    }
+    EXPECT_TRUE(file.isClosed());
+}
+
+TEST(StandardInputFile, EndsWhereItCannotBeReadAnyFurther) {
+    const std::string content = patternOf(5000);
+    FaultyFile file({{4321, EIO}}, content);
+    StandardInputFile input(file.open("rb"));
+    EXPECT_TRUE(readAll(input, 1000) == content.substr(0, 4321));
+    char byte = 0;
+    EXPECT_EQ(input.read(&byte, 1), 0U);
+    EXPECT_TRUE(input.failed());
+}
+
 TEST(MemoryInputFile, HandsOutChunks) {
     MemoryInputFile whole("abcdefg");
     char buffer[8] = {};
@@ -107,6 +133,67 @@ TEST(MemoryInputFile, HandsOutChunks) {
     MemoryInputFile empty("");
     EXPECT_EQ(empty.read(buffer, sizeof buffer), 0U);
 }
+
+TEST(ReadToEnd, NeedsNoGoodGuessOfTheSize) {
+    for (const std::size_t size : {std::size_t{0}, std::size_t{65535}, std::size_t{65536},
+                                   std::size_t{65537}, std::size_t{300000}}) {
+        const std::string expected = patternOf(size);
+        for (const std::size_t guess : {std::size_t{0}, size, size + 1, 2 * size}) {
+            MemoryInputFile input(expected, 7777);
+            std::string bytes = "old";
+            readToEnd(input, guess, bytes);
+            EXPECT_TRUE(bytes == expected) << size << " " << guess;
+        }
+    }
+}
+
+TEST(ReadToEnd, KeepsWhatCameBeforeAnError) {
+    FaultyFile file({{100, EINTR}, {70000, EIO}}, patternOf(90000));
+    StandardInputFile input(file.open("rb"));
+    std::string bytes;
+    readToEnd(input, 90000, bytes);
+    EXPECT_TRUE(bytes == patternOf(70000));
+}
+
+TEST(ReadWholeFile, ReadsEveryByte) {
+    const TempDir directory;
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{65535},
+                                   std::size_t{65536}, std::size_t{65537}, std::size_t{300000}}) {
+        const std::string expected = patternOf(size);
+        writeFile(directory.file("in.bin"), expected);
+        std::string bytes = "old";
+        ASSERT_TRUE(readWholeFile(directory.file("in.bin"), bytes));
+        EXPECT_TRUE(bytes == expected) << size;
+    }
+}
+
+TEST(ReadWholeFile, ReportsAMissingFile) {
+    const TempDir directory;
+    std::string bytes = "old";
+    EXPECT_FALSE(readWholeFile(directory.file("missing"), bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+#ifndef _WIN32
+TEST(ReadWholeFile, TakesADirectoryForAnEmptyFile) {
+    const TempDir directory;
+    std::string bytes = "old";
+    EXPECT_TRUE(readWholeFile(directory.path().string(), bytes));
+    EXPECT_EQ(bytes, "");
+}
+
+TEST(ReadWholeFile, ReadsAPipeToItsEnd) {
+    const TempDir directory;
+    const std::string name = directory.file("fifo");
+    ASSERT_EQ(std::system(("mkfifo '" + name + "'").c_str()), 0);
+    const std::string expected = patternOf(200000);
+    std::thread writer([&] { writeFile(name, expected); });
+    std::string bytes;
+    EXPECT_TRUE(readWholeFile(name, bytes));
+    writer.join();
+    EXPECT_TRUE(bytes == expected);
+}
+#endif
 
 }  // namespace
 }  // namespace quillmark

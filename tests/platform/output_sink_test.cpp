@@ -1,15 +1,16 @@
 #include "platform/output_sink.h"
 
+#include <cerrno>
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "support/faulty_file.h"
+#include "support/refusals.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -133,45 +134,70 @@ TEST(FileSink, RemembersThatTheDeviceIsFull) {
     EXPECT_FALSE(sink.ok());
 }
 
-TEST(ReadWholeFile, ReadsEveryByte) {
-    const TempDir directory;
-    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{65535},
-                                   std::size_t{65536}, std::size_t{65537}, std::size_t{300000}}) {
-        const std::string expected = patternOf(size);
-        writeFile(directory.file("in.bin"), expected);
-        std::string bytes = "old";
-        ASSERT_TRUE(readWholeFile(directory.file("in.bin"), bytes));
-        EXPECT_TRUE(bytes == expected) << size;
+TEST(FileSink, TakesUpInterruptedWrites) {
+    const std::string expected = patternOf(3 * OutputSink::kBufferSize + 5);
+    FaultyFile file({{0, EINTR}, {1000, EINTR}, {OutputSink::kBufferSize, EINTR}});
+    {
+        FileSink sink(file.open("wb"));
+        sink.write(expected);
+        sink.finish();
+        EXPECT_TRUE(sink.ok());
     }
+    EXPECT_TRUE(file.content() == expected);
 }
 
-TEST(ReadWholeFile, ReportsAMissingFile) {
-    const TempDir directory;
-    std::string bytes = "old";
-    EXPECT_FALSE(readWholeFile(directory.file("missing"), bytes));
-    EXPECT_EQ(bytes, "");
+TEST(FileSink, DropsWhatComesAfterAFailure) {
+    const std::string bytes = patternOf(2 * OutputSink::kBufferSize);
+    FaultyFile file({{1000, ENOSPC}});
+    FileSink sink(file.open("wb"));
+    sink.write(bytes);
+    EXPECT_FALSE(sink.ok());
+    sink.write(bytes);
+    sink.finish();
+    EXPECT_FALSE(sink.ok());
+    EXPECT_TRUE(file.content() == bytes.substr(0, 1000));
+    EXPECT_TRUE(file.isClosed());
 }
 
-#ifndef _WIN32
-TEST(ReadWholeFile, TakesADirectoryForAnEmptyFile) {
-    const TempDir directory;
-    std::string bytes = "old";
-    EXPECT_TRUE(readWholeFile(directory.path().string(), bytes));
-    EXPECT_EQ(bytes, "");
+TEST(FileSink, RemembersThatClosingFailed) {
+    FaultyFile file({}, {}, EIO);
+    FileSink sink(file.open("wb"));
+    sink.write("x");
+    EXPECT_TRUE(sink.ok());
+    sink.finish();
+    EXPECT_FALSE(sink.ok());
+    EXPECT_EQ(file.content(), "x");
 }
 
-TEST(ReadWholeFile, ReadsAPipeToItsEnd) {
+TEST(FileSink, AFileThatCannotBeOpenedStaysAsItWas) {
     const TempDir directory;
-    const std::string name = directory.file("fifo");
-    ASSERT_EQ(std::system(("mkfifo '" + name + "'").c_str()), 0);
-    const std::string expected = patternOf(200000);
-    std::thread writer([&] { writeFile(name, expected); });
-    std::string bytes;
-    EXPECT_TRUE(readWholeFile(name, bytes));
-    writer.join();
-    EXPECT_TRUE(bytes == expected);
+    const std::string name = directory.file("out.bin");
+    writeFile(name, "old");
+    {
+        const TooManyFiles refusal;
+        FileSink sink(name);
+        EXPECT_FALSE(sink.isOpen());
+        sink.write("new");
+    }
+    EXPECT_EQ(readFile(name), "old");
 }
-#endif
+
+TEST(FileSink, AFileThatMayNotBeWrittenStaysAsItWas) {
+    const TempDir directory;
+    const std::string name = directory.file("out.bin");
+    writeFile(name, "old");
+    std::filesystem::permissions(name, std::filesystem::perms::owner_read);
+    {
+        const OrdinaryUser user;
+        if (!user.isOrdinary()) {
+            GTEST_SKIP();
+        }
+        FileSink sink(name);
+        EXPECT_FALSE(sink.isOpen());
+        sink.write("new");
+    }
+    EXPECT_EQ(readFile(name), "old");
+}
 
 }  // namespace
 }  // namespace quillmark
