@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 
 #include <zlib.h>
 
@@ -43,6 +44,12 @@ Bytef* inputOf(std::string_view bytes) {
     return reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
 }
 
+void useMemory(z_stream& stream, const ZlibMemory& memory) {
+    stream.zalloc = memory.take;
+    stream.zfree = memory.giveBack;
+    stream.opaque = memory.context;
+}
+
 char* encodeGroup(const char* in, char* out) {
     const auto byte = [in](std::size_t i) {
         return static_cast<std::uint32_t>(static_cast<unsigned char>(in[i]));
@@ -75,10 +82,12 @@ std::size_t findTag(std::string_view document, std::string_view tag) {
 // quietly.
 class Inflater {
   public:
-    explicit Inflater(OutputSink& output)
-        : output_(output),
-          status_(inflateInit_(&stream_, kZlibVersion, static_cast<int>(sizeof stream_))),
-          open_(status_ == Z_OK) {}
+    explicit Inflater(OutputSink& output, const ZlibMemory& memory = {}) : output_(output) {
+        useMemory(stream_, memory);
+        status_ = inflateInit_(&stream_, kZlibVersion, static_cast<int>(sizeof stream_));
+        open_ = status_ == Z_OK;
+        ranOutOfMemory_ = status_ == Z_MEM_ERROR;
+    }
     Inflater(const Inflater&) = delete;
     Inflater& operator=(const Inflater&) = delete;
     ~Inflater() {
@@ -93,6 +102,9 @@ class Inflater {
 
     // False once no further input can give any more text.
     [[nodiscard]] bool isOpen() const { return open_; }
+
+    // True if what is missing is not missing in the stream.
+    [[nodiscard]] bool ranOutOfMemory() const { return ranOutOfMemory_; }
 
     void feed(std::string_view bytes) {
         while (open_ && !bytes.empty()) {
@@ -112,14 +124,16 @@ class Inflater {
             // "No progress" only says that the piece is used up.
             const int result = inflate(&stream_, Z_NO_FLUSH);
             open_ = result == Z_OK || result == Z_BUF_ERROR;
+            ranOutOfMemory_ = result == Z_MEM_ERROR;
             output_.write({work_.data(), work_.size() - stream_.avail_out});
         } while (open_ && stream_.avail_out == 0);
     }
 
     OutputSink& output_;
     z_stream stream_{};
-    int status_;
-    bool open_;
+    int status_ = Z_OK;
+    bool open_ = false;
+    bool ranOutOfMemory_ = false;
     std::array<char, kWorkSize> work_{};
 };
 
@@ -155,7 +169,9 @@ void decodeInto(std::string_view data, Inflater& inflater) {
 
 }  // namespace
 
-DeflateSink::DeflateSink(OutputSink& next) : next_(next), stream_(std::make_unique<z_stream_s>()) {
+DeflateSink::DeflateSink(OutputSink& next, const ZlibMemory& memory)
+    : next_(next), stream_(std::make_unique<z_stream_s>()) {
+    useMemory(*stream_, memory);
     status_ = deflateInit_(stream_.get(), kDefaultLevel, kZlibVersion,
                            static_cast<int>(sizeof(z_stream_s)));
     if (status_ != Z_OK) {
@@ -328,10 +344,13 @@ std::optional<BlobDocument> findBlob(std::string_view document) {
                         document.substr(std::min(after, document.size()))};
 }
 
-void expandBlob(const BlobDocument& document, OutputSink& output) {
+void expandBlob(const BlobDocument& document, OutputSink& output, const ZlibMemory& memory) {
     output.write(document.before);
-    Inflater inflater(output);
+    Inflater inflater(output, memory);
     decodeInto(document.data, inflater);
+    if (inflater.ranOutOfMemory()) {
+        throw std::bad_alloc();
+    }
     output.write(document.after);
 }
 

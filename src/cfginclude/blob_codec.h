@@ -27,15 +27,24 @@ namespace quillmark {
 //     base64.finish();
 //     blob.addIntValue("size", base64.characterCount());
 
+/// Where zlib takes its memory from. Empty: from the heap. Tests let it run out.
+struct ZlibMemory {
+    /// `count` times `size` bytes, or nullptr.
+    void* (*take)(void* context, unsigned count, unsigned size) = nullptr;
+    void (*giveBack)(void* context, void* block) = nullptr;
+    void* context = nullptr;
+};
+
 /// Compresses what is written to it and writes the zlib stream to the next sink, which it does not
 /// finish. The stream is the one that compressing everything at once gives, in whatever pieces the
 /// bytes came.
 class DeflateSink final : public OutputSink {
   public:
-    explicit DeflateSink(OutputSink& next);
+    explicit DeflateSink(OutputSink& next, const ZlibMemory& memory = {});
     ~DeflateSink() override;
 
-    /// 0, or the error code of zlib that ended compression; `ok` is false then, too.
+    /// 0, or the error code of zlib that ended compression, if only for want of memory; `ok` is
+    /// false then, too, and the stream is worth nothing.
     [[nodiscard]] int status() const { return status_; }
 
   protected:
@@ -108,8 +117,9 @@ struct BlobDocument {
 std::optional<BlobDocument> findBlob(std::string_view document);
 
 /// Writes the document with its blob replaced by the text that it holds. The text is inflated piece
-/// by piece on its way to the sink.
-void expandBlob(const BlobDocument& document, OutputSink& output);
+/// by piece on its way to the sink. Throws std::bad_alloc when zlib finds no memory: what is
+/// missing then is not the blob's fault.
+void expandBlob(const BlobDocument& document, OutputSink& output, const ZlibMemory& memory = {});
 
 /// Both steps in one. Returns false, with nothing written, when findBlob finds nothing.
 [[nodiscard]] bool expandBlob(std::string_view document, OutputSink& output);

@@ -1,6 +1,7 @@
 #include "cfginclude/module_output.h"
 
 #include <memory>
+#include <new>
 #include <string>
 
 #include "cfginclude/blob_codec.h"
@@ -95,6 +96,9 @@ void writeBlob(CfgElement& station, const PhGroup& module, const ModuleOutputSet
     signals.write(deflate, false, 0, kLineBreak);
     deflate.finish();
     base64.finish();
+    if (!deflate.ok()) {
+        throw std::bad_alloc();  // nothing but want of memory stops zlib, and half a blob is none
+    }
 
     CfgElement& blob = station.addChild("blob");
     blob.addIntValue("size", base64.characterCount());

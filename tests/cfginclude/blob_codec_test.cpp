@@ -3,6 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -10,6 +13,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <zlib.h>
 
 #include "cfginclude/cfg_element.h"
@@ -370,6 +374,102 @@ TEST(ExpandBlob, WantsTheFourTagsInTheirOrder) {
     EXPECT_FALSE(hasBlob("<blobdata><blob><blobdata></blobdata></blob>"));
     EXPECT_TRUE(hasBlob("<blob><blobdata></blobdata></blob>"));
     EXPECT_TRUE(hasBlob("<blob><blob><blobdata><blobdata></blobdata></blob></blobdata><blob>"));
+}
+
+// Gives out a number of blocks.
+struct ScarceMemory {
+    int blocks = 0;
+    int given = 0;
+    int returned = 0;
+
+    operator ZlibMemory() { return {&take, &giveBack, this}; }
+
+  private:
+    static void* take(void* context, unsigned count, unsigned size) {
+        auto& memory = *static_cast<ScarceMemory*>(context);
+        if (memory.given == memory.blocks) {
+            return nullptr;
+        }
+        ++memory.given;
+        return std::calloc(count, size);
+    }
+    static void giveBack(void* context, void* block) {
+        ++static_cast<ScarceMemory*>(context)->returned;
+        std::free(block);
+    }
+};
+
+TEST(ExpandBlob, TellsWantOfMemoryFromADamagedBlob) {
+    const std::string document = blobAround(encoded(compressed(sectionText(300000, 5))));
+    const std::optional<BlobDocument> parts = findBlob(document);
+    ASSERT_TRUE(parts);
+    ScarceMemory memory;
+    bool done = false;
+    for (; !done && memory.blocks < 10; ++memory.blocks) {
+        memory.given = 0;
+        memory.returned = 0;
+        std::string text;
+        StringSink sink(text);
+        try {
+            expandBlob(*parts, sink, memory);
+            done = true;
+        } catch (const std::bad_alloc&) {
+        }
+        EXPECT_EQ(memory.given, memory.returned);
+    }
+    EXPECT_TRUE(done);
+    EXPECT_GT(memory.blocks, 2);  // the state of the stream, and its window
+}
+
+TEST(DeflateSink, TellsThatItHasNoMemory) {
+    ScarceMemory memory;
+    for (; memory.blocks < 3; ++memory.blocks) {
+        memory.given = 0;
+        std::string stream;
+        StringSink bytes(stream);
+        DeflateSink deflate(bytes, memory);
+        deflate.write("text");
+        deflate.finish();
+        bytes.finish();
+        EXPECT_FALSE(deflate.ok());
+        EXPECT_NE(deflate.status(), 0);
+        EXPECT_EQ(stream, "");
+    }
+    EXPECT_EQ(memory.returned, 3);
+}
+
+// Takes everything and keeps the number of bytes.
+class CountingSink final : public OutputSink {
+  public:
+    std::size_t count = 0;
+
+  protected:
+    void drain(std::string_view bytes) override { count += bytes.size(); }
+};
+
+TEST(ExpandBlob, HoldsNothingOfTheText) {
+    constexpr std::size_t kSize = std::size_t{128} * 1024 * 1024;
+    constexpr long kEnough = 32L * 1024;  // [KiB], which is how getrusage counts
+    std::string base64;
+    Base64Sink encode(base64, "\r\n");
+    DeflateSink deflate(encode);
+    const std::string zeros(OutputSink::kBufferSize, '0');
+    for (std::size_t i = 0; i < kSize; i += zeros.size()) {
+        deflate.write(zeros);
+    }
+    deflate.finish();
+    encode.finish();
+    const std::string document = blobAround(base64);
+
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    CountingSink sink;
+    ASSERT_TRUE(expandBlob(document, sink));
+    sink.finish();
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    EXPECT_EQ(sink.count, kSize);
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, kEnough);
 }
 
 }  // namespace
