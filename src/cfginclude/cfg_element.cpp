@@ -311,6 +311,10 @@ CfgElement& CfgChildren::add(std::string_view name) {
     return child;
 }
 
+bool CfgChildren::areWanted() const {
+    return sink_.ok();
+}
+
 void CfgChildren::finish() {
     if (current_ != nullptr) {
         current_->write(sink_, indent_, depth_, lineBreak_);

@@ -126,6 +126,9 @@ class CfgChildren {
     /// Appends a new, empty child. It lives until the next one is added.
     CfgElement& add(std::string_view name);
 
+    /// False once the sink has failed, so that nothing more needs to be made.
+    [[nodiscard]] bool areWanted() const;
+
     /// Writes the last child; to be called once, after everything was added.
     void finish();
 

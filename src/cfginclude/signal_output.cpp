@@ -204,7 +204,7 @@ void writeSignal(CfgChildren& parent, const PhEntity& signal, std::string_view n
             element.addValue("byteorder",
                              signal.byteOrder == PhByteOrder::BigEndian ? "motorola" : "intel");
         }
-    } while (walk.advance());
+    } while (parent.areWanted() && walk.advance());
 }
 
 }  // namespace quillmark

@@ -450,5 +450,28 @@ TEST(SignalOutput, MeasurementsAndSingleValuesAreWritten) {
     }
 }
 
+// A disk that is full from the first byte on.
+class FullSink final : public OutputSink {
+  public:
+    int drains = 0;
+
+  protected:
+    void drain(std::string_view) override {
+        ++drains;
+        fail();
+    }
+};
+
+TEST(WriteSignal, MakesNoElementsThatNobodyTakes) {
+    const auto signal = makeMeasurement("s", PhBaseType::UInteger, 8);
+    signal->matrixDims = {INT32_MAX, INT32_MAX, INT32_MAX};
+    const PhObjectList<PhConversion> conversions;
+    FullSink sink;
+    CfgChildren children(sink, false, 0, "\n");
+    writeSignal(children, *signal, "", {}, IdentityFallbackNames(conversions, {}));
+    children.finish();
+    EXPECT_EQ(sink.drains, 1);
+}
+
 }  // namespace
 }  // namespace quillmark
