@@ -148,12 +148,16 @@ TEST(Measurement, Layout) {
     EXPECT_EQ(measurement("LAYOUT COLUMN_DIR"), expected("layout=ColumnDirection "));
     EXPECT_EQ(warnings("LAYOUT ROW_DIR LAYOUT DIAG"), "Warning 1: Unexpected LAYOUT 'DIAG'\n");
     EXPECT_EQ(warnings("LAYOUT 5"), "Warning 1: Unexpected token 'token=300' found\n");
+    EXPECT_EQ(parseModule(measurementText("LAYOUT ROW_DIR LAYOUT DIAG")).model.find("layout="),
+              std::string::npos);
+    EXPECT_NE(parseModule(measurementText("LAYOUT ROW_DIR LAYOUT 5")).model.find("layout=Row"),
+              std::string::npos);
 }
 
 TEST(Measurement, ReadOverKeywords) {
     EXPECT_EQ(
         measurement("FUNCTION_LIST a b MAX_REFRESH 3 1 SYMBOL_LINK \"s\" 0 FORMAT \"%4.2\" FORMAT "
-                    "%4.2 PHYS_UNIT km*h ERROR_MASK 1 DISPLAY_IDENTIFIER d REF_MEMORY_SEGMENT s "
+                    "%4.2 PHYS_UNIT km%h ERROR_MASK 1 DISPLAY_IDENTIFIER d REF_MEMORY_SEGMENT s "
                     "DISCRETE READ_WRITE /begin FUNCTION_LIST f g /end FUNCTION_LIST "
                     "/begin ANNOTATION ANNOTATION_LABEL \"l\" ANNOTATION_ORIGIN \"o\" "
                     "/begin ANNOTATION_TEXT \"1\" \"2\" /end ANNOTATION_TEXT /end ANNOTATION "
@@ -256,7 +260,7 @@ TEST(Characteristic, OptionalParts) {
             "MAP",
             "BYTE_ORDER MSB_LAST FORMAT %4.2 DISPLAY_IDENTIFIER d REF_MEMORY_SEGMENT s "
             "ECU_ADDRESS_EXTENSION 1 BIT_MASK 5 COMPARISON_QUANTITY q CALIBRATION_ACCESS "
-            "CALIBRATION PHYS_UNIT \"V\" STEP_SIZE 1 EXTENDED_LIMITS 0 1 MAX_REFRESH 3 1 "
+            "CALIBRATION PHYS_UNIT km%h STEP_SIZE 1 EXTENDED_LIMITS 0 1 MAX_REFRESH 3 1 "
             "SYMBOL_LINK \"s\" 0 READ_ONLY GUARD_RAILS DISCRETE MATRIX_DIM 1 2.5 3 4 5 "
             "FUNCTION_LIST a b MAP_LIST c d NUMBER x /begin IF_DATA X /end IF_DATA /begin "
             "AXIS_DESCR "

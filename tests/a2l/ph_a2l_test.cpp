@@ -236,5 +236,22 @@ TEST(PhA2l, ParsesAgainFromTheStart) {
               "-: Error (a.a2l:2): Unexpected token 'BYTE' found\n");
 }
 
+TEST(PhA2l, AByteOrderOutlivesItsModuleButNotTheParse) {
+    CollectingConsole console;
+    PhA2l reader(console, "a.a2l");
+    PhRoot root;
+    MemoryInputFile first(
+        "/begin PROJECT P \"\" /begin MODULE A \"\" /begin MOD_COMMON \"\" BYTE_ORDER MSB_LAST "
+        "/end "
+        "MOD_COMMON /end MODULE /begin MODULE B \"\" /begin MEASUREMENT m \"\" UBYTE c 0 0 0 1 "
+        "/end "
+        "MEASUREMENT /end MODULE /end PROJECT");
+    EXPECT_EQ(reader.parse(root, first), 0);
+    EXPECT_NE(dump(root).find("byteOrder=LittleEndian"), std::string::npos);
+    MemoryInputFile second("ASAP2_VERSION 1 60");
+    EXPECT_EQ(reader.parse(root, second), 0);
+    EXPECT_EQ(reader.moduleByteOrder(), PhByteOrder::Undefined);
+}
+
 }  // namespace
 }  // namespace quillmark
