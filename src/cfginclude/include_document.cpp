@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "cfginclude/include_format.h"
-#include "cfginclude/library_versions.h"
 #include "cfginclude/module_output.h"
 #include "platform/login_name.h"
 #include "platform/output_sink.h"
@@ -79,6 +78,12 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
                                     Console& console) {
     const LibrarySelection library =
         selectLibrary(request.library, std::string(kVersionFileName), console);
+    return buildIncludeDocument(request, model, origin, library, document, console);
+}
+
+DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
+                                    const DocumentOrigin& origin, const LibrarySelection& library,
+                                    IncludeDocument& document, Console& console) {
     if (library.status == SelectionStatus::kRefused) {
         return DocumentStatus::Refused;
     }

@@ -5,6 +5,7 @@
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/convert_request.h"
 #include "cfginclude/generation_time.h"
+#include "cfginclude/library_versions.h"
 #include "model/module_model.h"
 #include "platform/console.h"
 
@@ -38,6 +39,11 @@ struct IncludeDocument {
 DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
                                     const DocumentOrigin& origin, IncludeDocument& document,
                                     Console& console);
+
+/// The same for a library that has been selected, whatever the request says of it.
+DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
+                                    const DocumentOrigin& origin, const LibrarySelection& library,
+                                    IncludeDocument& document, Console& console);
 
 /// Writes a document to the named file, emptied first. 0, or 1 when the file cannot be opened,
 /// which is reported. An error while writing or closing is not reported.

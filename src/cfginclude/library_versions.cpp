@@ -457,9 +457,10 @@ void Selector::warnOfRestrictions(const Version& last, const std::optional<Versi
 
 bool readVersionFile(const std::string& name, VersionInfo& info) {
     std::string bytes;
-    if (!readWholeFile(name, bytes)) {
-        return false;
-    }
+    return readWholeFile(name, bytes) && parseVersionFile(bytes, info);
+}
+
+bool parseVersionFile(std::string_view bytes, VersionInfo& info) {
     info = {};
     QXmlStreamReader xml(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())));
     readVersionElements(xml, info);

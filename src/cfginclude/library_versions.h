@@ -78,6 +78,9 @@ inline constexpr std::string_view kVersionFileName = "sigtrakVersions.xml";
 /// end; `info` is of no use then. Elements that are missing leave their part of `info` empty.
 [[nodiscard]] bool readVersionFile(const std::string& name, VersionInfo& info);
 
+/// The same for the content of a version file.
+[[nodiscard]] bool parseVersionFile(std::string_view bytes, VersionInfo& info);
+
 /// Finds where the library version of a selection lies in a range spec.
 [[nodiscard]] RangeResult checkRange(std::string_view selection, std::string_view spec,
                                      RangeMode mode);

@@ -88,6 +88,24 @@ TEST_F(IncludeDocumentTest, WithoutModulesTheFrameIsEmpty) {
     EXPECT_EQ(console_.err, "");
 }
 
+TEST_F(IncludeDocumentTest, LibraryMayBeSelectedBefore) {
+    LibrarySelection library;
+    library.compatibleVersions = "sigTrak+9-";
+    request_.library = "not asked for";
+    ASSERT_EQ(buildIncludeDocument(request_, model_, origin_, library, document_, console_),
+              DocumentStatus::Built);
+    std::string text;
+    StringSink sink(text);
+    document_.root->write(sink, false, 0, "\n");
+    sink.finish();
+    EXPECT_NE(text.find("\ncompatible_versions=sigTrak+9-\n"), std::string::npos) << text;
+    EXPECT_EQ(console_.out + console_.err, "");
+
+    library.status = SelectionStatus::kRefused;
+    EXPECT_EQ(buildIncludeDocument(request_, model_, origin_, library, document_, console_),
+              DocumentStatus::Refused);
+}
+
 TEST_F(IncludeDocumentTest, IsIndentedByFourBlanksPerLevel) {
     addModule(addProject("P"), "M", PhProtocolType::Xcp);
     EXPECT_EQ(written(true),

@@ -135,6 +135,14 @@ TEST_F(VersionFile, MayNestDeeply) {
     EXPECT_FALSE(read("<v><TopVersion>1" + open));
 }
 
+TEST_F(VersionFile, CanBeReadFromMemory) {
+    info_.versions = {"left over"};
+    ASSERT_TRUE(parseVersionFile("<v><TopVersion>2023.4.2</TopVersion></v>", info_));
+    EXPECT_EQ(info_.topVersion, "2023.4.2");
+    EXPECT_TRUE(info_.versions.empty());
+    EXPECT_FALSE(parseVersionFile("", info_));
+}
+
 TEST_F(VersionFile, ComesWithAnExample) {
     ASSERT_TRUE(readVersionFile(QUILLMARK_EXAMPLES "/sigtrakVersions.xml", info_));
     EXPECT_EQ(info_.topVersion, "2023.4.2");
