@@ -19,6 +19,11 @@ if(QUILLMARK_SANITIZE)
     target_link_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
 endif()
 
+if(QUILLMARK_FUZZ)
+    # What libFuzzer watches; the targets link it by themselves.
+    target_compile_options(quillmark_compiler_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # One static library per folder of src/. Sources are listed by name; DEPENDS are the folders that
 # the headers of this one include.
 function(quillmark_add_library folder)
