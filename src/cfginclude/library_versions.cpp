@@ -109,11 +109,12 @@ std::optional<Version> selectedVersion(std::string_view selection) {
 std::optional<Bounds> specBounds(std::string_view spec) {
     while (!spec.empty()) {
         std::string_view parts = takePart(spec, ';');
+        auto partsLeft = std::count(parts.begin(), parts.end(), '+');
         if (takePart(parts, '+') != kLibraryName) {
             continue;
         }
         Bounds bounds;
-        while (!parts.empty()) {
+        for (; partsLeft > 0; --partsLeft) {
             std::string_view last = takePart(parts, '+');
             bounds.push_back({parseVersion(takePart(last, '-')), BoundKind::kStart});
             if (!last.empty()) {

@@ -222,6 +222,10 @@ TEST(CheckRange, FindsWhereAVersionLies) {
         {"sigTrak=3", "sigTrak+2-", 0, 0},
         {"sigTrak=3", "sigTrak+2+5", 0, 0},
         {"sigTrak=1", "sigTrak+-2", 0, 0},
+        // A part without any version is a start at 0.0.0, also behind the last plus.
+        {"sigTrak=1", "sigTrak++5", 0, 0},
+        {"sigTrak=3", "sigTrak+1-2", 3, 3},
+        {"sigTrak=3", "sigTrak+1-2+", 0, 0},
         {"sigTrak=1", "sigTrak+ 1- 2", 3, 3},
     };
     for (const RangeRow& row : rows) {
