@@ -49,8 +49,7 @@ class BlockReader : public PhReader, private A2lLexer {
     /// Name of a token kind in the current table: the keyword, or "token=" and the number.
     using A2lLexer::keywordName;
 
-    // --- Expectations: read one token, report what is wrong with it
-    // ---------------------------------
+    // --- Expectations: read one token, report what is wrong with it ------------------------------
 
     /// A name, else the error "Identifier expected".
     PhString readIdentifier();
@@ -63,8 +62,7 @@ class BlockReader : public PhReader, private A2lLexer {
     int nullAsEmptyString(int kind);
 
     /// A number in the kind in which it is written; for any other token the warning "Unexpected
-    /// token
-    /// '%s' found" and a missing number.
+    /// token '%s' found" and a missing number.
     PhNumber readNumberValue();
 
     /// The value of an integer token, 0 for any other token, which is dropped without a message.
@@ -74,8 +72,7 @@ class BlockReader : public PhReader, private A2lLexer {
     void readIntPair(std::int32_t& first, std::int32_t& second);
 
     /// Takes an integer token into `value`; for any other kind of token the warning "Unexpected
-    /// token
-    /// '%s' found", and `value` stays as it was. Returns whether it was one.
+    /// token '%s' found", and `value` stays as it was. Returns whether it was one.
     bool readIntegerOrWarn(std::int32_t& value);
 
     /// After `/end`: expects the block's own keyword and returns the kind of the token after it;
@@ -123,8 +120,7 @@ class BlockReader : public PhReader, private A2lLexer {
     /// The warning of the same text.
     void unexpectedTokenWarning(int kind);
 
-    // --- Skipping
-    // ----------------------------------------------------------------------------------
+    // --- Skipping --------------------------------------------------------------------------------
 
     /// Skips a block whose `/begin keyword` has been read, nested blocks included.
     int skipBlock(int keyword);

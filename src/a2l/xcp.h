@@ -10,8 +10,7 @@ namespace quillmark {
 /// like everything and then forgotten.
 int parseXcp(InterfaceBlock& block);
 
-// --- The blocks within
-// --------------------------------------------------------------------------------------
+// --- The blocks within ---------------------------------------------------------------------------
 //
 // Each is called after `/begin KEYWORD`, with the XCP keywords current, and returns the kind of the
 // token after its `/end KEYWORD`.
@@ -37,8 +36,7 @@ int parseXcpOnUdpIp(BlockReader& reader, PhTransportParam& transport);
 int parseXcpOnTcpIp(BlockReader& reader, PhTransportParam& transport);
 int parseXcpOnFlx(BlockReader& reader, PhTransportParam& transport);
 
-// --- Parts of several transports
-// ----------------------------------------------------------------------------
+// --- Parts of several transports -----------------------------------------------------------------
 
 /// A PROTOCOL_LAYER or DAQ that overrides the protocol's for one transport.
 int parseXcpTransportProtocolLayer(BlockReader& reader, PhTransportParam& transport);
