@@ -131,7 +131,7 @@ int lookup(const KeywordTable& table, std::string_view text) {
         return 0;
     }
     const std::uint32_t hash = keywordHash(text);
-    std::uint32_t place = hash % table.slotCount;
+    std::uint32_t place = table.placeOf(hash);
     while (const KeywordEntry* const entry = table.slots[place].entry) {
         if (table.slots[place].hash == hash && sameText(entry->text, text)) {
             return entry->id;

@@ -79,18 +79,29 @@ struct KeywordTable {
     /// A table without an index. It finds the same, row by row.
     explicit constexpr KeywordTable(std::span<const KeywordEntry> rows) : entries(rows) {}
 
-    /// A table whose index has one slot more than `capacityParameter`.
+    /// A table whose index has one slot more than `capacityParameter`, which is below 2^16.
     constexpr KeywordTable(std::span<const KeywordEntry> rows, const KeywordSlot* index,
                            std::uint32_t capacityParameter, const KeywordLengths* textLengths)
         : entries(rows),
           slots(index),
           slotCount(capacityParameter + 1),
+          slotCountInverse(~std::uint64_t{0} / (capacityParameter + 1) + 1),
           capacity(capacityParameter),
           lengths(textLengths) {}
+
+    /// A hash modulo `slotCount`, without a division: the multiplication leaves the fraction of the
+    /// quotient, in units of 2^-64, and that times the divisor is the remainder.
+    constexpr std::uint32_t placeOf(std::uint32_t hash) const {
+        const std::uint64_t fraction = slotCountInverse * hash;
+        // Of the product of 64 by 16 bits, what is above bit 63.
+        return static_cast<std::uint32_t>(
+            ((fraction >> 32U) * slotCount + ((fraction & 0xFFFFFFFFU) * slotCount >> 32U)) >> 32U);
+    }
 
     std::span<const KeywordEntry> entries;
     const KeywordSlot* slots = nullptr;
     std::uint32_t slotCount = 0;
+    std::uint64_t slotCountInverse = 0;
     std::uint32_t capacity = 0;
     const KeywordLengths* lengths = nullptr;
 };

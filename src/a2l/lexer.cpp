@@ -1,6 +1,7 @@
 #include "a2l/lexer.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -37,6 +38,8 @@ constexpr ByteClass kStringStop = 1 << 13;
 constexpr ByteClass kNumberGoesOn = 1 << 14;
 
 constexpr char kSentinel = '\xFF';
+/// Behind the last byte that was fetched: as many as are ever looked at together, all sentinels.
+constexpr std::size_t kBehindEnd = sizeof(std::uint64_t);
 constexpr int kEndOfFile = -1;
 
 struct ByteClassRow {
@@ -86,6 +89,18 @@ inline ByteClass classOf(char byte) {
 
 inline bool isOf(int character, ByteClass byteClass) {
     return character >= 0 && (kByteClasses[static_cast<std::size_t>(character)] & byteClass) != 0;
+}
+
+/// How many of the eight bytes at a position are spaces, up to the first that is none.
+std::size_t leadingSpaces(const char* position) {
+    constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, position, sizeof bytes);
+    const std::uint64_t others = bytes ^ kEightSpaces;
+    constexpr int kBitsPerByte = 8;
+    const int bits = std::endian::native == std::endian::little ? std::countr_zero(others)
+                                                                : std::countl_zero(others);
+    return static_cast<std::size_t>(bits / kBitsPerByte);
 }
 
 std::uint32_t countLines(const char* begin, const char* end) {
@@ -151,7 +166,7 @@ char unescaped(int character) {
 
 }  // namespace
 
-A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(1)), capacity_(1) {
+A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(kBehindEnd)), capacity_(kBehindEnd) {
     resetBuffer();
 }
 
@@ -161,7 +176,7 @@ void A2lLexer::attach(InputFile& source, std::size_t blockSize) {
     source_ = &source;
     blockSize_ = std::max<std::size_t>(blockSize, 1);
     // The slack takes the unfinished token of an ordinary file, so that the buffer need not grow.
-    const std::size_t needed = blockSize_ + blockSize_ / 8 + 1;
+    const std::size_t needed = blockSize_ + blockSize_ / 8 + kBehindEnd;
     if (capacity_ < needed) {
         buffer_ = std::make_unique_for_overwrite<char[]>(needed);
         capacity_ = needed;
@@ -179,21 +194,26 @@ void A2lLexer::resetBuffer() {
     tokenStart_ = buffer_.get();
     cursor_ = tokenStart_;
     end_ = tokenStart_;
-    *end_ = kSentinel;
+    closeBuffer();
+}
+
+/// Puts the sentinels behind end_.
+void A2lLexer::closeBuffer() {
+    std::memset(end_, static_cast<unsigned char>(kSentinel), kBehindEnd);
 }
 
 /// Makes sure that a whole block fits behind end_. The bytes from tokenStart_ on are kept.
 void A2lLexer::makeRoom() {
     const std::size_t used = static_cast<std::size_t>(end_ - buffer_.get());
-    if (used + blockSize_ + 1 <= capacity_) {
+    if (used + blockSize_ + kBehindEnd <= capacity_) {
         return;
     }
     const std::size_t kept = static_cast<std::size_t>(end_ - tokenStart_);
-    if (kept + blockSize_ + 1 <= capacity_) {
+    if (kept + blockSize_ + kBehindEnd <= capacity_) {
         std::memmove(buffer_.get(), tokenStart_, kept);
     } else {
         // Doubling keeps the copying of a huge token linear in its length.
-        const std::size_t larger = std::max(2 * capacity_, kept + blockSize_ + 1);
+        const std::size_t larger = std::max(2 * capacity_, kept + blockSize_ + kBehindEnd);
         auto grown = std::make_unique_for_overwrite<char[]>(larger);
         std::memcpy(grown.get(), tokenStart_, kept);
         buffer_ = std::move(grown);
@@ -218,7 +238,7 @@ bool A2lLexer::readBlock() {
     }
     const bool any = stop != end_;
     end_ = stop;
-    *end_ = kSentinel;
+    closeBuffer();
     return any;
 }
 
@@ -270,7 +290,7 @@ int A2lLexer::detectEncoding() {
         if (mark != kSentinel) {
             makeRoom();
             *end_++ = mark;
-            *end_ = kSentinel;
+            closeBuffer();
         }
         return 5;
     }
@@ -344,8 +364,14 @@ int A2lLexer::skipToToken() {
         char* p = cursor_;
         std::uint32_t lines = 0;
         while ((classOf(*p) & kBlank) != 0) {
-            lines += *p == '\n' ? 1 : 0;
-            ++p;
+            // Most blanks are the spaces of an indentation behind a line feed.
+            if (*p == '\n') {
+                ++lines;
+                ++p;
+                p += leadingSpaces(p);
+            } else {
+                ++p;
+            }
         }
         lineNumber_ += lines;
         tokenStart_ = p;

@@ -51,7 +51,7 @@ struct Token {
 /// Turns the bytes of a description file into tokens, one at a time, and counts lines. The A2L
 /// reader derives from it: it is the state that all block parsers share.
 ///
-/// Bytes are read in blocks into one buffer that always ends in a byte 0xFF. As such bytes of the
+/// Bytes are read in blocks into one buffer that always ends in bytes 0xFF. As such bytes of the
 /// file have no meaning and are taken out when a block arrives, 0xFF inside a scanning loop means
 /// just one thing, "fetch more"; no loop has to compare positions. A token that is not finished at
 /// the end of a block is moved to the front of the buffer, which grows only when one token fills
@@ -114,6 +114,7 @@ class A2lLexer {
 
   private:
     void resetBuffer();
+    void closeBuffer();
     void makeRoom();
     bool readBlock();
     bool refill(char*& position);
@@ -143,7 +144,7 @@ class A2lLexer {
     char* tokenStart_ = nullptr;
     /// The next byte to be read.
     char* cursor_ = nullptr;
-    /// The byte 0xFF behind the last byte that was fetched.
+    /// The first byte 0xFF behind the last byte that was fetched.
     char* end_ = nullptr;
 
     std::uint32_t lineNumber_ = 1;

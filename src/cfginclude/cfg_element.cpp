@@ -277,6 +277,11 @@ void CfgElement::writeTail(OutputSink& sink, bool indent, int depth,
 }
 
 void CfgElement::write(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const {
+    if (firstChild_ == nullptr) {
+        writeHead(sink, indent, depth, lineBreak);
+        writeTail(sink, indent, depth, lineBreak);
+        return;
+    }
     std::vector<const CfgElement*> open;
     const CfgElement* next = this;
     while (next != nullptr) {
