@@ -112,6 +112,14 @@ constexpr std::string_view kModuleStart = R"(
 )";
 constexpr std::string_view kProjectEnd = "  /end MODULE\n/end PROJECT\n";
 
+/// Begins a line within an object.
+constexpr std::string_view kLine = "\n      ";
+
+constexpr std::string_view kEventList = R"(
+      /begin IF_DATA XCP
+        /begin DAQ_EVENT FIXED_EVENT_LIST EVENT 0x1 /end DAQ_EVENT
+      /end IF_DATA)";
+
 /// How many conversions every mix has at least, for signals to refer to.
 constexpr std::uint64_t kLeastConversions = 8;
 
@@ -161,30 +169,41 @@ class Generator {
         writeTable(number);
     }
 
-    /// A measurement with a name and texts as long as real ones are.
+    /// A measurement with a name, texts and optional parts as long as real ones are: some 300
+    /// bytes, one parameter to a line.
     void writeMeasurement() {
         const std::uint64_t number = measurements_++;
-        text_ << "    /begin MEASUREMENT " << random_.pick(kNameParts) << random_.pick(kNameParts)
-              << random_.pick(kNameKinds);
-        text_.padded(number, 7) << " \"";
-        writeSentence(3 + random_.below(7));
-        text_ << "\"\n      " << random_.pick(kTypes) << " ";
+        const Name name{random_.pick(kNameParts), random_.pick(kNameParts),
+                        random_.pick(kNameKinds), number};
+        text_ << "    /begin MEASUREMENT ";
+        writeName(name);
+        writeDescriptionLine();
+        text_ << kLine << random_.pick(kTypes) << kLine;
         referToConversion();
-        text_ << " 1 0 0 " << 1 + random_.below(65535);
+        text_ << kLine << "1" << kLine << "0" << kLine << "0" << kLine << 1 + random_.below(65535);
         if (random_.below(2) == 0) {
             text_ << ".5";
         }
-        text_ << "\n      ECU_ADDRESS ";
+        text_ << kLine << "ECU_ADDRESS ";
         text_.hex(0x70000000 + 4 * number);
+        if (random_.below(2) == 0) {
+            text_ << kLine << "ECU_ADDRESS_EXTENSION 0x0";
+        }
         if (random_.below(4) == 0) {
-            text_ << "\n      FORMAT \"%7.2\"";
+            text_ << kLine << "FORMAT \"%7.2\"";
         }
         if (random_.below(8) == 0) {
-            text_ << "\n      BIT_MASK ";
+            text_ << kLine << "BIT_MASK ";
             text_.hex(std::uint64_t{1} << random_.below(8));
         }
+        if (random_.below(2) == 0) {
+            writeSymbolLink(name);
+        }
         if (random_.below(4) == 0) {
-            text_ << "\n      /begin ANNOTATION ANNOTATION_LABEL \"origin\" /end ANNOTATION";
+            text_ << kEventList;
+        }
+        if (random_.below(8) == 0) {
+            writeAnnotation();
         }
         text_ << "\n    /end MEASUREMENT\n";
     }
@@ -214,21 +233,26 @@ class Generator {
         const std::uint64_t number = characteristics_++;
         constexpr std::string_view kForms[] = {"VALUE", "VALUE", "VAL_BLK", "CURVE"};
         const std::string_view form = random_.pick(kForms);
-        text_ << "    /begin CHARACTERISTIC " << random_.pick(kNameParts)
-              << random_.pick(kNameParts) << "_C";
-        text_.padded(number, 7) << " \"";
-        writeSentence(3 + random_.below(7));
-        text_ << "\"\n      " << form << " ";
+        const std::uint64_t limit = 1 + random_.below(65535);
+        const Name name{random_.pick(kNameParts), random_.pick(kNameParts), "_C", number};
+        text_ << "    /begin CHARACTERISTIC ";
+        writeName(name);
+        writeDescriptionLine();
+        text_ << kLine << form << kLine;
         text_.hex(0x80010000 + 16 * number)
-            << (form == "CURVE" ? " Curve_U16" : " Cell_U16") << " 0 ";
+            << kLine << (form == "CURVE" ? "Curve_U16" : "Cell_U16") << kLine << "0" << kLine;
         referToConversion();
-        text_ << " 0 " << 1 + random_.below(65535);
+        text_ << kLine << "0" << kLine << limit;
         if (form == "VAL_BLK") {
-            text_ << "\n      NUMBER " << 1 + random_.below(100000);
+            text_ << kLine << "NUMBER " << 1 + random_.below(100000);
         } else if (form == "CURVE") {
-            text_ << "\n      /begin AXIS_DESCR STD_AXIS NO_INPUT_QUANTITY ";
+            text_ << kLine << "/begin AXIS_DESCR STD_AXIS NO_INPUT_QUANTITY ";
             referToConversion();
             text_ << " 16 0 65535 /end AXIS_DESCR";
+        }
+        text_ << kLine << "EXTENDED_LIMITS 0 " << limit << kLine << "FORMAT \"%8.3\"";
+        if (random_.below(2) == 0) {
+            writeSymbolLink(name);
         }
         text_ << "\n    /end CHARACTERISTIC\n";
     }
@@ -266,6 +290,38 @@ class Generator {
     std::uint64_t serialCount() const { return serials_; }
 
   private:
+    /// What the name of an object is put together from.
+    struct Name {
+        std::string_view system;
+        std::string_view part;
+        std::string_view kind;
+        std::uint64_t number;
+    };
+
+    void writeName(const Name& name) {
+        text_ << name.system << name.part << name.kind;
+        text_.padded(name.number, 7);
+    }
+
+    void writeDescriptionLine() {
+        text_ << kLine << "\"";
+        writeSentence(3 + random_.below(7));
+        text_ << "\"";
+    }
+
+    void writeSymbolLink(const Name& name) {
+        text_ << kLine << "SYMBOL_LINK \"";
+        writeName(name);
+        text_ << "\" 0";
+    }
+
+    void writeAnnotation() {
+        text_ << kLine << "/begin ANNOTATION ANNOTATION_LABEL \"origin\"\n"
+              << "        /begin ANNOTATION_TEXT \"";
+        writeSentence(8);
+        text_ << "\" /end ANNOTATION_TEXT" << kLine << "/end ANNOTATION";
+    }
+
     void startConversion(std::uint64_t number, std::string_view kind) {
         text_ << "    /begin COMPU_METHOD Conv_" << number << " \"";
         writeSentence(4);
@@ -331,7 +387,7 @@ struct Mix {
 };
 
 constexpr Mix kMixes[] = {
-    {"realistic", 3, 8, 36, 8, 1, 33, 6, 5, false},
+    {"realistic", 4, 4, 42, 4, 1, 34, 6, 5, false},
     {"measurements", 0, 1, 99, 0, 0, 0, 0, 0, false},
     {"characteristics", 0, 1, 0, 0, 0, 99, 0, 0, false},
     {"conversions", 0, 95, 5, 0, 0, 0, 0, 0, false},

@@ -58,7 +58,7 @@ struct Token {
 /// it, so tokens of any length are read and their texts need no storage of their own.
 class A2lLexer {
   public:
-    static constexpr std::size_t kDefaultBlockSize = std::size_t{256} * 1024;
+    static constexpr std::size_t kDefaultBlockSize = std::size_t{64} * 1024;
 
     A2lLexer();
     A2lLexer(const A2lLexer&) = delete;
