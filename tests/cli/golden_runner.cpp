@@ -12,6 +12,7 @@
 //              copy FILE PATH           FILE as seen from the case
 //              symlink TARGET PATH
 //              fifo PATH FILE           a pipe from which FILE, as seen from the case, comes
+//              fifo-without-end PATH FILE   the same, and then the last byte of FILE forever
 //              env NAME=VALUE
 //              file-limit BYTES         no file of the program grows longer, as on a full disk
 //              memory-limit BYTES       so much address space has the program; the case is passed
@@ -177,11 +178,12 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
         fs::create_symlink(words[1], at(2));
         return true;
     }
-    if (words.size() == 3 && words[0] == "fifo") {
+    if (words.size() == 3 && (words[0] == "fifo" || words[0] == "fifo-without-end")) {
         if (mkfifo(at(1).c_str(), 0600) != 0) {
             return false;
         }
-        playground.feeders.push_back(feedPipe(at(1), readBytes(caseDir / words[2])));
+        playground.feeders.push_back(
+            feedPipe(at(1), readBytes(caseDir / words[2]), words[0] != "fifo"));
         return true;
     }
     if (words.size() == 2 && words[0] == "file-limit") {

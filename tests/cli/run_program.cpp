@@ -17,6 +17,7 @@ namespace quillmark::golden {
 namespace {
 
 constexpr int kCannotStart = 126;
+constexpr std::size_t kPipeBlock = 65536;
 
 void redirect(int target, const char* path, int flags) {
     const int descriptor = open(path, flags, 0600);
@@ -44,6 +45,18 @@ std::string waitUntil(pid_t process, std::chrono::steady_clock::time_point limit
                                : std::to_string(WEXITSTATUS(status));
 }
 
+bool writeAll(int descriptor, const std::string& bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t count = write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (count < 0) {
+            return false;
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
 }  // namespace
 
 RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
@@ -66,7 +79,9 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
         signal(SIGPIPE, SIG_DFL);
         if (limits.memory != 0) {
             const rlimit memory{limits.memory, limits.memory};
+            const rlimit noDump{0, 0};
             setrlimit(RLIMIT_AS, &memory);
+            setrlimit(RLIMIT_CORE, &noDump);
         }
         redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
         redirect(STDOUT_FILENO, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
@@ -83,17 +98,14 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
     return {exit, readBytes(outFile), readBytes(errFile)};
 }
 
-int feedPipe(const std::filesystem::path& pipe, const std::string& content) {
+int feedPipe(const std::filesystem::path& pipe, const std::string& content, bool withoutEnd) {
     const pid_t process = fork();
     if (process == 0) {
         const int descriptor = open(pipe.c_str(), O_WRONLY);
-        std::size_t done = 0;
-        while (descriptor >= 0 && done < content.size()) {
-            const ssize_t count = write(descriptor, content.data() + done, content.size() - done);
-            if (count < 0) {
-                break;
-            }
-            done += static_cast<std::size_t>(count);
+        bool taken = descriptor >= 0 && writeAll(descriptor, content);
+        const std::string more(kPipeBlock, content.empty() ? '\0' : content.back());
+        while (taken && withoutEnd) {
+            taken = writeAll(descriptor, more);
         }
         _exit(0);
     }

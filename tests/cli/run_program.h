@@ -29,9 +29,9 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
                      const std::filesystem::path& workDir, const std::filesystem::path& scratch,
                      const RunLimits& limits);
 
-/// Starts a process that writes a content into a named pipe as soon as somebody reads from it.
-/// Returns its id for stopProcess.
-int feedPipe(const std::filesystem::path& pipe, const std::string& content);
+/// Starts a process that writes a content into a named pipe as soon as somebody reads from it, and
+/// its last byte again and again if it is to be without end. Returns its id for stopProcess.
+int feedPipe(const std::filesystem::path& pipe, const std::string& content, bool withoutEnd);
 
 /// Ends a process that feedPipe started and waits for it.
 void stopProcess(int process);
