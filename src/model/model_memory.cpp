@@ -10,7 +10,9 @@ namespace quillmark {
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(QUILLMARK_PLAIN_MODEL_MEMORY)
+// the build was asked for it
+#elif defined(__SANITIZE_ADDRESS__)
 #define QUILLMARK_PLAIN_MODEL_MEMORY
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -69,7 +71,8 @@ void startChunk() {
 
 #ifdef QUILLMARK_PLAIN_MODEL_MEMORY
 
-// Under the address sanitizer every block is one of its own, so that it sees each wrong access.
+// For memory checkers: every block is one of its own, so that they see each wrong access and each
+// block that nobody released. In chunks they would see neither.
 
 void* ModelMemory::allocate(std::size_t size) {
     return takeFromSystem(size);
