@@ -24,6 +24,14 @@ if(QUILLMARK_FUZZ)
     target_compile_options(quillmark_compiler_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+if(QUILLMARK_COVERAGE)
+    # Tests count, too, what they use of the headers of src/: the linker may take their copy of it.
+    # Without optimisation every line keeps its own counts.
+    target_compile_options(quillmark_compiler_options INTERFACE
+        --coverage -fprofile-filter-files=${PROJECT_SOURCE_DIR}/src/.* -O0 -g0)
+    target_link_options(quillmark_compiler_options INTERFACE --coverage)
+endif()
+
 # One static library per folder of src/. Sources are listed by name; DEPENDS are the folders that
 # the headers of this one include.
 function(quillmark_add_library folder)

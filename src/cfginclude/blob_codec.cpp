@@ -26,14 +26,16 @@ constexpr std::size_t kGroupCharacters = 4;
 constexpr std::uint8_t kForeign = 0xFF;
 
 // The value of each base64 character, kForeign for the others.
-constexpr std::array<std::uint8_t, 256> kValues = [] {
+constexpr std::array<std::uint8_t, 256> characterValues() {
     std::array<std::uint8_t, 256> values{};
     values.fill(kForeign);
     for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
         values[static_cast<unsigned char>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
     }
     return values;
-}();
+}
+
+constexpr std::array<std::uint8_t, 256> kValues = characterValues();
 
 std::uint8_t rawValue(char character) {
     return kValues[static_cast<unsigned char>(character)];

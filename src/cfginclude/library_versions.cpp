@@ -463,6 +463,7 @@ bool readVersionFile(const std::string& name, VersionInfo& info) {
 
 bool parseVersionFile(std::string_view bytes, VersionInfo& info) {
     info = {};
+    // cppcheck-suppress invalidLifetime ; the reader gets a copy of the bytes
     QXmlStreamReader xml(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())));
     readVersionElements(xml, info);
     // What follows means nothing to us, but a damaged file is not to be trusted.

@@ -115,6 +115,7 @@ class PhObjectList {
         if (index_ == nullptr) {
             buildIndex();
         }
+        // cppcheck-suppress nullPointerRedundantCheck ; buildIndex() has made it
         const std::uint32_t position = index_->find(name, hasName(name));
         return position == PhNameIndex::kNone ? nullptr : items_[position].get();
     }
