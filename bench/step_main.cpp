@@ -4,8 +4,10 @@
 //     quillmark_step deflate FILE       compresses the file in memory with zlib, level 6
 //     quillmark_step deflate-to FILE OUT    the same, and keeps the stream
 //     quillmark_step inflate FILE       inflates such a stream and passes over its text once
+//     quillmark_step inflate-to FILE OUT    the same, where the pass is to write the text
 
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,11 +61,15 @@ std::size_t countLines(const std::vector<Bytef>& text, std::size_t size) {
     return lines;
 }
 
-int inflateFile(const std::string& input, const std::string&) {
+int inflateFile(const std::string& input, const std::string& output) {
     std::string packed;
     z_stream stream{};
     if (!readWholeFile(input, packed) || inflateInit(&stream) != Z_OK) {
         return 1;
+    }
+    std::optional<FileSink> sink;
+    if (!output.empty()) {
+        sink.emplace(output);
     }
     std::vector<Bytef> text(OutputSink::kBufferSize);
     stream.next_in = reinterpret_cast<Bytef*>(packed.data());
@@ -74,7 +80,12 @@ int inflateFile(const std::string& input, const std::string&) {
         stream.next_out = text.data();
         stream.avail_out = static_cast<uInt>(text.size());
         status = inflate(&stream, Z_NO_FLUSH);
-        lines += countLines(text, text.size() - stream.avail_out);
+        const std::size_t size = text.size() - stream.avail_out;
+        if (sink) {
+            sink->write({reinterpret_cast<const char*>(text.data()), size});
+        } else {
+            lines += countLines(text, size);
+        }
     }
     inflateEnd(&stream);
     std::printf("%zu lines\n", lines);
@@ -88,10 +99,8 @@ struct Step {
 };
 
 constexpr Step kSteps[] = {
-    {"read", readModel, 1},
-    {"deflate", deflateFile, 1},
-    {"deflate-to", deflateFile, 2},
-    {"inflate", inflateFile, 1},
+    {"read", readModel, 1},      {"deflate", deflateFile, 1},    {"deflate-to", deflateFile, 2},
+    {"inflate", inflateFile, 1}, {"inflate-to", inflateFile, 2},
 };
 
 }  // namespace
@@ -104,6 +113,7 @@ int main(int argumentCount, char* arguments[]) {
                             step.files > 1 ? arguments[kFirstFile + 1] : std::string());
         }
     }
-    std::fputs("usage: quillmark_step read|deflate|deflate-to|inflate FILE [OUT]\n", stderr);
+    std::fputs("usage: quillmark_step read|deflate|deflate-to|inflate|inflate-to FILE [OUT]\n",
+               stderr);
     return 2;
 }
