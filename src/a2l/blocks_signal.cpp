@@ -55,18 +55,17 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
     signal.setLongIdentifier(readString());
     traceBlock("Parse MEASUREMENT '%s'\n", signal);
     signal.byteOrder = moduleByteOrder_;
-    signal.datatype = makePh<PhType>();
     const auto* type =
         findChoice(*this, kMeasurementTypes, [this](int kind) { unexpectedToken(kind); });
     if (type == nullptr) {
         return TOK_ERROR;
     }
-    signal.datatype->baseType = type->value.baseType;
-    signal.datatype->sizeBits = type->value.sizeBits;
+    signal.datatype.baseType = type->value.baseType;
+    signal.datatype.sizeBits = type->value.sizeBits;
     if (next() != TOK_IDENT) {
         return fail("Identifier expected");
     }
-    signal.datatype->conversion = referConversion(token().text);
+    signal.datatype.conversion = referConversion(token().text);
     drop(1);  // resolution and accuracy
     readLimits(signal);
 
@@ -152,7 +151,7 @@ int PhA2l::parseEcuAddressExtension(Measurement& measurement) {
 }
 
 int PhA2l::parseBitMask(Measurement& measurement) {
-    measurement.signal.datatype->bitMask = readInteger();
+    measurement.signal.datatype.bitMask = readInteger();
     return next();
 }
 
@@ -257,7 +256,6 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
     signal.setLongIdentifier(readString());
     module.signals.append(std::move(owner));
     traceBlock("Parse CHARACTERISTIC '%s'\n", signal);
-    signal.datatype = makePh<PhType>();
     signal.byteOrder = moduleByteOrder_;
     readStorageType(signal);
     std::int32_t address = 0;
@@ -268,7 +266,7 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
     signal.recordLayout = refer(&PhGroup::recordLayouts, placeholders_.recordLayouts, token().text);
     drop(1);  // maximum difference
     // ... and the conversion's name, whatever kind of token it is
-    signal.datatype->conversion = referConversion(token().text);
+    signal.datatype.conversion = referConversion(token().text);
     readLimits(signal);
 
     using Rule = OptionalRule<PhA2l, PhEntity>;
@@ -333,7 +331,7 @@ void PhA2l::readStorageType(PhEntity& signal) {
     }
     signal.signalKind = row->kind;
     if (row->kind == PhSignalKind::Ascii) {
-        signal.datatype->baseType = PhBaseType::StringAscii;
+        signal.datatype.baseType = PhBaseType::StringAscii;
     }
 }
 
@@ -344,7 +342,7 @@ int PhA2l::parseCharacteristicByteOrder(PhEntity& signal) {
 int PhA2l::parseNumber(PhEntity& signal) {
     constexpr std::int64_t kBitsPerByte = 8;
     if (next() == TOK_INTEGER) {
-        signal.datatype->sizeBits = kBitsPerByte * token().intValue;
+        signal.datatype.sizeBits = kBitsPerByte * token().intValue;
     }
     return next();
 }

@@ -16,7 +16,6 @@ class ScopeResolver {
   private:
     void resolveConversion(PhConversion& conversion);
     void resolveSignal(PhEntity& signal);
-    void resolveType(PhType& type);
     void resolveFunction(PhFunction& function);
 
     template <typename T>
@@ -58,16 +57,10 @@ void ScopeResolver::resolveConversion(PhConversion& conversion) {
 
 void ScopeResolver::resolveSignal(PhEntity& signal) {
     resolveReference(signal.recordLayout, &PhGroup::recordLayouts, kRecordLayoutMessage);
-    if (signal.datatype) {
-        resolveType(*signal.datatype);
-    }
+    resolveReference(signal.datatype.conversion, &PhGroup::conversions, kConversionMessage);
     if (PhEntity::Extras* extras = signal.extrasIfAny()) {
         resolveReferences(extras->virtualMembers, &PhGroup::signals, kSignalMessage);
     }
-}
-
-void ScopeResolver::resolveType(PhType& type) {
-    resolveReference(type.conversion, &PhGroup::conversions, kConversionMessage);
 }
 
 void ScopeResolver::resolveFunction(PhFunction& function) {

@@ -40,7 +40,7 @@ std::string_view signednessOf(PhBaseType baseType) {
 }
 
 /// Takes over what one type tells; a later type overwrites what an earlier one set.
-void readType(const PhType& type, SignalDescription& description) {
+void readType(const PhTypeData& type, SignalDescription& description) {
     constexpr std::int64_t kBitsPerByte = 8;
     description.sizeBytes = type.sizeBits / kBitsPerByte;
     if (const auto text = signednessOf(type.baseType); !text.empty()) {
@@ -66,9 +66,7 @@ void readType(const PhType& type, SignalDescription& description) {
 
 SignalDescription describe(const PhEntity& signal) {
     SignalDescription description;
-    if (signal.datatype) {
-        readType(*signal.datatype, description);
-    }
+    readType(signal.datatype, description);
     if (signal.signalKind == PhSignalKind::Value && signal.recordLayout &&
         signal.recordLayout->dataType) {
         readType(*signal.recordLayout->dataType, description);

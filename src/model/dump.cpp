@@ -314,18 +314,19 @@ void dumpProperties(Writer& out, const PhHandle<PhProperties>& properties) {
     }
 }
 
-void dumpType(Writer& out, std::string_view field, const PhHandle<PhType>& type) {
-    if (!type) {
-        return;
+bool tellsAnything(const PhTypeData& type) {
+    return type.baseType != PhBaseType::Undefined || type.sizeBits != 0 || type.bitMask ||
+           type.unit || type.conversion;
+}
+
+void dumpTypeFields(Writer& out, const PhTypeData& type) {
+    out.codeField("baseType", PhEnumeration::BaseType, type.baseType);
+    out.integerField("sizeBits", type.sizeBits);
+    if (type.bitMask) {
+        out.hexField("bitMask", static_cast<std::uint32_t>(*type.bitMask));
     }
-    out.begin(field, *type);
-    out.codeField("baseType", PhEnumeration::BaseType, type->baseType);
-    out.integerField("sizeBits", type->sizeBits);
-    if (type->bitMask) {
-        out.hexField("bitMask", static_cast<std::uint32_t>(*type->bitMask));
-    }
-    out.referenceField("unit", type->unit.get());
-    out.referenceField("conversion", type->conversion.get());
+    out.referenceField("unit", type.unit.get());
+    out.referenceField("conversion", type.conversion.get());
     out.end();
 }
 
@@ -363,7 +364,10 @@ void dumpRecordLayout(Writer& out, const PhRecordLayout& layout) {
     out.begin("recordLayout", layout);
     out.end();
     const Writer::Nesting nesting(out);
-    dumpType(out, "dataType", layout.dataType);
+    if (layout.dataType) {
+        out.begin("dataType", *layout.dataType);
+        dumpTypeFields(out, *layout.dataType);
+    }
 }
 
 void dumpSignalFields(Writer& out, const PhEntity& signal) {
@@ -390,7 +394,10 @@ void dumpSignal(Writer& out, const PhEntity& signal) {
     dumpSignalFields(out, signal);
     out.end();
     const Writer::Nesting nesting(out);
-    dumpType(out, "datatype", signal.datatype);
+    if (tellsAnything(signal.datatype)) {
+        out.begin("datatype");
+        dumpTypeFields(out, signal.datatype);
+    }
     if (const PhEntity::Extras* extras = signal.extrasIfAny()) {
         dumpReferences(out, "virtualMembers", extras->virtualMembers);
         dumpIntegers(out, "fixedEvents", extras->fixedEvents);

@@ -79,16 +79,19 @@ class PhConversion final : public PhObject {
     PhString defaultText;                    ///< null when the table has no default
 };
 
-/// The data type of a signal or of a record layout's values.
-class PhType final : public PhObject {
-  public:
-    PhType() : PhObject(PhClass::Type) {}
-
-    PhBaseType baseType = PhBaseType::Undefined;
+/// What a data type tells.
+struct PhTypeData {
+    PhHandle<PhConversion> conversion;
+    PhHandle<PhUnit> unit;
     std::int64_t sizeBits = 0;  ///< may be negative where a description says so
     std::optional<std::int32_t> bitMask;
-    PhHandle<PhUnit> unit;
-    PhHandle<PhConversion> conversion;
+    PhBaseType baseType = PhBaseType::Undefined;
+};
+
+/// A data type as an object of its own: that of a record layout's values.
+class PhType final : public PhObject, public PhTypeData {
+  public:
+    PhType() : PhObject(PhClass::Type) {}
 };
 
 /// How a characteristic's values lie in memory; the type is that of the stored function values and
@@ -117,7 +120,7 @@ class PhEntity final : public PhObject {
     std::array<std::int32_t, 3> matrixDims{};
     PhNumber lowerLimit;
     PhNumber upperLimit;
-    PhHandle<PhType> datatype;
+    PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
 
     /// What only few signals have.

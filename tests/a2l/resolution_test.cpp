@@ -18,8 +18,7 @@ PhHandle<PhConversion> conversion(std::string_view name, bool placeholder = fals
 
 PhHandle<PhEntity> signalWith(const PhHandle<PhConversion>& referred) {
     auto signal = makePh<PhEntity>();
-    signal->datatype = makePh<PhType>();
-    signal->datatype->conversion = referred;
+    signal->datatype.conversion = referred;
     return signal;
 }
 
@@ -67,7 +66,7 @@ TEST(Resolve, NestedDefinitionIsTaken) {
     model.inner->conversions.append(conversion("c"));
     model.inner->signals.append(signalWith(conversion("c", true)));
     EXPECT_EQ(resolve(model.root), 0);
-    EXPECT_EQ(model.inner->signals.at(0).datatype->conversion.get(),
+    EXPECT_EQ(model.inner->signals.at(0).datatype.conversion.get(),
               &model.inner->conversions.at(0));
 }
 
@@ -93,7 +92,7 @@ TEST(Resolve, MissingDefinitionLeavesAMarkedPlaceholderAndTellsTheLogger) {
     method->tableRef = conversion("TAB::t", true);
     model.inner->conversions.append(method);
     resolve(model.root);
-    EXPECT_TRUE(model.inner->signals.at(0).datatype->conversion->isUnresolved());
+    EXPECT_TRUE(model.inner->signals.at(0).datatype.conversion->isUnresolved());
     EXPECT_EQ(logger.record,
               "Conversion 'TAB::t' unresolved.\nUnit 'kmh' unresolved.\nConversion 'gone' "
               "unresolved.\n");
@@ -102,7 +101,7 @@ TEST(Resolve, MissingDefinitionLeavesAMarkedPlaceholderAndTellsTheLogger) {
     model.inner->conversions.append(conversion("gone"));
     resolve(model.root);
     EXPECT_EQ(logger.record, "");
-    EXPECT_TRUE(model.inner->signals.at(0).datatype->conversion->isUnresolved());
+    EXPECT_TRUE(model.inner->signals.at(0).datatype.conversion->isUnresolved());
 }
 
 TEST(Resolve, RealObjectsAreLeftAlone) {
@@ -111,7 +110,7 @@ TEST(Resolve, RealObjectsAreLeftAlone) {
     model.inner->conversions.append(conversion("c"));
     model.inner->signals.append(signalWith(own));
     resolve(model.root);
-    EXPECT_EQ(model.inner->signals.at(0).datatype->conversion, own);
+    EXPECT_EQ(model.inner->signals.at(0).datatype.conversion, own);
 }
 
 TEST(Resolve, DefinitionsAfterTheirUseAreFound) {

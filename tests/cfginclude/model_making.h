@@ -63,9 +63,8 @@ inline PhHandle<PhEntity> makeMeasurement(std::string_view name, PhBaseType base
     auto signal = makePh<PhEntity>();
     signal->setName(PhString(name));
     signal->signalKind = PhSignalKind::Measurement;
-    signal->datatype = makePh<PhType>();
-    signal->datatype->baseType = baseType;
-    signal->datatype->sizeBits = sizeBits;
+    signal->datatype.baseType = baseType;
+    signal->datatype.sizeBits = sizeBits;
     return signal;
 }
 

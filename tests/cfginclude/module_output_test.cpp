@@ -164,9 +164,9 @@ class ModuleSections : public ModuleOutput {
         module_.conversions.append(makeConversion("TAB::t", PhConversionType::Table));
         module_.conversions.append(linear);
         const auto b = makeMeasurement("b", PhBaseType::Integer, 8);
-        b->datatype->conversion = ident;
+        b->datatype.conversion = ident;
         const auto a = makeMeasurement("a", PhBaseType::UInteger, 16);
-        a->datatype->conversion = linear;
+        a->datatype.conversion = linear;
         const auto curve = makeMeasurement("curve", PhBaseType::UInteger, 16);
         curve->signalKind = PhSignalKind::Curve;
         const auto text = makeMeasurement("text", PhBaseType::StringAscii, 80);

@@ -50,15 +50,15 @@ using Texts = std::vector<std::string>;
 TEST(SignalOutput, WritesAMeasurementInTheOrderOfItsAttributes) {
     const auto speed = makeMeasurement("speed", PhBaseType::UInteger, 16);
     speed->address = 0x1000;
-    speed->datatype->conversion =
+    speed->datatype.conversion =
         makeConversion("CM_speed", PhConversionType::Linear, integers({2, 0}));
     EXPECT_EQ(written(speed, kNoFeatures, "P_"),
               element("name=P_speed\ncompumethod=P_CM_speed\nmta=0x1000\nnum_bytes=2\n"
                       "signed=unsigned\n"));
 
     speed->addressExtension = 0xAB;
-    speed->datatype->conversion->unit = makeUnit("km/h");
-    speed->datatype->bitMask = 0xFF0;
+    speed->datatype.conversion->unit = makeUnit("km/h");
+    speed->datatype.bitMask = 0xFF0;
     speed->bitOperation = PhBitOperation::RightShift;
     speed->shiftCount = 4;
     speed->signExtend = true;
@@ -78,7 +78,7 @@ TEST(SignalOutput, WithoutTypeAndAddressItHasNameSizeAndEmptySign) {
 
 TEST(SignalOutput, TextsAreWrittenAsTheyStand) {
     const auto signal = makeByte("a<b>=\"c\"");
-    signal->datatype->unit = makeUnit(
+    signal->datatype.unit = makeUnit(
         "\xB0"
         "C\n'");
     EXPECT_EQ(written(signal), element("name=a<b>=\"c\"\nunit=\xB0"
@@ -133,13 +133,13 @@ TEST(SignalOutput, AddressExtensionAndMaskAre32BitsInHexadecimal) {
     const auto signal = makeByte();
     signal->address = -1;
     signal->addressExtension = 0;
-    signal->datatype->bitMask = -2147483647 - 1;
+    signal->datatype.bitMask = -2147483647 - 1;
     EXPECT_EQ(written(signal),
               element("name=x\nmta_ext=0x0\nmta=0xffffffff\nnum_bytes=1\nsigned=unsigned\n"
                       "bitmask=0x80000000\n"));
     signal->address = 0;
     signal->addressExtension.reset();
-    signal->datatype->bitMask = 0;
+    signal->datatype.bitMask = 0;
     EXPECT_EQ(written(signal),
               element("name=x\nmta=0x0\nnum_bytes=1\nsigned=unsigned\nbitmask=0x0\n"));
 }
@@ -157,11 +157,11 @@ TEST(SignalOutput, ByteOrderNamesTheProcessorsMaker) {
 
 TEST(SignalOutput, NoCompuMethodIsNotNamedButGivesItsUnit) {
     const auto signal = makeByte();
-    signal->datatype->conversion = makeConversion("NO_COMPU_METHOD", PhConversionType::Linear);
-    signal->datatype->conversion->unit = makeUnit("V");
+    signal->datatype.conversion = makeConversion("NO_COMPU_METHOD", PhConversionType::Linear);
+    signal->datatype.conversion->unit = makeUnit("V");
     EXPECT_EQ(written(signal, kNoFeatures, "P_"),
               element("name=P_x\nunit=V\nnum_bytes=1\nsigned=unsigned\n"));
-    signal->datatype->conversion->setName(PhString("no_compu_method"));
+    signal->datatype.conversion->setName(PhString("no_compu_method"));
     EXPECT_EQ(valuesOf("compumethod", written(signal, kNoFeatures, "P_")),
               Texts{"P_no_compu_method"});
 }
@@ -170,8 +170,8 @@ TEST(SignalOutput, IdentityIsNotNamed) {
     PhObjectList<PhConversion> conversions;
     conversions.append(makeConversion("ident", PhConversionType::Identity));
     const auto signal = makeByte();
-    signal->datatype->conversion = makeConversion("ident", PhConversionType::Identity);
-    signal->datatype->conversion->unit = makeUnit("V");
+    signal->datatype.conversion = makeConversion("ident", PhConversionType::Identity);
+    signal->datatype.conversion->unit = makeUnit("V");
     EXPECT_EQ(written(signal, kNoFeatures, "P_", conversions),
               element("name=P_x\nunit=V\nnum_bytes=1\nsigned=unsigned\n"));
 }
@@ -182,52 +182,52 @@ TEST(SignalOutput, OneIdentityAmongConversionsOfANameIsEnough) {
     conversions.append(linear);
     conversions.append(makeConversion("twice", PhConversionType::Formula));
     const auto signal = makeByte();
-    signal->datatype->conversion = linear;
+    signal->datatype.conversion = linear;
     EXPECT_EQ(valuesOf("compumethod", written(signal, kNoFeatures, "", conversions)), Texts{});
 }
 
 TEST(SignalOutput, ConversionThatIsDefinedNowhereIsNamed) {
     const auto signal = makeByte();
-    signal->datatype->conversion = makeConversion("missing", PhConversionType::Undefined);
-    signal->datatype->conversion->markPlaceholder();
-    signal->datatype->conversion->markUnresolved();
+    signal->datatype.conversion = makeConversion("missing", PhConversionType::Undefined);
+    signal->datatype.conversion->markPlaceholder();
+    signal->datatype.conversion->markUnresolved();
     EXPECT_EQ(valuesOf("compumethod", written(signal, kNoFeatures, "P_")), Texts{"P_missing"});
 }
 
 TEST(SignalOutput, ConversionWithoutNameLeavesThePrefix) {
     const auto signal = makeByte();
-    signal->datatype->conversion = makeConversion("", PhConversionType::Undefined);
+    signal->datatype.conversion = makeConversion("", PhConversionType::Undefined);
     EXPECT_EQ(valuesOf("compumethod", written(signal)), Texts{});
     EXPECT_EQ(valuesOf("compumethod", written(signal, kNoFeatures, "P_")), Texts{"P_"});
 }
 
 TEST(SignalOutput, UnitOfTheConversionGoesBeforeThatOfTheType) {
     const auto signal = makeByte();
-    signal->datatype->unit = makeUnit("type");
+    signal->datatype.unit = makeUnit("type");
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{"type"});
-    signal->datatype->conversion = makeConversion("c", PhConversionType::Linear);
+    signal->datatype.conversion = makeConversion("c", PhConversionType::Linear);
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{"type"});
-    signal->datatype->conversion->unit = makeUnit("conversion");
+    signal->datatype.conversion->unit = makeUnit("conversion");
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{"conversion"});
 }
 
 TEST(SignalOutput, UnitOfAPlaceholderConversionIsNotUsed) {
     const auto signal = makeByte();
-    signal->datatype->unit = makeUnit("type");
-    signal->datatype->conversion = makeConversion("c", PhConversionType::Linear);
-    signal->datatype->conversion->unit = makeUnit("conversion");
-    signal->datatype->conversion->markPlaceholder();
+    signal->datatype.unit = makeUnit("type");
+    signal->datatype.conversion = makeConversion("c", PhConversionType::Linear);
+    signal->datatype.conversion->unit = makeUnit("conversion");
+    signal->datatype.conversion->markPlaceholder();
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{"type"});
 }
 
 TEST(SignalOutput, UnitWithoutDisplayTextHidesTheTypesUnit) {
     const auto signal = makeByte();
-    signal->datatype->unit = makeUnit("type");
-    signal->datatype->conversion = makeConversion("c", PhConversionType::Linear);
-    signal->datatype->conversion->unit = makePh<PhUnit>();  // a unit that nothing defines
-    signal->datatype->conversion->unit->setName(PhString("missing"));
+    signal->datatype.unit = makeUnit("type");
+    signal->datatype.conversion = makeConversion("c", PhConversionType::Linear);
+    signal->datatype.conversion->unit = makePh<PhUnit>();  // a unit that nothing defines
+    signal->datatype.conversion->unit->setName(PhString("missing"));
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{});
-    signal->datatype->conversion->unit = makeUnit("");
+    signal->datatype.conversion->unit = makeUnit("");
     EXPECT_EQ(valuesOf("unit", written(signal)), Texts{});
 }
 
@@ -245,19 +245,19 @@ PhHandle<PhEntity> makeCharacteristic(PhSignalKind kind) {
 
 TEST(SignalOutput, SingleValueTakesSizeAndSignFromItsLayout) {
     const auto signal = makeCharacteristic(PhSignalKind::Value);
-    signal->datatype->sizeBits = 32;  // NUMBER 4
-    signal->datatype->unit = makeUnit("V");
-    signal->datatype->bitMask = 3;
-    signal->datatype->conversion = makeConversion("c", PhConversionType::Linear);
+    signal->datatype.sizeBits = 32;  // NUMBER 4
+    signal->datatype.unit = makeUnit("V");
+    signal->datatype.bitMask = 3;
+    signal->datatype.conversion = makeConversion("c", PhConversionType::Linear);
     EXPECT_EQ(written(signal), element("name=x\nunit=V\ncompumethod=c\nnum_bytes=2\n"
                                        "signed=signed\nbitmask=0x3\n"));
 }
 
 TEST(SignalOutput, LayoutOverwritesWhatItTellsItself) {
     const auto signal = makeCharacteristic(PhSignalKind::Value);
-    signal->datatype->baseType = PhBaseType::Ieee32;
-    signal->datatype->unit = makeUnit("own");
-    signal->datatype->bitMask = 3;
+    signal->datatype.baseType = PhBaseType::Ieee32;
+    signal->datatype.unit = makeUnit("own");
+    signal->datatype.bitMask = 3;
     PhType& type = *signal->recordLayout->dataType;
     type.baseType = PhBaseType::Undefined;
     type.sizeBits = 0;
@@ -270,15 +270,15 @@ TEST(SignalOutput, LayoutOverwritesWhatItTellsItself) {
 TEST(SignalOutput, OtherSignalsIgnoreTheirLayout) {
     for (const auto kind : {PhSignalKind::Measurement, PhSignalKind::Ascii}) {
         const auto signal = makeCharacteristic(kind);
-        signal->datatype->baseType = PhBaseType::StringAscii;
-        signal->datatype->sizeBits = 80;
+        signal->datatype.baseType = PhBaseType::StringAscii;
+        signal->datatype.sizeBits = 80;
         EXPECT_EQ(written(signal, kTexts), element("name=x\nnum_bytes=10\nsigned=unsigned\n"));
     }
 }
 
 TEST(SignalOutput, LayoutWithoutTypeChangesNothing) {
     const auto signal = makeCharacteristic(PhSignalKind::Value);
-    signal->datatype->sizeBits = 32;
+    signal->datatype.sizeBits = 32;
     signal->recordLayout->dataType = {};
     EXPECT_EQ(written(signal), element("name=x\nnum_bytes=4\nsigned=\n"));
     signal->recordLayout = {};
@@ -395,8 +395,8 @@ TEST(SignalOutput, ElementsDifferInNameAndAddressOnly) {
     signal->matrixDims = {2, 0, 0};
     signal->address = 1;
     signal->addressExtension = 2;
-    signal->datatype->unit = makeUnit("V");
-    signal->datatype->bitMask = 7;
+    signal->datatype.unit = makeUnit("V");
+    signal->datatype.bitMask = 7;
     signal->byteOrder = PhByteOrder::LittleEndian;
     const std::string rest =
         "num_bytes=1\nsigned=unsigned\nbitmask=0x7\nshift_type=default\n"

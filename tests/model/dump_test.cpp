@@ -94,8 +94,8 @@ void addSignals(PhGroup& module) {
     speed.address = 0x4000;
     speed.matrixDims = {4, 2, 1};
     speed.upperLimit = PhNumber::real(250.5);
-    speed.datatype = word();
-    speed.datatype->conversion = PhHandle<PhConversion>(module.conversions.find("CM_Speed"));
+    speed.datatype = *word();
+    speed.datatype.conversion = PhHandle<PhConversion>(module.conversions.find("CM_Speed"));
     speed.extras().fixedEvents = {1, 3};
     addNamed(speed.extras().virtualMembers, "A");
     addNamed(speed.extras().virtualMembers, "B").markPlaceholder();
@@ -322,8 +322,7 @@ TEST(Dump, MarksReferencesAndDefinitions) {
     signal.recordLayout->setName(PhString("RL[0].x"));
     signal.recordLayout->markPlaceholder();
     signal.recordLayout->markUnresolved();
-    signal.datatype = makePh<PhType>();
-    signal.datatype->unit = makePh<PhUnit>();
+    signal.datatype.unit = makePh<PhUnit>();
     EXPECT_EQ(model.moduleText(),
               "      conversion TAB::T?\n"
               "      conversion CM unit=\"\" tableRef=TAB::T?\n"
@@ -345,9 +344,9 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.addressExtension = 0;
     signal.lowerLimit = PhNumber::integer(0);
     signal.upperLimit = PhNumber::real(1e22);
-    signal.datatype = word();
-    signal.datatype->sizeBits = -8;
-    signal.datatype->bitMask = -1;
+    signal.datatype = *word();
+    signal.datatype.sizeBits = -8;
+    signal.datatype.bitMask = -1;
     signal.extras().availableEvents = {1};
     signal.extras().defaultEvents = {2};
     signal.extras().consistencyEvents = {3, 4};

@@ -11,10 +11,10 @@ PhHandle<PhGroup> makeModule() {
     return makePh<PhGroup>(PhDocumentKind::Module, nullptr);
 }
 
-/// Appends a signal that holds a type of the test's: its count tells whether the signal lives.
-PhEntity& addSignal(PhGroup& module, const PhHandle<PhType>& type) {
+/// Appends a signal that holds a unit of the test's: its count tells whether the signal lives.
+PhEntity& addSignal(PhGroup& module, const PhHandle<PhUnit>& unit) {
     auto signal = makePh<PhEntity>();
-    signal->datatype = type;
+    signal->datatype.unit = unit;
     module.signals.append(signal);
     return *signal;
 }
@@ -48,47 +48,47 @@ TEST(PhGroup, MakesItsPropertiesAtFirstUse) {
 }
 
 TEST(PhGroup, ReleasesSignalsThatReferToThemselves) {
-    const auto type = makePh<PhType>();
+    const auto unit = makePh<PhUnit>();
     {
         const auto module = makeModule();
-        PhEntity& signal = addSignal(*module, type);
+        PhEntity& signal = addSignal(*module, unit);
         refer(signal, signal);
-        EXPECT_EQ(type->refCount(), 2);
+        EXPECT_EQ(unit->refCount(), 2);
     }
-    EXPECT_EQ(type->refCount(), 1);
+    EXPECT_EQ(unit->refCount(), 1);
 }
 
 TEST(PhGroup, ReleasesSignalsThatReferToEachOther) {
-    const auto type = makePh<PhType>();
+    const auto unit = makePh<PhUnit>();
     {
         const auto module = makeModule();
-        PhEntity& first = addSignal(*module, type);
-        PhEntity& second = addSignal(*module, type);
+        PhEntity& first = addSignal(*module, unit);
+        PhEntity& second = addSignal(*module, unit);
         refer(first, second);
         refer(second, first);
     }
-    EXPECT_EQ(type->refCount(), 1);
+    EXPECT_EQ(unit->refCount(), 1);
 }
 
 TEST(PhGroup, ReleasesSignalsThatReferAcrossModules) {
-    const auto type = makePh<PhType>();
+    const auto unit = makePh<PhUnit>();
     {
         const auto root = makePh<PhRoot>();
         root->documents.append(makeModule());
         root->documents.append(makeModule());
-        PhEntity& first = addSignal(root->documents.at(0), type);
-        PhEntity& second = addSignal(root->documents.at(1), type);
+        PhEntity& first = addSignal(root->documents.at(0), unit);
+        PhEntity& second = addSignal(root->documents.at(1), unit);
         refer(first, second);
         refer(second, first);
     }
-    EXPECT_EQ(type->refCount(), 1);
+    EXPECT_EQ(unit->refCount(), 1);
 }
 
 TEST(PhGroup, ReleasesFunctionsThatReferToThemselvesAndEachOther) {
-    const auto type = makePh<PhType>();
+    const auto unit = makePh<PhUnit>();
     {
         const auto module = makeModule();
-        PhEntity& signal = addSignal(*module, type);
+        PhEntity& signal = addSignal(*module, unit);
         module->functions.append(makePh<PhFunction>());
         module->functions.append(makePh<PhFunction>());
         PhFunction& first = module->functions.at(0);
@@ -98,18 +98,18 @@ TEST(PhGroup, ReleasesFunctionsThatReferToThemselvesAndEachOther) {
         refer(first, second);
         refer(second, first);
     }
-    EXPECT_EQ(type->refCount(), 1);
+    EXPECT_EQ(unit->refCount(), 1);
 }
 
 // Recursion over the whole chain would overflow the stack.
 constexpr std::size_t kChain = 300000;
 
 TEST(PhGroup, LongChainsDieOneByOne) {
-    const auto type = makePh<PhType>();
+    const auto unit = makePh<PhUnit>();
     for (const bool forward : {true, false}) {
         const auto module = makeModule();
         for (std::size_t i = 0; i < kChain; ++i) {
-            addSignal(*module, type);
+            addSignal(*module, unit);
             module->functions.append(makePh<PhFunction>());
         }
         for (std::size_t i = 0; i + 1 < kChain; ++i) {
@@ -119,21 +119,20 @@ TEST(PhGroup, LongChainsDieOneByOne) {
             refer(module->functions.at(from), module->functions.at(to));
         }
     }
-    EXPECT_EQ(type->refCount(), 1);
+    EXPECT_EQ(unit->refCount(), 1);
 }
 
 TEST(PhGroup, SharedConversionOutlivesItsModule) {
     const auto signal = makePh<PhEntity>();
-    signal->datatype = makePh<PhType>();
     {
         const auto module = makeModule();
         auto conversion = makePh<PhConversion>();
         conversion->setName(PhString("CM"));
-        signal->datatype->conversion = conversion;
+        signal->datatype.conversion = conversion;
         module->conversions.append(std::move(conversion));
     }
-    EXPECT_EQ(signal->datatype->conversion->name().view(), "CM");
-    EXPECT_EQ(signal->datatype->conversion->refCount(), 1);
+    EXPECT_EQ(signal->datatype.conversion->name().view(), "CM");
+    EXPECT_EQ(signal->datatype.conversion->refCount(), 1);
 }
 
 TEST(PhRoot, HasNothingAtFirst) {
