@@ -221,6 +221,15 @@ TEST(PhA2l, PrintTokensTracesOneLineEach) {
             name + ":1): Error: Unexpected EOF in Comment (Line 1)\n-: t=305\n-: EOF\n");
 }
 
+TEST(PhA2l, PrintTokensTracesTheEnd) {
+    const TempDir directory;
+    const std::string name = directory.file("t.a2l");
+    std::ofstream(name, std::ios::binary) << "2 ";
+    CollectingConsole console;
+    EXPECT_EQ(PhA2l(console, name).print_tokens(), 0);
+    EXPECT_EQ(console.out, "-: print_tokens ()\n-: 2\n-: EOF\n");
+}
+
 TEST(PhA2l, ParsesAgainFromTheStart) {
     CollectingConsole console;
     PhA2l reader(console, "a.a2l");
