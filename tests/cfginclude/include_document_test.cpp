@@ -277,10 +277,14 @@ TEST_F(IncludeDocumentTest, FileThatCannotBeOpenedIsReported) {
 TEST_F(IncludeDocumentTest, FileThatCannotBeOpenedStaysAsItWas) {
     ASSERT_EQ(build(), DocumentStatus::Built);
     writeFile("out", "old");
+    int status = 0;
     {
+        const CfgElement& root = *document_.root;
+        Console& console = console_;
         const TooManyFiles refusal;
-        EXPECT_EQ(writeIncludeFile("out", *document_.root, false, console_), 1);
+        status = writeIncludeFile("out", root, false, console);
     }
+    EXPECT_EQ(status, 1);
     EXPECT_EQ(readFile("out"), "old");
 }
 

@@ -183,10 +183,14 @@ TEST_F(CreateArchive, ALinkStaysALink) {
 
 TEST_F(CreateArchive, APackageThatCannotBeOpenedStaysAsItWas) {
     writeFile(target, "old package");
+    int code = kPackageOk;
     {
+        const std::string path = target;
+        const std::vector<StagedFile> staged = files;
         const TooManyFiles refusal;
-        EXPECT_EQ(create(), kArchiveNotOpened);
+        code = createArchive(path, staged, 0);
     }
+    EXPECT_EQ(code, kArchiveNotOpened);
     fs::permissions(target, fs::perms::owner_read);
     {
         const OrdinaryUser user;
