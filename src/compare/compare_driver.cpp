@@ -132,11 +132,19 @@ int compareProtocols(CompareReport& report, bool verbose, const PhGroup& oldModu
     return kCannotCompare;
 }
 
-bool read(PhA2l& reader, PhRoot& root) {
+/// Reads what can be compared. The signals are not: large descriptions leave their memory to the
+/// other one.
+bool read(const std::string& path, PhRoot& root, Console& console) {
+    PhA2l reader(console, path);
     if (reader.parse(root) != 0) {
         return false;
     }
     resolve(root);
+    for (PhGroup& project : root.documents) {
+        for (PhGroup& module : project.documents) {
+            module.releaseObjects();
+        }
+    }
     return true;
 }
 
@@ -144,13 +152,11 @@ bool read(PhA2l& reader, PhRoot& root) {
 
 int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
                  const std::string& newPath, PhRoot& newRoot, Console& console) {
-    PhA2l oldReader(console, oldPath);
-    if (!read(oldReader, oldRoot)) {
+    if (!read(oldPath, oldRoot, console)) {
         addFailure(report, {"Reading of file 1 failed: '", oldPath, "'"});
         return kCannotCompare;
     }
-    PhA2l newReader(console, newPath);
-    if (!read(newReader, newRoot)) {
+    if (!read(newPath, newRoot, console)) {
         addFailure(report, {"Reading of file 2 failed: '", newPath, "'"});
         return kCannotCompare;
     }
