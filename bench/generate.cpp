@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <concepts>
 #include <cstddef>
@@ -358,7 +359,13 @@ class Generator {
         }
     }
 
-    void referToConversion() { text_ << "Conv_" << random_.below(conversions_); }
+    /// Names a conversion, the early ones far more often than the late ones: a tenth of them serves
+    /// four fifths of the signals. In descriptions of real units it serves three fifths to all.
+    void referToConversion() {
+        const auto scales = static_cast<std::uint64_t>(std::bit_width(conversions_));
+        const std::uint64_t limit = std::uint64_t{1} << random_.below(scales + 1);
+        text_ << "Conv_" << random_.below(std::min(limit, conversions_));
+    }
 
     TextWriter text_;
     Random random_;

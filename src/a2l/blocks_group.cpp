@@ -9,9 +9,28 @@ using Rule = OptionalRule<PhA2l, PhFunction>;
 
 template <int Keyword>
 int PhA2l::parseSignalNames(PhFunction& function) {
-    return readNameBlock(Keyword, [&](std::string_view name) {
-        function.signals.append(refer(&PhGroup::signals, placeholders_.signals, name));
+    NameBatch names;
+    const int kind = readNameBlock(Keyword, [&](std::string_view name) {
+        if (names.isFull()) {
+            bindSignals(names, function.signals);
+        }
+        names.add(name);
     });
+    bindSignals(names, function.signals);
+    return kind;
+}
+
+// Such lists may name all signals of a unit, and in any order, so most of the time of reading them
+// would go into waiting for memory.
+void PhA2l::bindSignals(NameBatch& names, PhObjectList<PhEntity>& signals) {
+    names.handOver(
+        [&](std::span<const std::string_view> batch) {
+            module_->signals.prepareToFind(batch);
+            placeholders_.signals.prepareToFind(batch);
+        },
+        [&](std::string_view name) {
+            signals.append(refer(&PhGroup::signals, placeholders_.signals, name));
+        });
 }
 
 template <int Keyword>

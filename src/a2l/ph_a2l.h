@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "a2l/block_reader.h"
+#include "a2l/name_batch.h"
 #include "a2l/resolution.h"
 #include "a2l/text_pool.h"
 #include "model/module_model.h"
@@ -99,6 +100,7 @@ class PhA2l final : public BlockReader {
     int parseFunction(PhGroup& module);
     template <int Keyword>
     int parseSignalNames(PhFunction& function);
+    void bindSignals(NameBatch& names, PhObjectList<PhEntity>& signals);
     template <int Keyword>
     int parseFunctionNames(PhFunction& function);
     int parseFrame(PhGroup& module);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +19,8 @@ namespace quillmark {
 class PhNameIndex {
   public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+    /// How many lookups can be prepared together.
+    static constexpr std::size_t kMostTogether = 16;
 
     explicit PhNameIndex(std::size_t expectedNames);
 
@@ -42,6 +46,15 @@ class PhNameIndex {
     }
 
     static std::uint32_t hashOf(std::string_view name);
+
+    /// Has the processor fetch where the search for a hash begins. Changes nothing.
+    void prefetch(std::uint32_t hash) const { __builtin_prefetch(&slots_[hash & mask()]); }
+
+    /// Position of the first entry with that hash, whatever its name.
+    std::uint32_t candidate(std::uint32_t hash) const {
+        const auto anyName = [](std::uint32_t) { return true; };
+        return slots_[slotOf(hash, anyName)].position;
+    }
 
   private:
     struct Slot {
@@ -112,13 +125,14 @@ class PhObjectList {
         if (items_.empty()) {
             return nullptr;
         }
-        if (index_ == nullptr) {
-            buildIndex();
-        }
-        // cppcheck-suppress nullPointerRedundantCheck ; buildIndex() has made it
-        const std::uint32_t position = index_->find(name, hasName(name));
+        const std::uint32_t position = index().find(name, hasName(name));
         return position == PhNameIndex::kNone ? nullptr : items_[position].get();
     }
+
+    /// Gets ready for a find() of each of these names, PhNameIndex::kMostTogether at most. A lookup
+    /// among millions of objects waits for memory four times in a row; here all names wait
+    /// together. Changes nothing else.
+    void prepareToFind(std::span<const std::string_view> names) const;
 
     /// Takes the object at a position out of the list and releases it.
     void remove(std::size_t position) {
@@ -147,6 +161,14 @@ class PhObjectList {
     }
 
   private:
+    const PhNameIndex& index() const {
+        if (index_ == nullptr) {
+            buildIndex();
+        }
+        // cppcheck-suppress nullPointerRedundantCheck ; buildIndex() has made it
+        return *index_;
+    }
+
     void buildIndex() const {
         index_ = std::make_unique<PhNameIndex>(items_.size());
         for (std::size_t position = 0; position < items_.size(); ++position) {
@@ -166,5 +188,33 @@ class PhObjectList {
     std::vector<PhHandle<T>> items_;
     mutable std::unique_ptr<PhNameIndex> index_;  ///< made when it is first needed
 };
+
+template <typename T>
+void PhObjectList<T>::prepareToFind(std::span<const std::string_view> names) const {
+    if (items_.empty()) {
+        return;
+    }
+    std::array<std::uint32_t, PhNameIndex::kMostTogether> hashes{};
+    const std::size_t count = std::min(names.size(), hashes.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        hashes[i] = PhNameIndex::hashOf(names[i]);
+        index().prefetch(hashes[i]);
+    }
+    std::array<const PhHandle<T>*, PhNameIndex::kMostTogether> found{};
+    std::size_t foundCount = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t position = index().candidate(hashes[i]);
+        if (position != PhNameIndex::kNone) {
+            found[foundCount++] = &items_[position];
+            __builtin_prefetch(&items_[position]);
+        }
+    }
+    for (std::size_t i = 0; i < foundCount; ++i) {
+        __builtin_prefetch(found[i]->get());
+    }
+    for (std::size_t i = 0; i < foundCount; ++i) {
+        __builtin_prefetch((*found[i])->name().text());
+    }
+}
 
 }  // namespace quillmark

@@ -1,3 +1,5 @@
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "a2l/parsing.h"
@@ -21,6 +23,30 @@ TEST(Group, MembersAreResolvedInEitherOrder) {
         "function g longIdentifier=\"text\"\n  signals m x! k!\n  functions g h! f!\n";
     EXPECT_EQ(moduleDump(group + kMeasurement), kMeasurementDump + groupDump);
     EXPECT_EQ(moduleDump(kMeasurement + group), kMeasurementDump + groupDump);
+}
+
+// Members are bound some at a time; the order and the missing ones must not show it.
+TEST(Group, ManyMembers) {
+    std::string measurements;
+    std::string names;
+    std::string boundNames;
+    for (int i = 0; i < 100; ++i) {
+        const std::string name = "m" + std::to_string(i);
+        const bool isDefined = i % 7 != 3;
+        if (isDefined) {
+            measurements +=
+                "/begin MEASUREMENT " + name + " \"\" UBYTE c 0 0 0 1 /end MEASUREMENT ";
+        }
+        names += name + " m0 ";
+        boundNames += " " + name + (isDefined ? " m0" : "! m0");
+    }
+    const std::string group =
+        "/begin GROUP g \"\" /begin REF_MEASUREMENT " + names + "/end REF_MEASUREMENT /end GROUP ";
+    const std::string groupDump = "function g longIdentifier=\"\"\n  signals" + boundNames + "\n";
+    for (const std::string& text : {group + measurements, measurements + group}) {
+        const std::string dump = moduleDump(text);
+        EXPECT_EQ(dump.substr(dump.find("function ")), groupDump);
+    }
 }
 
 TEST(Group, Errors) {

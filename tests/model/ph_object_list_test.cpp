@@ -128,6 +128,24 @@ TEST(PhObjectList, TellsNamesThatHashAlikeApart) {
     EXPECT_EQ(list.find("_f"), nullptr);  // hashes alike as well
 }
 
+TEST(PhObjectList, PreparingToFindChangesNothing) {
+    List list;
+    const std::vector<std::string_view> names = {"a", "", "gone", "b", "a"};
+    list.prepareToFind(names);
+    MortalObject& a = append(list, "a");
+    list.append(makePh<MortalObject>(deaths));  // without a name
+    list.prepareToFind(names);
+    MortalObject& b = append(list, "b");
+    list.prepareToFind(names);
+    list.prepareToFind({});
+    list.prepareToFind(std::vector<std::string_view>(100, "b"));
+    EXPECT_EQ(list.count(), 3U);
+    EXPECT_EQ(list.find("a"), &a);
+    EXPECT_EQ(list.find("b"), &b);
+    EXPECT_EQ(list.find("gone"), nullptr);
+    EXPECT_EQ(list.find(""), nullptr);
+}
+
 TEST(PhObjectList, NullNameIsNeverFound) {
     List list;
     list.append(makePh<MortalObject>(deaths));
