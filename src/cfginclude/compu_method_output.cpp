@@ -139,8 +139,9 @@ IdentityFallbackNames::IdentityFallbackNames(const PhObjectList<PhConversion>& c
     for (const PhConversion& conversion : conversions) {
         if (formOf(conversion, features) == ConversionForm::Identity) {
             const auto position = static_cast<std::uint32_t>(names_.size());
+            const std::string_view name = conversion.name().view();
             names_.push_back(conversion.name());
-            index_.add(conversion.name(), position, hasName(conversion.name().view()));
+            index_.add(PhNameIndex::hashOf(name), position, hasName(name));
         }
     }
 }

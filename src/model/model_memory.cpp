@@ -31,8 +31,7 @@ void* takeFromSystem(std::size_t size) {
 #ifndef QUILLMARK_PLAIN_MODEL_MEMORY
 
 constexpr std::size_t kAlignment = 8;
-/// The size of a large page on the machines that the program runs on.
-constexpr std::size_t kChunkSize = std::size_t{2} * 1024 * 1024;
+constexpr std::size_t kChunkSize = kLargePageSize;
 /// What is larger has a block of its own from the system.
 constexpr std::size_t kLargestShared = 32 * std::size_t{1024};
 

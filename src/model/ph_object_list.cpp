@@ -42,7 +42,7 @@ void PhNameIndex::countNewEntry() {
     if (used_ * 3 <= slots_.size() * 2) {
         return;
     }
-    std::vector<Slot> old(slots_.size() * 2);
+    std::vector<Slot, LargePageAllocator<Slot>> old(slots_.size() * 2);
     old.swap(slots_);
     const auto isNoOther = [](std::uint32_t) { return false; };  // every entry has its own name
     for (const Slot& entry : old) {

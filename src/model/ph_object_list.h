@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/ph_object.h"
+#include "platform/large_pages.h"
 
 namespace quillmark {
 
@@ -24,14 +25,10 @@ class PhNameIndex {
 
     explicit PhNameIndex(std::size_t expectedNames);
 
-    /// Enters a name unless `matches(position)` finds it in one of the entries with the name's
-    /// hash. A null name is never found and not entered.
+    /// Enters a name's hash unless `matches(position)` finds the name in one of the entries with
+    /// that hash.
     template <typename Matches>
-    void add(const PhString& name, std::uint32_t position, Matches matches) {
-        if (name.isNull()) {
-            return;
-        }
-        const std::uint32_t hash = hashOf(name.view());
+    void add(std::uint32_t hash, std::uint32_t position, Matches matches) {
         Slot& slot = slots_[slotOf(hash, matches)];
         if (slot.position == kNone) {
             slot = {hash, position};
@@ -76,7 +73,8 @@ class PhNameIndex {
     std::size_t mask() const { return slots_.size() - 1; }
     void countNewEntry();
 
-    std::vector<Slot> slots_;  ///< a power of two, at most two thirds full
+    std::vector<Slot, LargePageAllocator<Slot>>
+        slots_;  ///< a power of two, at most two thirds full
     std::size_t used_ = 0;
 };
 
@@ -116,7 +114,7 @@ class PhObjectList {
     void append(PhHandle<T> object) {
         items_.push_back(std::move(object));
         if (index_ != nullptr) {
-            enterIntoIndex(items_.size() - 1);
+            enterIntoIndex(items_.size() - 1, hashAt(items_.size() - 1));
         }
     }
 
@@ -171,14 +169,30 @@ class PhObjectList {
 
     void buildIndex() const {
         index_ = std::make_unique<PhNameIndex>(items_.size());
-        for (std::size_t position = 0; position < items_.size(); ++position) {
-            enterIntoIndex(position);
+        std::array<std::uint32_t, PhNameIndex::kMostTogether> hashes{};
+        for (std::size_t start = 0; start < items_.size(); start += hashes.size()) {
+            // As in prepareToFind(), all of them wait for memory together.
+            const std::size_t count = std::min(hashes.size(), items_.size() - start);
+            for (std::size_t i = 0; i < count; ++i) {
+                hashes[i] = hashAt(start + i);
+                index_->prefetch(hashes[i]);
+            }
+            for (std::size_t i = 0; i < count; ++i) {
+                enterIntoIndex(start + i, hashes[i]);
+            }
         }
     }
 
-    void enterIntoIndex(std::size_t position) const {
+    std::uint32_t hashAt(std::size_t position) const {
+        return PhNameIndex::hashOf(items_[position]->name().view());
+    }
+
+    /// A null name is never found, and not entered.
+    void enterIntoIndex(std::size_t position, std::uint32_t hash) const {
         const PhString& name = items_[position]->name();
-        index_->add(name, static_cast<std::uint32_t>(position), hasName(name.view()));
+        if (!name.isNull()) {
+            index_->add(hash, static_cast<std::uint32_t>(position), hasName(name.view()));
+        }
     }
 
     auto hasName(std::string_view name) const {
