@@ -58,6 +58,12 @@
 namespace quillmark::golden {
 namespace {
 
+/// The second that the program would read at this moment. std::time() may lag behind it, as it
+/// takes the clock of the system's last tick.
+std::time_t secondsNow() {
+    return std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+}
+
 namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kCaseTimeLimit{20};
@@ -131,7 +137,7 @@ class Playground {
 
     /// Takes the names of the staging directories that a run could want from now on.
     void occupyStagingNames() {
-        const std::time_t now = std::time(nullptr);
+        const std::time_t now = secondsNow();
         for (std::time_t instant = now; instant <= now + kCaseTimeLimit.count(); ++instant) {
             occupied_.push_back(temp / stagingName(instant));
             fs::create_directory(occupied_.back());
@@ -251,7 +257,7 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
                std::vector<std::string>& problems) {
     Record record;
     const FileTree before = readTree(playground.work);
-    RunContext context{std::time(nullptr), 0, userName(), playground.work, playground.temp};
+    RunContext context{secondsNow(), 0, userName(), playground.work, playground.temp};
     const RunLimits limits{std::chrono::steady_clock::now() + kCaseTimeLimit,
                            playground.memoryLimit};
     bool failed = false;
@@ -275,7 +281,7 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
     if (!failed) {
         record.exit.clear();
     }
-    context.end = std::time(nullptr);
+    context.end = secondsNow();
     record.out = withPlaceholders(record.out, context, problems);
     record.err = withPlaceholders(record.err, context, problems);
 
