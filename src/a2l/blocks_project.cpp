@@ -78,6 +78,7 @@ int PhA2l::parseModule(PhGroup& project) {
         {Form::Bare, INCLUDE, &PhA2l::parseInclude},
     };
     const int kind = readOptionals(*this, kRules, *module, next());
+    bindConversions();
     return kind == END ? closeBlock(MODULE) : kind;
 }
 

@@ -65,7 +65,7 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
     if (next() != TOK_IDENT) {
         return fail("Identifier expected");
     }
-    signal.datatype.conversion = referConversion(token().text);
+    bindConversionSoon(signal, token().text);
     drop(1);  // resolution and accuracy
     readLimits(signal);
 
@@ -95,6 +95,25 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
         {Form::Block, VIRTUAL, &PhA2l::parseVirtual},
     };
     return readOptionals(*this, kRules, measurement, next());
+}
+
+void PhA2l::bindConversionSoon(PhEntity& signal, std::string_view name) {
+    if (unbound_.names.isFull()) {
+        bindConversions();
+    }
+    unbound_.names.add(name);
+    unbound_.signals.push_back(PhHandle<PhEntity>(&signal));
+}
+
+void PhA2l::bindConversions() {
+    auto signal = unbound_.signals.begin();
+    unbound_.names.handOver(
+        [&](std::span<const std::string_view> names) { module_->conversions.prepareToFind(names); },
+        [&](std::string_view name) {
+            (*signal)->datatype.conversion = referConversion(name);
+            ++signal;
+        });
+    unbound_.signals.clear();
 }
 
 void PhA2l::applyDimensions(const Measurement& measurement) {
@@ -266,7 +285,7 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
     signal.recordLayout = refer(&PhGroup::recordLayouts, placeholders_.recordLayouts, token().text);
     drop(1);  // maximum difference
     // ... and the conversion's name, whatever kind of token it is
-    signal.datatype.conversion = referConversion(token().text);
+    bindConversionSoon(signal, token().text);
     readLimits(signal);
 
     using Rule = OptionalRule<PhA2l, PhEntity>;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "a2l/block_reader.h"
 #include "a2l/name_batch.h"
@@ -200,10 +201,22 @@ class PhA2l final : public BlockReader {
         return refer(&PhGroup::conversions, placeholders_.conversions, name);
     }
 
+    /// Signals whose conversions are named but not bound yet, and the names.
+    struct Unbound {
+        NameBatch names;
+        std::vector<PhHandle<PhEntity>> signals;
+    };
+
+    /// Makes the conversion of that name the signal's, together with those of other signals, when
+    /// enough have come together or their module ends.
+    void bindConversionSoon(PhEntity& signal, std::string_view name);
+    void bindConversions();
+
     std::int32_t errorCount_ = 0;
     PhByteOrder moduleByteOrder_ = PhByteOrder::Undefined;
     PhGroup* module_ = nullptr;  ///< the module being read
     Placeholders placeholders_;  ///< of that module
+    Unbound unbound_;
     PhObjectList<PhUnit> inlineUnits_;
     TextPool texts_;
 };
