@@ -21,12 +21,21 @@ PhString BlockReader::readIdentifier() {
 }
 
 PhString BlockReader::readString() {
-    const int kind = nullAsEmptyString(next());
-    if (kind != TOK_STRING) {
-        fail("String expected");
-        return {};
+    return expectString() ? PhString(token_.text) : PhString();
+}
+
+void BlockReader::readLongIdentifier(PhObject& block) {
+    if (expectString() && keepsLongIdentifiers()) {
+        block.setLongIdentifier(PhString(token_.text));
     }
-    return PhString(token_.text);
+}
+
+bool BlockReader::expectString() {
+    const bool isString = nullAsEmptyString(next()) == TOK_STRING;
+    if (!isString) {
+        fail("String expected");
+    }
+    return isString;
 }
 
 int BlockReader::nullAsEmptyString(int kind) {

@@ -58,6 +58,9 @@ class BlockReader : public PhReader, private A2lLexer {
     /// NULL.
     PhString readString();
 
+    /// The same for the long identifier of `block`, which gets it if long identifiers are kept.
+    void readLongIdentifier(PhObject& block);
+
     /// The kind of a text that may be written as NULL: the bare identifier becomes an empty text.
     int nullAsEmptyString(int kind);
 
@@ -143,6 +146,7 @@ class BlockReader : public PhReader, private A2lLexer {
         return kind;
     }
 
+    bool expectString();
     void lexicalError(std::string_view message) override;
 
     Token token_;

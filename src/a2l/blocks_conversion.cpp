@@ -79,7 +79,7 @@ int PhA2l::parseCompuMethod(PhGroup& module) {
     };
     auto conversion = makePh<PhConversion>();
     conversion->setName(readIdentifier());
-    conversion->setLongIdentifier(readString());
+    readLongIdentifier(*conversion);
     traceBlock("Parse COMPU_METHOD '%s'\n", *conversion);
     conversion->conversionType = readChoice(*this, kKinds);
     nextWord();  // the display format
@@ -198,7 +198,7 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
     auto table = makePh<PhConversion>();
     table->setName(PhString(kTablePrefix, readIdentifier().view()));
-    table->setLongIdentifier(readString());
+    readLongIdentifier(*table);
     traceBlock(traceFormat, *table);
     return table;
 }
@@ -262,7 +262,7 @@ int PhA2l::parseUnit(PhGroup& module) {
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
     auto unit = makePh<PhUnit>();
     unit->setName(readIdentifier());
-    unit->setLongIdentifier(readString());
+    readLongIdentifier(*unit);
     unit->setDisplayText(readString());
     traceBlock("Parse UNIT '%s'\n", *unit);
     module.units.append(unit);

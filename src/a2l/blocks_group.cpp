@@ -52,7 +52,7 @@ int PhA2l::parseGroup(PhGroup& module) {
     };
     auto group = makePh<PhFunction>();
     group->setName(readIdentifier());
-    group->setLongIdentifier(readString());
+    readLongIdentifier(*group);
     traceBlock("Parse GROUP '%s'\n", *group);
     module.functions.append(group);
     const int kind = readOptionals(*this, kRules, *group, next());
@@ -73,7 +73,7 @@ int PhA2l::parseFunction(PhGroup& module) {
     };
     auto function = makePh<PhFunction>();
     function->setName(readIdentifier());
-    function->setLongIdentifier(readString());
+    readLongIdentifier(*function);
     traceBlock("Parse FUNCTION '%s'\n", *function);
     module.functions.append(function);
     const int kind = readOptionals(*this, kRules, *function, next());
@@ -87,7 +87,7 @@ int PhA2l::parseFrame(PhGroup& module) {
     };
     auto frame = makePh<PhFrame>();
     frame->setName(readIdentifier());
-    frame->setLongIdentifier(readString());
+    readLongIdentifier(*frame);
     traceBlock("Parse FRAME '%s'\n", *frame);
     readIntPair(frame->scalingUnit, frame->rate);
     module.frames.append(frame);

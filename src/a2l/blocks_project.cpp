@@ -20,7 +20,9 @@ int PhA2l::parseProject(PhRoot& root) {
     if (kind != TOK_STRING && kind != TOK_IDENT) {
         return fail("String expected");
     }
-    project->setLongIdentifier(PhString(token().text));
+    if (keepsLongIdentifiers()) {
+        project->setLongIdentifier(PhString(token().text));
+    }
     root.documents.append(project);
     traceBlock("Parse PROJECT '%s'\n", *project);
 
@@ -46,7 +48,7 @@ int PhA2l::parseHeader(PhGroup& project) {
 int PhA2l::parseModule(PhGroup& project) {
     auto module = makePh<PhGroup>(PhDocumentKind::Module, &project);
     module->setName(readIdentifier());
-    module->setLongIdentifier(readString());
+    readLongIdentifier(*module);
     if (failed()) {
         return TOK_ERROR;
     }
@@ -181,7 +183,7 @@ int PhA2l::parseMemorySegment(PhGroup& module) {
 
     auto segment = makePh<PhMemoryPage>();
     segment->setName(readIdentifier());
-    segment->setLongIdentifier(readString());
+    readLongIdentifier(*segment);
     traceBlock("  Parse MEMORY_SEGMENT '%s'\n", *segment);
     segment->use = readChoice(*this, kUses);
     segment->memoryType = readChoice(*this, kTypes);

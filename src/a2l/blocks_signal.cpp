@@ -52,7 +52,7 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
     PhEntity& signal = measurement.signal;
     signal.signalKind = PhSignalKind::Measurement;
     signal.setName(readIdentifier());
-    signal.setLongIdentifier(readString());
+    readLongIdentifier(signal);
     traceBlock("Parse MEASUREMENT '%s'\n", signal);
     signal.byteOrder = moduleByteOrder_;
     const auto* type =
@@ -272,7 +272,7 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
     auto owner = makePh<PhEntity>();
     PhEntity& signal = *owner;
     signal.setName(readIdentifier());
-    signal.setLongIdentifier(readString());
+    readLongIdentifier(signal);
     module.signals.append(std::move(owner));
     traceBlock("Parse CHARACTERISTIC '%s'\n", signal);
     signal.byteOrder = moduleByteOrder_;

@@ -44,6 +44,12 @@ class PhReader {
     void setTraceDefaultValues(bool trace) { traceDefaultValues_ = trace; }
     bool traceDefaultValues() const { return traceDefaultValues_; }
 
+    /// Whether the model gets the blocks' long identifiers (it does unless told otherwise). They
+    /// are a sixth of its memory, and the commands show none of them. They are checked in either
+    /// case.
+    void setKeepLongIdentifiers(bool keep) { keepLongIdentifiers_ = keep; }
+    bool keepsLongIdentifiers() const { return keepLongIdentifiers_; }
+
     /// Puts out one trace text, which carries its own line feed.
     void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
 
@@ -57,6 +63,7 @@ class PhReader {
     PhLogger* logger_ = nullptr;
     bool verbose_ = false;
     bool traceDefaultValues_ = false;
+    bool keepLongIdentifiers_ = true;
 };
 
 }  // namespace quillmark

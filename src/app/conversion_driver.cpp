@@ -14,6 +14,7 @@ namespace {
 /// Reads a description into the model; false when it cannot be read, which has been reported.
 bool readDescription(const std::string& fileName, PhRoot& model, Console& console) {
     PhA2l reader(console, fileName);
+    reader.setKeepLongIdentifiers(false);
     if (reader.parse(model) != 0) {
         console.printLine("Error reading file.");
         return false;

@@ -136,6 +136,7 @@ int compareProtocols(CompareReport& report, bool verbose, const PhGroup& oldModu
 /// other one.
 bool read(const std::string& path, PhRoot& root, Console& console) {
     PhA2l reader(console, path);
+    reader.setKeepLongIdentifiers(false);
     if (reader.parse(root) != 0) {
         return false;
     }

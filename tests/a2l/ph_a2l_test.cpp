@@ -55,6 +55,19 @@ TEST(PhA2l, AStrayHashReadsLikeTheVersionKeyword) {
     EXPECT_EQ(parseText("# 1 60").status, 0);
 }
 
+TEST(PhA2l, LongIdentifiersAreCheckedEvenWhereTheyAreNotKept) {
+    const ReaderSwitches dropping{.keepLongIdentifiers = false};
+    const std::string blocks =
+        "/begin MEASUREMENT m \"text\" UBYTE c 0 0 0 1 /end MEASUREMENT "
+        "/begin GROUP g NULL /end GROUP ";
+    const Parsed parsed = parseModule(blocks, dropping);
+    EXPECT_EQ(parsed.status, 0);
+    EXPECT_EQ(parsed.model.find("longIdentifier"), std::string::npos);
+    EXPECT_NE(parsed.model.find("signal m signalKind=Measurement"), std::string::npos);
+    EXPECT_EQ(parseModule("/begin GROUP g 5", dropping).console,
+              "-: Error (a.a2l:1): String expected\n");
+}
+
 TEST(PhA2l, SeveralProjectsAreReadOneAfterAnother) {
     EXPECT_EQ(
         parseText("/begin PROJECT A \"\" /end PROJECT ASAP2_VERSION 1 6 /begin PROJECT B \"\" "
