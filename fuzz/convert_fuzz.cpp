@@ -24,7 +24,7 @@ bool isSmall(const PhRoot& root) {
         for (const PhGroup& module : project.documents) {
             for (const PhEntity& signal : module.signals) {
                 double size = 1;
-                for (const int dimension : signal.matrixDims) {
+                for (const int dimension : signal.matrixDims()) {
                     size *= dimension == 0 ? 1 : dimension;
                 }
                 elements += size;

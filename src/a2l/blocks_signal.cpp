@@ -117,22 +117,23 @@ void PhA2l::bindConversions() {
 }
 
 void PhA2l::applyDimensions(const Measurement& measurement) {
-    auto& dims = measurement.signal.matrixDims;
-    if (!measurement.hasMatrixDim) {
-        if (measurement.hasArraySize && measurement.arraySize != 1) {
-            dims[0] = measurement.arraySize;
+    std::array<std::int32_t, 3> dims{};
+    if (measurement.hasMatrixDim) {
+        const auto& given = measurement.matrixDim;
+        std::size_t count = given.size();
+        while (count > 0 && given[count - 1] == 1) {
+            --count;
         }
-        return;
+        std::copy_n(given.begin(), count, dims.begin());
+        if (measurement.hasArraySize &&
+            elementCount(given) != static_cast<std::uint64_t>(measurement.arraySize)) {
+            warning("Array-size mismatch (%d).", {measurement.arraySize});
+        }
+    } else if (measurement.hasArraySize && measurement.arraySize != 1) {
+        dims[0] = measurement.arraySize;
     }
-    const auto& given = measurement.matrixDim;
-    std::size_t count = given.size();
-    while (count > 0 && given[count - 1] == 1) {
-        --count;
-    }
-    std::copy_n(given.begin(), count, dims.begin());
-    if (measurement.hasArraySize &&
-        elementCount(given) != static_cast<std::uint64_t>(measurement.arraySize)) {
-        warning("Array-size mismatch (%d).", {measurement.arraySize});
+    if (dims != decltype(dims){}) {
+        measurement.signal.extras().matrixDims = dims;
     }
 }
 
@@ -246,13 +247,13 @@ int PhA2l::parseBitOperation(Measurement& measurement) {
 
 int PhA2l::parseLeftShift(PhEntity& signal) {
     signal.bitOperation = PhBitOperation::LeftShift;
-    signal.shiftCount = readInteger();
+    signal.extras().shiftCount = readInteger();
     return next();
 }
 
 int PhA2l::parseRightShift(PhEntity& signal) {
     signal.bitOperation = PhBitOperation::RightShift;
-    signal.shiftCount = readInteger();
+    signal.extras().shiftCount = readInteger();
     return next();
 }
 

@@ -84,41 +84,47 @@ void addSource(PhProperties& properties, const PhRaster& event) {
     properties.list("sources").push_back(std::move(source));
 }
 
-using EventChannels = std::vector<std::int32_t>;
-using SignalEvents = PhEntity::Extras;
+using SignalExtras = PhEntity::Extras;
+using Use = PhSignalEvent::Use;
 
-int parseEventChannel(BlockReader& reader, EventChannels& channels) {
-    channels.push_back(readTruncated(reader));
+/// The events that one list of a signal names.
+struct EventList {
+    std::vector<PhSignalEvent>& events;
+    Use use;
+};
+
+int parseEventChannel(BlockReader& reader, EventList& list) {
+    list.events.push_back({list.use, readTruncated(reader)});
     return reader.next();
 }
 
-constexpr InterfaceRule<EventChannels> kEventChannels[] = {
+constexpr InterfaceRule<EventList> kEventChannels[] = {
     {Form::Bare, EVENT, &parseEventChannel},
 };
 
-template <EventChannels SignalEvents::*List>
-int parseEventList(BlockReader& reader, SignalEvents& events) {
-    return readBareOptionals(reader, kEventChannels, events.*List, reader.next());
+template <Use ListUse>
+int parseEventList(BlockReader& reader, SignalExtras& signal) {
+    EventList list{signal.events, ListUse};
+    return readBareOptionals(reader, kEventChannels, list, reader.next());
 }
 
-template <EventChannels SignalEvents::*List, int Keyword>
-int parseEventListBlock(BlockReader& reader, SignalEvents& events) {
-    return readInterfaceParts(reader, kEventChannels, events.*List, Keyword, reader.next());
+template <Use ListUse, int Keyword>
+int parseEventListBlock(BlockReader& reader, SignalExtras& signal) {
+    EventList list{signal.events, ListUse};
+    return readInterfaceParts(reader, kEventChannels, list, Keyword, reader.next());
 }
 
 /// The lists of VARIABLE are blocks; some tools write them without /begin and /end.
-constexpr InterfaceRule<SignalEvents> kDaqEventParts[] = {
-    {Form::Bare, FIXED_EVENT_LIST, &parseEventList<&SignalEvents::fixedEvents>},
+constexpr InterfaceRule<SignalExtras> kDaqEventParts[] = {
+    {Form::Bare, FIXED_EVENT_LIST, &parseEventList<Use::Fixed>},
     {Form::Bare, VARIABLE, nullptr, 0},
-    {Form::Bare, AVAILABLE_EVENT_LIST, &parseEventList<&SignalEvents::availableEvents>},
-    {Form::Bare, DEFAULT_EVENT_LIST, &parseEventList<&SignalEvents::defaultEvents>},
-    {Form::Bare, CONSISTENCY_EVENT_LIST, &parseEventList<&SignalEvents::consistencyEvents>},
-    {Form::Block, AVAILABLE_EVENT_LIST,
-     &parseEventListBlock<&SignalEvents::availableEvents, AVAILABLE_EVENT_LIST>},
-    {Form::Block, DEFAULT_EVENT_LIST,
-     &parseEventListBlock<&SignalEvents::defaultEvents, DEFAULT_EVENT_LIST>},
+    {Form::Bare, AVAILABLE_EVENT_LIST, &parseEventList<Use::Available>},
+    {Form::Bare, DEFAULT_EVENT_LIST, &parseEventList<Use::Default>},
+    {Form::Bare, CONSISTENCY_EVENT_LIST, &parseEventList<Use::Consistency>},
+    {Form::Block, AVAILABLE_EVENT_LIST, &parseEventListBlock<Use::Available, AVAILABLE_EVENT_LIST>},
+    {Form::Block, DEFAULT_EVENT_LIST, &parseEventListBlock<Use::Default, DEFAULT_EVENT_LIST>},
     {Form::Block, CONSISTENCY_EVENT_LIST,
-     &parseEventListBlock<&SignalEvents::consistencyEvents, CONSISTENCY_EVENT_LIST>},
+     &parseEventListBlock<Use::Consistency, CONSISTENCY_EVENT_LIST>},
 };
 
 }  // namespace
@@ -147,9 +153,9 @@ int parseXcpEvent(BlockReader& reader, XcpDaqTarget& target) {
 }
 
 int parseXcpDaqEvent(BlockReader& reader, PhEntity* signal) {
-    SignalEvents unattached;
-    SignalEvents& events = signal == nullptr ? unattached : signal->extras();
-    return readInterfaceParts(reader, kDaqEventParts, events, DAQ_EVENT, reader.next());
+    SignalExtras unattached;
+    SignalExtras& extras = signal == nullptr ? unattached : signal->extras();
+    return readInterfaceParts(reader, kDaqEventParts, extras, DAQ_EVENT, reader.next());
 }
 
 }  // namespace quillmark

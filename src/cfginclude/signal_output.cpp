@@ -80,8 +80,9 @@ class ArrayWalk {
   public:
     explicit ArrayWalk(const PhEntity& signal)
         : rowDirection_(signal.layout == PhLayout::RowDirection) {
-        while (dimensions_ < sizes_.size() && signal.matrixDims[dimensions_] != 0) {
-            sizes_[dimensions_] = static_cast<std::uint32_t>(signal.matrixDims[dimensions_]);
+        const auto dims = signal.matrixDims();
+        while (dimensions_ < sizes_.size() && dims[dimensions_] != 0) {
+            sizes_[dimensions_] = static_cast<std::uint32_t>(dims[dimensions_]);
             ++dimensions_;
         }
     }
@@ -138,7 +139,7 @@ void writeShift(CfgElement& element, const PhEntity& signal) {
             element.addValue("shift_type", "right");
             break;
     }
-    element.addIntValue("shift_length", signal.shiftCount);
+    element.addIntValue("shift_length", signal.shiftCount());
     if (signal.bitOperation == PhBitOperation::RightShift && signal.signExtend) {
         element.addIntValue("sign_extend", 1);
     }

@@ -290,9 +290,16 @@ void dumpNumbers(Writer& out, std::string_view kind, const std::vector<PhNumber>
     out.listLine(kind, numbers, appendNumber);
 }
 
-void dumpIntegers(Writer& out, std::string_view kind, const std::vector<std::int32_t>& integers) {
-    out.listLine(kind, integers,
-                 [](std::string& text, std::int32_t value) { appendInteger(text, value); });
+void dumpEvents(Writer& out, std::string_view kind, const std::vector<PhSignalEvent>& events,
+                PhSignalEvent::Use use) {
+    std::vector<std::int32_t> channels;
+    for (const PhSignalEvent& event : events) {
+        if (event.use == use) {
+            channels.push_back(event.channel);
+        }
+    }
+    out.listLine(kind, channels,
+                 [](std::string& text, std::int32_t channel) { appendInteger(text, channel); });
 }
 
 /// Lists nest no deeper than the readers make them: a bag, its lists, their elements.
@@ -376,14 +383,14 @@ void dumpSignalFields(Writer& out, const PhEntity& signal) {
     out.codeField("bitOperation", kBitOperations, signal.bitOperation);
     out.codeField("layout", kLayouts, signal.layout);
     out.flagField("signExtend", signal.signExtend);
-    out.integerField("shiftCount", signal.shiftCount);
+    out.integerField("shiftCount", signal.shiftCount());
     if (signal.address) {
         out.hexField("address", static_cast<std::uint32_t>(*signal.address));
     }
     if (signal.addressExtension) {
         out.hexField("addressExtension", static_cast<std::uint32_t>(*signal.addressExtension));
     }
-    out.dimensionsField("matrixDims", signal.matrixDims);
+    out.dimensionsField("matrixDims", signal.matrixDims());
     out.numberField("lowerLimit", signal.lowerLimit);
     out.numberField("upperLimit", signal.upperLimit);
     out.referenceField("recordLayout", signal.recordLayout.get());
@@ -400,10 +407,10 @@ void dumpSignal(Writer& out, const PhEntity& signal) {
     }
     if (const PhEntity::Extras* extras = signal.extrasIfAny()) {
         dumpReferences(out, "virtualMembers", extras->virtualMembers);
-        dumpIntegers(out, "fixedEvents", extras->fixedEvents);
-        dumpIntegers(out, "availableEvents", extras->availableEvents);
-        dumpIntegers(out, "defaultEvents", extras->defaultEvents);
-        dumpIntegers(out, "consistencyEvents", extras->consistencyEvents);
+        dumpEvents(out, "fixedEvents", extras->events, PhSignalEvent::Use::Fixed);
+        dumpEvents(out, "availableEvents", extras->events, PhSignalEvent::Use::Available);
+        dumpEvents(out, "defaultEvents", extras->events, PhSignalEvent::Use::Default);
+        dumpEvents(out, "consistencyEvents", extras->events, PhSignalEvent::Use::Consistency);
     }
 }
 

@@ -21,4 +21,12 @@ class ModelMemory {
     static void release(void* block, std::size_t size) noexcept;
 };
 
+/// Base of what is allocated there.
+struct InModelMemory {
+    static void* operator new(std::size_t size) { return ModelMemory::allocate(size); }
+    static void operator delete(void* block, std::size_t size) noexcept {
+        ModelMemory::release(block, size);
+    }
+};
+
 }  // namespace quillmark

@@ -15,17 +15,12 @@ namespace quillmark {
 /// Base of every model object: a counted, named object with a class code. Objects are shared
 /// through PhHandle and die with their last handle; counts are plain integers, the model is
 /// single-threaded.
-class PhObject {
+class PhObject : public InModelMemory {
   public:
     explicit PhObject(PhClass kind);
     PhObject(const PhObject&) = delete;
     PhObject& operator=(const PhObject&) = delete;
     virtual ~PhObject();
-
-    static void* operator new(std::size_t size) { return ModelMemory::allocate(size); }
-    static void operator delete(void* block, std::size_t size) noexcept {
-        ModelMemory::release(block, size);
-    }
 
     PhClass kind() const { return kind_; }
     std::int32_t refCount() const { return refCount_; }

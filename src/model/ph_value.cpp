@@ -8,17 +8,11 @@
 namespace quillmark {
 
 PhNumber PhNumber::integer(std::int64_t value) {
-    PhNumber number;
-    number.kind_ = Kind::Integer;
-    number.integer_ = value;
-    return number;
+    return {Kind::Integer, std::bit_cast<Payload>(value)};
 }
 
 PhNumber PhNumber::real(double value) {
-    PhNumber number;
-    number.kind_ = Kind::Real;
-    number.real_ = value;
-    return number;
+    return {Kind::Real, std::bit_cast<Payload>(value)};
 }
 
 double PhNumber::toReal() const {
@@ -26,9 +20,9 @@ double PhNumber::toReal() const {
         case Kind::None:
             return 0.0;
         case Kind::Integer:
-            return static_cast<double>(integer_);
+            return static_cast<double>(asInteger());
         case Kind::Real:
-            return real_;
+            return asReal();
     }
     return 0.0;
 }
@@ -46,9 +40,9 @@ PhNumber PhNumber::negated() const {
         case Kind::None:
             return {};
         case Kind::Integer:
-            return integer(-integer_);
+            return integer(-asInteger());
         case Kind::Real:
-            return real(-real_);
+            return real(-asReal());
     }
     return {};
 }
@@ -57,7 +51,7 @@ bool operator==(const PhNumber& left, const PhNumber& right) {
     if (left.kind_ != right.kind_) {
         return false;
     }
-    return left.isReal() ? left.real_ == right.real_ : left.integer_ == right.integer_;
+    return left.isReal() ? left.asReal() == right.asReal() : left.asInteger() == right.asInteger();
 }
 
 std::int32_t saturatedInteger(double value) {

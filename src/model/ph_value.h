@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -33,7 +36,7 @@ class PhNumber {
     std::int32_t toInteger() const;
 
     /// The exact value of an integer; 0 for anything else.
-    std::int64_t exactInteger() const { return isInteger() ? integer_ : 0; }
+    std::int64_t exactInteger() const { return isInteger() ? asInteger() : 0; }
 
     /// Missing, integer 0, or a real equal to 0.0.
     bool isZero() const;
@@ -45,11 +48,17 @@ class PhNumber {
     friend bool operator==(const PhNumber& left, const PhNumber& right);
 
   private:
+    // As bytes, the value needs no alignment, and a number takes no more than nine of them: two
+    // stand in every signal, three in every row of a table.
+    using Payload = std::array<std::byte, sizeof(std::int64_t)>;
+
+    PhNumber(Kind kind, Payload payload) : kind_(kind), payload_(payload) {}
+
+    std::int64_t asInteger() const { return std::bit_cast<std::int64_t>(payload_); }
+    double asReal() const { return std::bit_cast<double>(payload_); }
+
     Kind kind_ = Kind::None;
-    union {
-        std::int64_t integer_ = 0;
-        double real_;
-    };
+    Payload payload_{};
 };
 
 /// A real as a 32-bit integer, under the rule of PhNumber::toInteger().

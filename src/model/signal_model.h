@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "model/enumerations.h"
@@ -30,34 +31,25 @@ class PhUnit final : public PhObject {
 /// that is a number or a text.
 class PhTableEntry {
   public:
-    PhTableEntry(PhNumber lower, PhNumber upper, PhNumber output);
-    PhTableEntry(PhNumber lower, PhNumber upper, PhString text);
+    PhTableEntry(PhNumber lower, PhNumber upper, PhNumber output)
+        : lower_(lower), upper_(upper), output_(output) {}
+    PhTableEntry(PhNumber lower, PhNumber upper, PhString text)
+        : text_(std::move(text)), lower_(lower), upper_(upper) {}
 
-    PhNumber lower() const { return number(lower_, lowerKind_); }
-    PhNumber upper() const { return number(upper_, upperKind_); }
+    PhNumber lower() const { return lower_; }
+    PhNumber upper() const { return upper_; }
 
     /// Missing when the output is a text.
-    PhNumber output() const { return number(output_, outputKind_); }
+    PhNumber output() const { return output_; }
 
     /// Null when the output is a number.
     const PhString& text() const { return text_; }
 
   private:
-    // Tables have millions of rows, so the numbers' kinds are packed together behind their values.
-    union Payload {
-        std::int64_t integer;
-        double real;
-    };
-    static Payload payload(const PhNumber& value);
-    static PhNumber number(Payload value, PhNumber::Kind kind);
-
-    Payload lower_;
-    Payload upper_;
-    Payload output_;
     PhString text_;
-    PhNumber::Kind lowerKind_;
-    PhNumber::Kind upperKind_;
-    PhNumber::Kind outputKind_;
+    PhNumber lower_;
+    PhNumber upper_;
+    PhNumber output_;
 };
 
 /// How raw values become physical ones: a conversion method, or one of its tables (whose name then
@@ -103,7 +95,21 @@ class PhRecordLayout final : public PhObject {
     PhHandle<PhType> dataType;
 };
 
-/// A signal: a measurement or a characteristic.
+/// An XCP event channel that a signal names, and as what.
+struct PhSignalEvent {
+    enum class Use : std::uint8_t {
+        Fixed,        ///< of a fixed list
+        Available,    ///< of a variable one: to choose from
+        Default,      ///< ... taken by default
+        Consistency,  ///< ... keeps data consistent
+    };
+
+    Use use;
+    std::int32_t channel;
+};
+
+/// A signal: a measurement or a characteristic. Descriptions have up to millions of them, so the
+/// order of the members leaves no room between them.
 class PhEntity final : public PhObject {
   public:
     PhEntity() : PhObject(PhClass::Entity) {}
@@ -113,27 +119,31 @@ class PhEntity final : public PhObject {
     PhBitOperation bitOperation = PhBitOperation::None;
     PhLayout layout = PhLayout::None;
     bool signExtend = false;
-    std::int32_t shiftCount = 0;  ///< bits; meaningful with a bit operation
-    std::optional<std::int32_t> address;
-    std::optional<std::int32_t> addressExtension;
-    /// Array dimensions; the first 0 ends them.
-    std::array<std::int32_t, 3> matrixDims{};
     PhNumber lowerLimit;
     PhNumber upperLimit;
+    std::optional<std::int32_t> address;
+    std::optional<std::int32_t> addressExtension;
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
 
     /// What only few signals have.
-    struct Extras {
+    struct Extras : InModelMemory {
+        std::array<std::int32_t, 3> matrixDims{};
+        std::int32_t shiftCount = 0;
         PhObjectList<PhEntity> virtualMembers;
-        std::vector<std::int32_t> fixedEvents;        ///< XCP event channels of a fixed list
-        std::vector<std::int32_t> availableEvents;    ///< of a variable one: those to choose from
-        std::vector<std::int32_t> defaultEvents;      ///< ... and those taken by default
-        std::vector<std::int32_t> consistencyEvents;  ///< ... and those that keep data consistent
+        std::vector<PhSignalEvent> events;  ///< in the order of the description
     };
     Extras& extras();
     const Extras* extrasIfAny() const { return extras_.get(); }
     Extras* extrasIfAny() { return extras_.get(); }
+
+    /// Array dimensions; the first 0 ends them.
+    std::array<std::int32_t, 3> matrixDims() const {
+        return extras_ == nullptr ? std::array<std::int32_t, 3>{} : extras_->matrixDims;
+    }
+
+    /// In bits; meaningful with a bit operation.
+    std::int32_t shiftCount() const { return extras_ == nullptr ? 0 : extras_->shiftCount; }
 
   private:
     std::unique_ptr<Extras> extras_;

@@ -60,7 +60,7 @@ TEST(SignalOutput, WritesAMeasurementInTheOrderOfItsAttributes) {
     speed->datatype.conversion->unit = makeUnit("km/h");
     speed->datatype.bitMask = 0xFF0;
     speed->bitOperation = PhBitOperation::RightShift;
-    speed->shiftCount = 4;
+    speed->extras().shiftCount = 4;
     speed->signExtend = true;
     speed->byteOrder = PhByteOrder::BigEndian;
     EXPECT_EQ(written(speed, kShifts, "P_"),
@@ -301,7 +301,7 @@ TEST(SignalOutput, WithoutBitOperationTheShiftIsTheDefault) {
 TEST(SignalOutput, SignExtensionWithoutShiftIsNotWritten) {
     const auto signal = makeByte();
     signal->signExtend = true;
-    signal->shiftCount = 3;
+    signal->extras().shiftCount = 3;
     EXPECT_EQ(written(signal, kShifts),
               element("name=x\nnum_bytes=1\nsigned=unsigned\nshift_type=default\n"));
 }
@@ -309,7 +309,7 @@ TEST(SignalOutput, SignExtensionWithoutShiftIsNotWritten) {
 TEST(SignalOutput, ShiftsAreWrittenForLibrariesThatKnowThem) {
     const auto signal = makeByte();
     signal->bitOperation = PhBitOperation::RightShift;
-    signal->shiftCount = 3;
+    signal->extras().shiftCount = 3;
     signal->signExtend = true;
     const std::string start = "name=x\nnum_bytes=1\nsigned=unsigned\n";
     EXPECT_EQ(written(signal), element(start));
@@ -319,7 +319,7 @@ TEST(SignalOutput, ShiftsAreWrittenForLibrariesThatKnowThem) {
     EXPECT_EQ(written(signal, kShifts), element(start + "shift_type=right\nshift_length=3\n"));
     signal->signExtend = true;
     signal->bitOperation = PhBitOperation::LeftShift;
-    signal->shiftCount = -1;
+    signal->extras().shiftCount = -1;
     EXPECT_EQ(written(signal, kShifts), element(start + "shift_type=left\nshift_length=-1\n"));
 }
 
@@ -328,7 +328,7 @@ TEST(SignalOutput, ShiftsAreWrittenForLibrariesThatKnowThem) {
 TEST(SignalOutput, ArrayRunsThroughItsFirstIndexFastest) {
     const auto signal = makeByte();
     signal->address = 0x100;
-    signal->matrixDims = {3, 2, 0};
+    signal->extras().matrixDims = {3, 2, 0};
     const Texts names{"P_x[0][0]", "P_x[1][0]", "P_x[2][0]", "P_x[0][1]", "P_x[1][1]", "P_x[2][1]"};
     const Texts byColumn{"0x100", "0x102", "0x104", "0x101", "0x103", "0x105"};
     const Texts byRow{"0x100", "0x101", "0x102", "0x103", "0x104", "0x105"};
@@ -348,7 +348,7 @@ TEST(SignalOutput, ArrayRunsThroughItsFirstIndexFastest) {
 TEST(SignalOutput, ThreeDimensions) {
     const auto signal = makeMeasurement("x", PhBaseType::Integer, 16);
     signal->address = 0;
-    signal->matrixDims = {2, 3, 2};
+    signal->extras().matrixDims = {2, 3, 2};
     const std::string byColumn = written(signal);
     EXPECT_EQ(valuesOf("name", byColumn),
               (Texts{"x[0][0][0]", "x[1][0][0]", "x[0][1][0]", "x[1][1][0]", "x[0][2][0]",
@@ -367,7 +367,7 @@ TEST(SignalOutput, ThreeDimensions) {
 TEST(SignalOutput, OneDimensionKnowsNoDirection) {
     const auto signal = makeMeasurement("x", PhBaseType::Integer, 32);
     signal->address = 16;
-    signal->matrixDims = {3, 0, 0};
+    signal->extras().matrixDims = {3, 0, 0};
     for (const auto layout : {PhLayout::None, PhLayout::RowDirection, PhLayout::ColumnDirection}) {
         signal->layout = layout;
         EXPECT_EQ(valuesOf("mta", written(signal)), (Texts{"0x10", "0x14", "0x18"}));
@@ -376,23 +376,23 @@ TEST(SignalOutput, OneDimensionKnowsNoDirection) {
 
 TEST(SignalOutput, FirstZeroEndsTheDimensions) {
     const auto signal = makeByte();
-    signal->matrixDims = {4, 0, 2};
+    signal->extras().matrixDims = {4, 0, 2};
     EXPECT_EQ(valuesOf("name", written(signal)), (Texts{"x[0]", "x[1]", "x[2]", "x[3]"}));
-    signal->matrixDims = {0, 3, 2};
+    signal->extras().matrixDims = {0, 3, 2};
     EXPECT_EQ(valuesOf("name", written(signal)), Texts{"x"});
 }
 
 TEST(SignalOutput, DimensionOfOneHasItsIndex) {
     const auto signal = makeByte();
-    signal->matrixDims = {1, 2, 0};
+    signal->extras().matrixDims = {1, 2, 0};
     EXPECT_EQ(valuesOf("name", written(signal)), (Texts{"x[0][0]", "x[0][1]"}));
-    signal->matrixDims = {1, 0, 0};
+    signal->extras().matrixDims = {1, 0, 0};
     EXPECT_EQ(valuesOf("name", written(signal)), Texts{"x[0]"});
 }
 
 TEST(SignalOutput, ElementsDifferInNameAndAddressOnly) {
     const auto signal = makeByte();
-    signal->matrixDims = {2, 0, 0};
+    signal->extras().matrixDims = {2, 0, 0};
     signal->address = 1;
     signal->addressExtension = 2;
     signal->datatype.unit = makeUnit("V");
@@ -408,7 +408,7 @@ TEST(SignalOutput, ElementsDifferInNameAndAddressOnly) {
 
 TEST(SignalOutput, ArrayWithoutAddressIsNamedAllTheSame) {
     const auto signal = makeByte();
-    signal->matrixDims = {2, 0, 0};
+    signal->extras().matrixDims = {2, 0, 0};
     EXPECT_EQ(written(signal), element("name=x[0]\nnum_bytes=1\nsigned=unsigned\n") +
                                    element("name=x[1]\nnum_bytes=1\nsigned=unsigned\n"));
 }
@@ -416,14 +416,14 @@ TEST(SignalOutput, ArrayWithoutAddressIsNamedAllTheSame) {
 TEST(SignalOutput, AddressesWrapAt32Bits) {
     const auto signal = makeMeasurement("x", PhBaseType::Integer, 64);
     signal->address = -8;
-    signal->matrixDims = {3, 0, 0};
+    signal->extras().matrixDims = {3, 0, 0};
     EXPECT_EQ(valuesOf("mta", written(signal)), (Texts{"0xfffffff8", "0x0", "0x8"}));
 }
 
 TEST(SignalOutput, NegativeSizeWalksBackwards) {
     const auto signal = makeMeasurement("x", PhBaseType::Integer, -16);
     signal->address = 2;
-    signal->matrixDims = {3, 0, 0};
+    signal->extras().matrixDims = {3, 0, 0};
     EXPECT_EQ(valuesOf("mta", written(signal)), (Texts{"0x2", "0x0", "0xfffffffe"}));
 }
 
@@ -464,7 +464,7 @@ class FullSink final : public OutputSink {
 
 TEST(WriteSignal, MakesNoElementsThatNobodyTakes) {
     const auto signal = makeMeasurement("s", PhBaseType::UInteger, 8);
-    signal->matrixDims = {INT32_MAX, INT32_MAX, INT32_MAX};
+    signal->extras().matrixDims = {INT32_MAX, INT32_MAX, INT32_MAX};
     const PhObjectList<PhConversion> conversions;
     FullSink sink;
     CfgChildren children(sink, false, 0, "\n");

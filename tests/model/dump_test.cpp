@@ -92,11 +92,11 @@ void addSignals(PhGroup& module) {
     PhEntity& speed = addNamed(module.signals, "Speed");
     speed.signalKind = PhSignalKind::Measurement;
     speed.address = 0x4000;
-    speed.matrixDims = {4, 2, 1};
+    speed.extras().matrixDims = {4, 2, 1};
     speed.upperLimit = PhNumber::real(250.5);
     speed.datatype = *word();
     speed.datatype.conversion = PhHandle<PhConversion>(module.conversions.find("CM_Speed"));
-    speed.extras().fixedEvents = {1, 3};
+    speed.extras().events = {{PhSignalEvent::Use::Fixed, 1}, {PhSignalEvent::Use::Fixed, 3}};
     addNamed(speed.extras().virtualMembers, "A");
     addNamed(speed.extras().virtualMembers, "B").markPlaceholder();
     PhEntity& lost = addNamed(speed.extras().virtualMembers, "C");
@@ -339,7 +339,7 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.bitOperation = PhBitOperation::RightShift;
     signal.layout = PhLayout::ColumnDirection;
     signal.signExtend = true;
-    signal.shiftCount = -4;
+    signal.extras().shiftCount = -4;
     signal.address = -1;
     signal.addressExtension = 0;
     signal.lowerLimit = PhNumber::integer(0);
@@ -347,9 +347,9 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.datatype = *word();
     signal.datatype.sizeBits = -8;
     signal.datatype.bitMask = -1;
-    signal.extras().availableEvents = {1};
-    signal.extras().defaultEvents = {2};
-    signal.extras().consistencyEvents = {3, 4};
+    using Use = PhSignalEvent::Use;
+    signal.extras().events = {
+        {Use::Consistency, 3}, {Use::Available, 1}, {Use::Default, 2}, {Use::Consistency, 4}};
     EXPECT_EQ(model.moduleText(),
               "      signal S longIdentifier=\"\" signalKind=Cube5 byteOrder=BigEndian "
               "bitOperation=RightShift layout=ColumnDirection signExtend=true shiftCount=-4 "

@@ -80,7 +80,7 @@ TEST(PhEntity, HasNothingAtFirst) {
     EXPECT_FALSE(signal->signExtend);
     EXPECT_FALSE(signal->address.has_value());
     EXPECT_FALSE(signal->addressExtension.has_value());
-    EXPECT_EQ(signal->matrixDims, (std::array<std::int32_t, 3>{}));
+    EXPECT_EQ(signal->matrixDims(), (std::array<std::int32_t, 3>{}));
     EXPECT_FALSE(signal->lowerLimit.isPresent());
     EXPECT_FALSE(signal->upperLimit.isPresent());
     EXPECT_EQ(signal->datatype.baseType, PhBaseType::Undefined);
@@ -96,8 +96,9 @@ TEST(PhEntity, MakesItsExtrasAtFirstUse) {
     const PhEntity& constant = *signal;
     EXPECT_EQ(constant.extrasIfAny(), nullptr);
     EXPECT_EQ(signal->extrasIfAny(), nullptr);
-    signal->extras().fixedEvents.push_back(1);
-    EXPECT_EQ(signal->extras().fixedEvents.size(), 1U);
+    EXPECT_EQ(signal->shiftCount(), 0);
+    signal->extras().shiftCount = 3;
+    EXPECT_EQ(signal->shiftCount(), 3);
     EXPECT_EQ(constant.extrasIfAny(), &signal->extras());
 }
 
