@@ -14,25 +14,36 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t word) {
     return hash ^ (hash >> 32U);
 }
 
+template <typename Word>
+Word load(const char* bytes) {
+    Word word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
 }  // namespace
 
 PhNameIndex::PhNameIndex(std::size_t expectedNames)
     : slots_(std::bit_ceil(std::max<std::size_t>(64, expectedNames + expectedNames / 2 + 1))) {}
 
 std::uint32_t PhNameIndex::hashOf(std::string_view name) {
-    std::uint64_t hash = name.size();
     const char* at = name.data();
-    std::size_t left = name.size();
-    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, at, sizeof word);
-        hash = mix(hash, word);
-        at += sizeof word;
-    }
-    if (left != 0) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, at, left);
-        hash = mix(hash, word);
+    const char* const end = at + name.size();
+    std::uint64_t hash = name.size();
+    if (name.size() >= sizeof(std::uint64_t)) {
+        // The last word overlaps the one before it rather than being filled up byte by byte.
+        const char* const lastWord = end - sizeof(std::uint64_t);
+        for (; at < lastWord; at += sizeof(std::uint64_t)) {
+            hash = mix(hash, load<std::uint64_t>(at));
+        }
+        hash = mix(hash, load<std::uint64_t>(lastWord));
+    } else if (name.size() >= sizeof(std::uint32_t)) {
+        const std::uint64_t lastHalf = load<std::uint32_t>(end - sizeof(std::uint32_t));
+        hash = mix(hash, lastHalf << 32U | load<std::uint32_t>(at));
+    } else {
+        for (; at < end; ++at) {
+            hash = mix(hash, static_cast<unsigned char>(*at));
+        }
     }
     return static_cast<std::uint32_t>(mix(hash, 0) >> 16U);
 }

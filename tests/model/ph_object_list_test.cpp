@@ -283,13 +283,16 @@ TEST(PhNameIndex, HashSpreadsSerialNames) {
 }
 
 TEST(PhNameIndex, HashTakesInEveryByte) {
-    std::string name = "abcdefghijklmnopqrs";
-    const std::uint32_t hash = PhNameIndex::hashOf(name);
-    for (char& c : name) {
-        const char kept = c;
-        c = '!';
-        EXPECT_NE(PhNameIndex::hashOf(name), hash) << kept;
-        c = kept;
+    const std::string alphabet = "abcdefghijklmnopqrstuvwxyz";
+    for (std::size_t length = 1; length <= alphabet.size(); ++length) {
+        std::string name = alphabet.substr(0, length);
+        const std::uint32_t hash = PhNameIndex::hashOf(name);
+        for (char& c : name) {
+            const char kept = c;
+            c = '!';
+            EXPECT_NE(PhNameIndex::hashOf(name), hash) << length << kept;
+            c = kept;
+        }
     }
     EXPECT_NE(PhNameIndex::hashOf(std::string_view("a\0", 2)), PhNameIndex::hashOf("a"));
 }
