@@ -81,11 +81,9 @@ void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
         {BYTEORDER_MSB_FIRST, static_cast<std::int32_t>(PhByteOrder::BigEndian)},
         {BYTEORDER_MSB_LAST, static_cast<std::int32_t>(PhByteOrder::LittleEndian)},
     };
-    const int kind = reader.next();
-    if (const auto code = findWord(reader, kOrders, kind)) {
+    if (const auto code =
+            readWord(reader, kOrders, "Invalid Byteorder %d in ASAP1B_GMLAN/TP_BLOB")) {
         changeEncoding(reader, protocol, static_cast<PhByteOrder>(*code), "GMLAN/TP_BLOB");
-    } else {
-        reader.warning("Invalid Byteorder %d in ASAP1B_GMLAN/TP_BLOB", {kind});
     }
 }
 

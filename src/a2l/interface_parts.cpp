@@ -54,6 +54,16 @@ std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const Interf
     return code;
 }
 
+std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words,
+                                     std::string_view warning) {
+    const int kind = reader.next();
+    const std::optional<std::int32_t> code = findWord(reader, words, kind);
+    if (!code) {
+        reader.warning(warning, {kind});
+    }
+    return code;
+}
+
 void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field) {
     if (const std::optional<std::int32_t> code = readWord(reader, words)) {
         field = *code;

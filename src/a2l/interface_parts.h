@@ -63,6 +63,11 @@ std::optional<std::int32_t> findWord(const BlockReader& reader,
 /// "Unexpected token '%s' found".
 std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words);
 
+/// The same where the parameter has a warning of its own, which tells the kind of the wrong token
+/// as "%d".
+std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words,
+                                     std::string_view warning);
+
 /// Reads an enumerated parameter into `field`, which keeps its value when the token is wrong.
 void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field);
 

@@ -158,11 +158,9 @@ void enterDaqList(const XcpDaqTarget& target, const PhHandle<PhValue>& number) {
 }
 
 int parseDaqListType(BlockReader& reader, PhDaq& daq) {
-    const int kind = reader.next();
-    if (const std::optional<std::int32_t> type = findWord(reader, kDaqListTypes, kind)) {
+    if (const auto type =
+            readWord(reader, kDaqListTypes, "Unexpected token for DAQ_LIST_TYPE: %d")) {
         daq.direction = *type;
-    } else {
-        reader.warning("Unexpected token for DAQ_LIST_TYPE: %d", {kind});
     }
     return reader.next();
 }

@@ -117,11 +117,8 @@ constexpr InterfaceRule<PhTransportParam> kFlexRayParts[] = {
 };
 
 void readHeaderType(BlockReader& reader, PhTransportParam& transport) {
-    const int kind = reader.next();
-    if (const std::optional<std::int32_t> code = findWord(reader, kHeaderTypes, kind)) {
+    if (const auto code = readWord(reader, kHeaderTypes, "Unexpected token for Header-Type: %d")) {
         transport.properties->setInteger("header_type", *code);
-    } else {
-        reader.warning("Unexpected token for Header-Type: %d", {kind});
     }
 }
 

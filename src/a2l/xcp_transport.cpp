@@ -192,11 +192,9 @@ int parseXcpTransportInstance(BlockReader& reader, PhTransportParam& transport) 
 }
 
 void readXcpPacketAlignment(BlockReader& reader, PhTransportParam& transport) {
-    const int kind = reader.next();
-    if (const std::optional<std::int32_t> code = findWord(reader, kPacketAlignments, kind)) {
+    if (const auto code =
+            readWord(reader, kPacketAlignments, "Unexpected token for Packet-Alignment: %d")) {
         transport.properties->setInteger("packet_alignment", *code);
-    } else {
-        reader.warning("Unexpected token for Packet-Alignment: %d", {kind});
     }
 }
 
