@@ -160,7 +160,7 @@ int PhA2l::parseCompuTab(PhGroup& module) {
     const auto table = startTable("Parse COMPU_TAB '%s'\n");
     table->conversionType = readChoice(*this, kKinds, PhConversionType::Table);
     module.conversions.append(table);
-    for (std::int32_t left = readElementCount(); left > 0 && !failed(); --left) {
+    for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber input = readTableNumber();
         const PhNumber output = readTableNumber();
         table->tableEntries.emplace_back(input, input, output);
@@ -176,7 +176,7 @@ int PhA2l::parseCompuVtab(PhGroup& module) {
     const auto table = startTable("Parse COMPU_VTAB '%s'\n");
     table->conversionType = readChoice(*this, kKinds, PhConversionType::Table);
     module.conversions.append(table);
-    for (std::int32_t left = readElementCount(); left > 0 && !failed(); --left) {
+    for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber input = verbalInput(readTableNumber());
         table->tableEntries.emplace_back(input, input, readTableText());
     }
@@ -187,7 +187,7 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
     const auto table = startTable("Parse COMPU_VTAB_RANGE '%s'\n");
     table->conversionType = PhConversionType::Table;
     module.conversions.append(table);
-    for (std::int32_t left = readElementCount(); left > 0 && !failed(); --left) {
+    for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber lower = readTableNumber();
         const PhNumber upper = readTableNumber();
         table->tableEntries.emplace_back(lower, upper, readTableText());
@@ -203,12 +203,15 @@ PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
     return table;
 }
 
-std::int32_t PhA2l::readElementCount() {
+std::int32_t PhA2l::readElementCount(PhConversion& table) {
+    constexpr std::int32_t kMostAtOnce = 500;  // a file may promise more than it holds
     if (next() != TOK_INTEGER) {
         fail("Integer value (element count) expected");
         return 0;
     }
-    return token().intValue;
+    const std::int32_t count = std::max(token().intValue, 0);
+    table.tableEntries.reserve(static_cast<std::size_t>(std::min(count, kMostAtOnce)));
+    return count;
 }
 
 PhNumber PhA2l::readTableNumber() {

@@ -149,7 +149,7 @@ class PhA2l final : public BlockReader {
     // Parts of several blocks, read from the next token on.
     int storeText(PhGroup& module, std::string_view property);
     PhHandle<PhConversion> startTable(std::string_view traceFormat);
-    std::int32_t readElementCount();
+    std::int32_t readElementCount(PhConversion& table);
     PhNumber readTableNumber();
     PhString readTableText();
     int closeVerbalTable(PhConversion& table, int keyword);
