@@ -12,12 +12,15 @@ int BlockReader::drop(int count) {
 }
 
 PhString BlockReader::readIdentifier() {
-    const int kind = next();
-    if (kind != TOK_IDENT) {
+    return expectIdentifier() ? PhString(token_.text) : PhString();
+}
+
+bool BlockReader::expectIdentifier() {
+    const bool isIdentifier = next() == TOK_IDENT;
+    if (!isIdentifier) {
         fail("Identifier expected");
-        return {};
     }
-    return PhString(token_.text);
+    return isIdentifier;
 }
 
 PhString BlockReader::readString() {

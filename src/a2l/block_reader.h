@@ -54,6 +54,9 @@ class BlockReader : public PhReader, private A2lLexer {
     /// A name, else the error "Identifier expected".
     PhString readIdentifier();
 
+    /// Reads a name, which stays the current token; else the same error and false.
+    bool expectIdentifier();
+
     /// A quoted text, else the error "String expected". A core block may write the empty text as
     /// NULL.
     PhString readString();

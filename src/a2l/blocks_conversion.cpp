@@ -77,8 +77,7 @@ int PhA2l::parseCompuMethod(PhGroup& module) {
         {Form::Bare, STATUS_STRING_REF, nullptr, 1},
         {Form::Block, FORMULA, &PhA2l::parseFormula},
     };
-    auto conversion = makePh<PhConversion>();
-    conversion->setName(readIdentifier());
+    const auto conversion = defineNext(placeholders_.conversions);
     readLongIdentifier(*conversion);
     traceBlock("Parse COMPU_METHOD '%s'\n", *conversion);
     conversion->conversionType = readChoice(*this, kKinds);
@@ -196,8 +195,8 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 }
 
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
-    auto table = makePh<PhConversion>();
-    table->setName(PhString(kTablePrefix, readIdentifier().view()));
+    const PhString name(kTablePrefix, readIdentifier().view());
+    auto table = define(placeholders_.conversions, name.view());
     readLongIdentifier(*table);
     traceBlock(traceFormat, *table);
     return table;
@@ -263,8 +262,7 @@ int PhA2l::parseUnit(PhGroup& module) {
         {Form::Bare, UNIT_CONVERSION, nullptr, 2},
     };
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
-    auto unit = makePh<PhUnit>();
-    unit->setName(readIdentifier());
+    const auto unit = defineNext(placeholders_.units);
     readLongIdentifier(*unit);
     unit->setDisplayText(readString());
     traceBlock("Parse UNIT '%s'\n", *unit);

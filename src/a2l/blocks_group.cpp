@@ -50,8 +50,7 @@ int PhA2l::parseGroup(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    auto group = makePh<PhFunction>();
-    group->setName(readIdentifier());
+    const auto group = defineNext(placeholders_.functions);
     readLongIdentifier(*group);
     traceBlock("Parse GROUP '%s'\n", *group);
     module.functions.append(group);
@@ -71,8 +70,7 @@ int PhA2l::parseFunction(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    auto function = makePh<PhFunction>();
-    function->setName(readIdentifier());
+    const auto function = defineNext(placeholders_.functions);
     readLongIdentifier(*function);
     traceBlock("Parse FUNCTION '%s'\n", *function);
     module.functions.append(function);

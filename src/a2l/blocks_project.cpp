@@ -54,9 +54,9 @@ int PhA2l::parseModule(PhGroup& project) {
     }
     project.documents.append(module);
     traceBlock("Parse MODULE '%s'\n", *module);
-    module->referencesAreBound = true;  // until a name comes before its definition
     module_ = module.get();
     placeholders_ = {};
+    openPlaceholders_ = 0;
 
     static constexpr Rule kRules[] = {
         {Form::Block, MEASUREMENT, &PhA2l::parseMeasurement},
@@ -81,6 +81,7 @@ int PhA2l::parseModule(PhGroup& project) {
     };
     const int kind = readOptionals(*this, kRules, *module, next());
     bindConversions();
+    module->referencesAreBound = openPlaceholders_ == 0;
     return kind == END ? closeBlock(MODULE) : kind;
 }
 

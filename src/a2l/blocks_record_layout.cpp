@@ -146,8 +146,7 @@ void readComponent(BlockReader& reader, std::string_view parameters, DataType& t
 }  // namespace
 
 int PhA2l::parseRecordLayout(PhGroup& module) {
-    auto layout = makePh<PhRecordLayout>();
-    layout->setName(readIdentifier());
+    const auto layout = defineNext(placeholders_.recordLayouts);
     if (verbose()) {
         trace("Parse RECORD_LAYOUT\n");
     }

@@ -35,7 +35,7 @@ std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
 }  // namespace
 
 int PhA2l::parseMeasurement(PhGroup& module) {
-    auto signal = makePh<PhEntity>();
+    auto signal = defineNext(placeholders_.signals);
     Measurement measurement{*signal};
     const int kind = parseMeasurementBody(measurement);
     if (kind != END || next() != MEASUREMENT) {
@@ -51,7 +51,6 @@ int PhA2l::parseMeasurement(PhGroup& module) {
 int PhA2l::parseMeasurementBody(Measurement& measurement) {
     PhEntity& signal = measurement.signal;
     signal.signalKind = PhSignalKind::Measurement;
-    signal.setName(readIdentifier());
     readLongIdentifier(signal);
     traceBlock("Parse MEASUREMENT '%s'\n", signal);
     signal.byteOrder = moduleByteOrder_;
@@ -270,9 +269,8 @@ int PhA2l::parseVirtual(Measurement& measurement) {
 }
 
 int PhA2l::parseCharacteristic(PhGroup& module) {
-    auto owner = makePh<PhEntity>();
+    auto owner = defineNext(placeholders_.signals);
     PhEntity& signal = *owner;
-    signal.setName(readIdentifier());
     readLongIdentifier(signal);
     module.signals.append(std::move(owner));
     traceBlock("Parse CHARACTERISTIC '%s'\n", signal);

@@ -170,7 +170,8 @@ class PhA2l final : public BlockReader {
         }
     }
 
-    /// Stand-ins for names that are not defined yet, one per name, shared by all that refer to it.
+    /// Stand-ins for names that were not defined yet when something referred to them, one per
+    /// name, shared by all that refer to it.
     struct Placeholders {
         PhObjectList<PhConversion> conversions;
         PhObjectList<PhUnit> units;
@@ -193,9 +194,32 @@ class PhA2l final : public BlockReader {
         auto placeholder = makePh<T>();
         placeholder->setName(PhString(name));
         placeholder->markPlaceholder();
-        module_->referencesAreBound = false;
+        ++openPlaceholders_;
         placeholders.append(placeholder);
         return placeholder;
+    }
+
+    /// The object that a block of that name defines. Its placeholder, if there is one, becomes that
+    /// object: whatever referred to it is bound by that, and millions of names that stand before
+    /// their definitions cost no second object each.
+    template <typename T>
+    PhHandle<T> define(PhObjectList<T>& placeholders, std::string_view name) {
+        if (T* placeholder = placeholders.find(name);
+            placeholder != nullptr && placeholder->isPlaceholder()) {
+            placeholder->markDefined();
+            --openPlaceholders_;
+            return PhHandle<T>(placeholder);
+        }
+        auto object = makePh<T>();
+        object->setName(PhString(name));
+        return object;
+    }
+
+    /// The same for a block whose name is the next token, as it should be: else the error
+    /// "Identifier expected", and an object without a name.
+    template <typename T>
+    PhHandle<T> defineNext(PhObjectList<T>& placeholders) {
+        return expectIdentifier() ? define(placeholders, token().text) : makePh<T>();
     }
     PhHandle<PhConversion> referConversion(std::string_view name) {
         return refer(&PhGroup::conversions, placeholders_.conversions, name);
@@ -214,8 +238,9 @@ class PhA2l final : public BlockReader {
 
     std::int32_t errorCount_ = 0;
     PhByteOrder moduleByteOrder_ = PhByteOrder::Undefined;
-    PhGroup* module_ = nullptr;  ///< the module being read
-    Placeholders placeholders_;  ///< of that module
+    PhGroup* module_ = nullptr;         ///< the module being read
+    Placeholders placeholders_;         ///< of that module
+    std::size_t openPlaceholders_ = 0;  ///< how many of them are not defined yet
     Unbound unbound_;
     PhObjectList<PhUnit> inlineUnits_;
     TextPool texts_;

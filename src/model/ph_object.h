@@ -43,6 +43,7 @@ class PhObject : public InModelMemory {
     /// A placeholder stands for an object that a reference names and that is not defined yet.
     bool isPlaceholder() const { return (flags_ & kPlaceholder) != 0; }
     void markPlaceholder() { flags_ |= kPlaceholder; }
+    void markDefined() { flags_ &= static_cast<std::uint8_t>(~kPlaceholder); }
 
     /// An unresolved object is a placeholder whose definition was found nowhere.
     bool isUnresolved() const { return (flags_ & kUnresolved) != 0; }

@@ -1,5 +1,8 @@
 #include "a2l/resolution.h"
 
+#include <string>
+#include <string_view>
+
 #include <gtest/gtest.h>
 
 #include "a2l/parsing.h"
@@ -160,6 +163,65 @@ TEST(Resolve, OfEqualNamesTheFirstIsFound) {
         "MEASUREMENT");
     EXPECT_EQ(parsed.status, 0);
     EXPECT_NE(parsed.model.find("longIdentifier=\"second\""), std::string::npos);
+}
+
+/// The one module of a description that is read without the pass that binds references.
+class ParsedModule {
+  public:
+    explicit ParsedModule(std::string_view content) {
+        const std::string text = moduleText(content);
+        MemoryInputFile input(text);
+        EXPECT_EQ(PhA2l(console_, "a.a2l").parse(root_, input), 0);
+    }
+
+    PhGroup& operator*() { return root_.documents.at(0).documents.at(0); }
+    PhGroup* operator->() { return &**this; }
+
+  private:
+    CollectingConsole console_;
+    PhRoot root_;
+};
+
+constexpr std::string_view kMeasurement = "/begin MEASUREMENT m \"\" UBYTE c 0 0 0 1 ";
+constexpr std::string_view kGroup =
+    "/begin GROUP g \"\" /begin REF_MEASUREMENT m m /end REF_MEASUREMENT /end GROUP ";
+
+TEST(Definition, TakesThePlaceOfItsPlaceholder) {
+    const std::string measurement = std::string(kMeasurement) + "/end MEASUREMENT ";
+    ParsedModule module(std::string(kGroup) + measurement + measurement + std::string(kGroup));
+    ASSERT_EQ(module->signals.count(), 2U);
+    PhEntity& first = module->signals.at(0);
+    EXPECT_FALSE(first.isPlaceholder());
+    EXPECT_NE(&module->signals.at(1), &first);
+    for (PhFunction& group : module->functions) {
+        for (PhEntity& member : group.signals) {
+            EXPECT_EQ(&member, &first);
+        }
+    }
+}
+
+TEST(Definition, LeavesNothingToBindWhenItWasTheLastOneMissing) {
+    const std::string conversion = "/begin COMPU_METHOD c \"\" LINEAR \"\" \"\" /end COMPU_METHOD ";
+    const std::string measurement = std::string(kMeasurement) + "/end MEASUREMENT ";
+    EXPECT_TRUE(ParsedModule(std::string(kGroup) + measurement + conversion)->referencesAreBound);
+    EXPECT_FALSE(ParsedModule(std::string(kGroup) + measurement)->referencesAreBound);
+    EXPECT_FALSE(ParsedModule(std::string(kGroup) + conversion)->referencesAreBound);
+}
+
+TEST(Definition, OfASignalThatIsItsOwnMember) {
+    ParsedModule module(std::string(kMeasurement) +
+                        "/begin VIRTUAL m /end VIRTUAL /end MEASUREMENT ");
+    resolveScope(*makePh<PhRoot>(), *module);
+    PhEntity& signal = module->signals.at(0);
+    EXPECT_EQ(&signal.extras().virtualMembers.at(0), &signal);
+}
+
+TEST(Definition, OfATableTakesItsPlaceholder) {
+    ParsedModule module(
+        "/begin COMPU_METHOD c \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF c /end COMPU_METHOD "
+        "/begin COMPU_VTAB c \"\" TAB_VERB 1 0 \"off\" /end COMPU_VTAB ");
+    EXPECT_EQ(module->conversions.at(0).tableRef.get(), &module->conversions.at(1));
+    EXPECT_TRUE(module->referencesAreBound);
 }
 
 }  // namespace
