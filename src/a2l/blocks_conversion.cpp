@@ -1,5 +1,6 @@
 // How raw values become physical ones: COMPU_METHOD, its tables, UNIT.
 
+#include <algorithm>
 #include <array>
 
 #include "a2l/enumeration_parameter.h"

@@ -1,9 +1,5 @@
 #include "a2l/resolution.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 #include "a2l/message_text.h"
 
 namespace quillmark {
@@ -92,16 +88,8 @@ void ScopeResolver::resolveReference(PhHandle<T>& reference, PhObjectList<T> PhG
 template <typename T>
 void ScopeResolver::resolveReferences(PhObjectList<T>& references, PhObjectList<T> PhGroup::*kind,
                                       std::string_view message) {
-    std::array<std::string_view, PhNameIndex::kMostTogether> names;
-    for (std::size_t start = 0; start < references.count(); start += names.size()) {
-        const std::size_t count = std::min(names.size(), references.count() - start);
-        for (std::size_t i = 0; i < count; ++i) {
-            names[i] = references.at(start + i).name().view();
-        }
-        (scope_.*kind).prepareToFind({names.data(), count});
-        for (std::size_t i = 0; i < count; ++i) {
-            resolveReference(references.handle(start + i), kind, message);
-        }
+    for (std::size_t i = 0; i < references.count(); ++i) {
+        resolveReference(references.handle(i), kind, message);
     }
 }
 

@@ -109,7 +109,7 @@ struct PhSignalEvent {
 };
 
 /// A signal: a measurement or a characteristic. Descriptions have up to millions of them, so the
-/// order of the members leaves no room between them.
+/// order of the members leaves little room between them.
 class PhEntity final : public PhObject {
   public:
     PhEntity() : PhObject(PhClass::Entity) {}
