@@ -1,7 +1,5 @@
 #include "a2l/keyword_tables.h"
 
-#include <cstring>
-
 // The tables and their indexes are built by the compiler: start-up costs nothing, and nothing can
 // change them. The rows come from the same lists as the constants of the header.
 namespace quillmark {
@@ -53,15 +51,15 @@ constexpr auto buildIndex(std::span<const KeywordEntry> entries) {
     return slots;
 }
 
-/// A text of 64 bytes or more has no bit to stand for it, which ends the compilation here.
-constexpr KeywordLengths collectLengths(std::span<const KeywordEntry> entries) {
-    KeywordLengths lengths;
-    for (const KeywordEntry& entry : entries) {
-        const std::uint64_t bit = std::uint64_t{1} << entry.text.size();
-        lengths.byFirst[static_cast<unsigned char>(entry.text.front())] |= bit;
-        lengths.byLast[static_cast<unsigned char>(entry.text.back())] |= bit;
+constexpr KeywordHints collectHints(std::span<const KeywordEntry> entries) {
+    KeywordHints hints;
+    hints.rows.fill(KeywordHints::kNone);
+    for (std::size_t row = 0; row < entries.size(); ++row) {
+        std::uint16_t& hint = hints.rows[KeywordHints::placeOf(entries[row].text)];
+        hint =
+            hint == KeywordHints::kNone ? static_cast<std::uint16_t>(row) : KeywordHints::kSeveral;
     }
-    return lengths;
+    return hints;
 }
 
 constexpr std::uint32_t kCoreCapacity = 400;
@@ -78,70 +76,65 @@ constexpr auto kCcpIndex = buildIndex<kCcpCapacity>(kCcpEntries);
 constexpr auto kKwpIndex = buildIndex<kKwpCapacity>(kKwpEntries);
 constexpr auto kGmlanIndex = buildIndex<kGmlanCapacity>(kGmlanEntries);
 
-constexpr KeywordLengths kCoreLengths = collectLengths(kCoreEntries);
-constexpr KeywordLengths kWordLengths = collectLengths(kWordEntries);
-constexpr KeywordLengths kXcpLengths = collectLengths(kXcpEntries);
-constexpr KeywordLengths kCcpLengths = collectLengths(kCcpEntries);
-constexpr KeywordLengths kKwpLengths = collectLengths(kKwpEntries);
-constexpr KeywordLengths kGmlanLengths = collectLengths(kGmlanEntries);
+constexpr KeywordHints kCoreHints = collectHints(kCoreEntries);
+constexpr KeywordHints kWordHints = collectHints(kWordEntries);
+constexpr KeywordHints kXcpHints = collectHints(kXcpEntries);
+constexpr KeywordHints kCcpHints = collectHints(kCcpEntries);
+constexpr KeywordHints kKwpHints = collectHints(kKwpEntries);
+constexpr KeywordHints kGmlanHints = collectHints(kGmlanEntries);
 
-/// False when no keyword has this length together with these two bytes.
-bool mayBeKeyword(const KeywordLengths& lengths, std::string_view text) {
-    if (text.empty() || text.size() >= 64) {
-        return false;
-    }
-    const std::uint64_t possible = lengths.byFirst[static_cast<unsigned char>(text.front())] &
-                                   lengths.byLast[static_cast<unsigned char>(text.back())];
-    return (possible >> text.size() & 1U) != 0;
-}
-
-bool sameText(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && std::memcmp(left.data(), right.data(), left.size()) == 0;
-}
-
-int lookupRowByRow(const KeywordTable& table, std::string_view text) {
+const KeywordEntry* rowByRow(const KeywordTable& table, std::string_view text) {
     for (const KeywordEntry& entry : table.entries) {
         if (entry.text == text) {
-            return entry.id;
+            return &entry;
         }
     }
-    return 0;
+    return nullptr;
 }
 
-}  // namespace
-
-constinit const KeywordTable kCoreKeywords(kCoreEntries, kCoreIndex.data(), kCoreCapacity,
-                                           &kCoreLengths);
-constinit const KeywordTable kWordKeywords(kWordEntries, kWordIndex.data(), kWordCapacity,
-                                           &kWordLengths);
-constinit const KeywordTable kXcpKeywords(kXcpEntries, kXcpIndex.data(), kXcpCapacity,
-                                          &kXcpLengths);
-constinit const KeywordTable kCcpKeywords(kCcpEntries, kCcpIndex.data(), kCcpCapacity,
-                                          &kCcpLengths);
-constinit const KeywordTable kKwpKeywords(kKwpEntries, kKwpIndex.data(), kKwpCapacity,
-                                          &kKwpLengths);
-constinit const KeywordTable kGmlanKeywords(kGmlanEntries, kGmlanIndex.data(), kGmlanCapacity,
-                                            &kGmlanLengths);
-
-int lookup(const KeywordTable& table, std::string_view text) {
-    if (table.slots == nullptr) {
-        return lookupRowByRow(table, text);
-    }
-    if (!mayBeKeyword(*table.lengths, text)) {
-        return 0;
-    }
+const KeywordEntry* throughIndex(const KeywordTable& table, std::string_view text) {
     const std::uint32_t hash = keywordHash(text);
-    std::uint32_t place = table.placeOf(hash);
+    std::uint32_t place = hash % table.slotCount;
     while (const KeywordEntry* const entry = table.slots[place].entry) {
-        if (table.slots[place].hash == hash && sameText(entry->text, text)) {
-            return entry->id;
+        if (table.slots[place].hash == hash && entry->text == text) {
+            return entry;
         }
         ++place;
         if (place == table.slotCount) {
             place = 0;
         }
     }
-    return 0;
+    return nullptr;
+}
+
+const KeywordEntry* findEntry(const KeywordTable& table, std::string_view text) {
+    if (table.hints == nullptr) {
+        return rowByRow(table, text);
+    }
+    const std::uint16_t row =
+        text.empty() ? KeywordHints::kNone : table.hints->rows[KeywordHints::placeOf(text)];
+    if (row == KeywordHints::kSeveral) {
+        return throughIndex(table, text);
+    }
+    const bool found = row != KeywordHints::kNone && table.entries[row].text == text;
+    return found ? &table.entries[row] : nullptr;
+}
+
+}  // namespace
+
+constinit const KeywordTable kCoreKeywords(kCoreEntries, kCoreIndex.data(), kCoreCapacity,
+                                           &kCoreHints);
+constinit const KeywordTable kWordKeywords(kWordEntries, kWordIndex.data(), kWordCapacity,
+                                           &kWordHints);
+constinit const KeywordTable kXcpKeywords(kXcpEntries, kXcpIndex.data(), kXcpCapacity, &kXcpHints);
+constinit const KeywordTable kCcpKeywords(kCcpEntries, kCcpIndex.data(), kCcpCapacity, &kCcpHints);
+constinit const KeywordTable kKwpKeywords(kKwpEntries, kKwpIndex.data(), kKwpCapacity, &kKwpHints);
+constinit const KeywordTable kGmlanKeywords(kGmlanEntries, kGmlanIndex.data(), kGmlanCapacity,
+                                            &kGmlanHints);
+
+int lookup(const KeywordTable& table, std::string_view text, int otherwise) {
+    const KeywordEntry* const entry = findEntry(table, text);
+    return entry == nullptr ? otherwise : entry->id;
 }
 
 std::string_view keywordName(const KeywordTable& table, int id) {

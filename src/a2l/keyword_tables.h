@@ -64,12 +64,26 @@ struct KeywordSlot {
     const KeywordEntry* entry = nullptr;
 };
 
-/// Which lengths texts have that begin, or end, with a given byte: bit n of an element stands for
-/// length n. Most words of a description are names, and nearly all of them are told from a keyword
-/// by these two looks, before anything is hashed.
-struct KeywordLengths {
-    std::array<std::uint64_t, 256> byFirst{};
-    std::array<std::uint64_t, 256> byLast{};
+/// A short cut to the row of a text. Three of its bytes and its length tell a place, and a place
+/// knows the one row that belongs there, if it is one. Most words of a description are names, and
+/// nearly all of them are told from a keyword by an empty place, before anything is hashed.
+struct KeywordHints {
+    static constexpr std::uint16_t kNone = 0xFFFF;     ///< no keyword looks like this
+    static constexpr std::uint16_t kSeveral = 0xFFFE;  ///< more than one; the index knows
+    static constexpr int kPlaceBits = 11;
+
+    /// `text` is not empty.
+    static constexpr std::size_t placeOf(std::string_view text) {
+        const auto byte = [&](std::size_t at) -> std::uint32_t {
+            return static_cast<unsigned char>(text[at]);
+        };
+        const std::size_t length = text.size();
+        const std::uint32_t look = byte(0) | byte(length / 2) << 8U | byte(length - 1) << 16U |
+                                   static_cast<std::uint32_t>(length) << 24U;
+        return look * 0x85EBCA6BU >> (32 - kPlaceBits);
+    }
+
+    std::array<std::uint16_t, std::size_t{1} << kPlaceBits> rows{};
 };
 
 /// A constant table of keywords, together with its index: open addressing, linear probing, filled
@@ -79,31 +93,20 @@ struct KeywordTable {
     /// A table without an index. It finds the same, row by row.
     explicit constexpr KeywordTable(std::span<const KeywordEntry> rows) : entries(rows) {}
 
-    /// A table whose index has one slot more than `capacityParameter`, which is below 2^16.
+    /// A table whose index has one slot more than `capacityParameter`.
     constexpr KeywordTable(std::span<const KeywordEntry> rows, const KeywordSlot* index,
-                           std::uint32_t capacityParameter, const KeywordLengths* textLengths)
+                           std::uint32_t capacityParameter, const KeywordHints* shortCuts)
         : entries(rows),
           slots(index),
           slotCount(capacityParameter + 1),
-          slotCountInverse(~std::uint64_t{0} / (capacityParameter + 1) + 1),
           capacity(capacityParameter),
-          lengths(textLengths) {}
-
-    /// A hash modulo `slotCount`, without a division: the multiplication leaves the fraction of the
-    /// quotient, in units of 2^-64, and that times the divisor is the remainder.
-    constexpr std::uint32_t placeOf(std::uint32_t hash) const {
-        const std::uint64_t fraction = slotCountInverse * hash;
-        // Of the product of 64 by 16 bits, what is above bit 63.
-        return static_cast<std::uint32_t>(
-            ((fraction >> 32U) * slotCount + ((fraction & 0xFFFFFFFFU) * slotCount >> 32U)) >> 32U);
-    }
+          hints(shortCuts) {}
 
     std::span<const KeywordEntry> entries;
     const KeywordSlot* slots = nullptr;
     std::uint32_t slotCount = 0;
-    std::uint64_t slotCountInverse = 0;
     std::uint32_t capacity = 0;
-    const KeywordLengths* lengths = nullptr;
+    const KeywordHints* hints = nullptr;
 };
 
 extern const KeywordTable kCoreKeywords;
@@ -116,22 +119,22 @@ extern const KeywordTable kGmlanKeywords;
 /// The hash that the indexes are built with: every byte is added to twice the hash so far, and what
 /// overflows 24 bits is added back at the low end.
 constexpr std::uint32_t keywordHash(std::string_view text) {
-    // The first 16 bytes can't overflow 24 bits: 255 * (2^16 - 1) < 2^24.
-    constexpr std::size_t kWithoutOverflow = 16;
     std::uint32_t hash = 0;
-    std::size_t i = 0;
-    for (; i < text.size() && i < kWithoutOverflow; ++i) {
-        hash = static_cast<unsigned char>(text[i]) + 2 * hash;
-    }
-    for (; i < text.size(); ++i) {
-        const std::uint32_t sum = static_cast<unsigned char>(text[i]) + 2 * hash;
+    for (const char c : text) {
+        const std::uint32_t sum = static_cast<unsigned char>(c) + 2 * hash;
         hash = (sum >> 24) + (sum & 0xFFFFFF);
     }
     return hash;
 }
 
-/// The id of the keyword that equals `text` byte by byte, 0 when there is none.
-int lookup(const KeywordTable& table, std::string_view text);
+/// False for nearly all texts that equal no keyword. `text` is not empty.
+inline bool mayBeKeyword(const KeywordTable& table, std::string_view text) {
+    return table.hints == nullptr ||
+           table.hints->rows[KeywordHints::placeOf(text)] != KeywordHints::kNone;
+}
+
+/// The id of the keyword that equals `text` byte by byte, `otherwise` when there is none.
+int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0);
 
 /// The text of the first row with this id; empty when there is none.
 std::string_view keywordName(const KeywordTable& table, int id);
