@@ -1,7 +1,6 @@
 #include "a2l/lexer.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +8,11 @@
 #include <system_error>
 #include <utility>
 
+#include "a2l/byte_scan.h"
 #include "platform/input_file.h"
+
+/// Keeps the long way out of the quick one, which then needs no registers to be saved.
+#define QM_OUT_OF_LINE [[gnu::noinline]]
 
 namespace quillmark {
 namespace {
@@ -36,10 +39,12 @@ constexpr ByteClass kWordExtended = 1 << 12;
 constexpr ByteClass kStringStop = 1 << 13;
 /// Behind a few digits: more than a short decimal integer, or not known yet.
 constexpr ByteClass kNumberGoesOn = 1 << 14;
+/// Behind the slash that may open a comment: it does, or it is not known yet.
+constexpr ByteClass kBehindSlash = 1 << 15;
 
 constexpr char kSentinel = '\xFF';
 /// Behind the last byte that was fetched: as many as are ever looked at together, all sentinels.
-constexpr std::size_t kBehindEnd = sizeof(std::uint64_t);
+constexpr std::size_t kBehindEnd = kLookAhead;
 constexpr int kEndOfFile = -1;
 
 struct ByteClassRow {
@@ -68,6 +73,7 @@ constexpr ByteClassRow kByteClassRows[] = {
     {".[]|", kIdentifierExtended | kNumberNameExtended | kWordExtended},
     {std::string_view("\"\\\n\0\xFF", 5), kStringStop},
     {"\xFF", kNumberGoesOn},
+    {"*/\xFF", kBehindSlash},
 };
 
 constexpr std::array<ByteClass, 256> collectByteClasses() {
@@ -89,18 +95,6 @@ inline ByteClass classOf(char byte) {
 
 inline bool isOf(int character, ByteClass byteClass) {
     return character >= 0 && (kByteClasses[static_cast<std::size_t>(character)] & byteClass) != 0;
-}
-
-/// How many of the eight bytes at a position are spaces, up to the first that is none.
-std::size_t leadingSpaces(const char* position) {
-    constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, position, sizeof bytes);
-    const std::uint64_t others = bytes ^ kEightSpaces;
-    constexpr int kBitsPerByte = 8;
-    const int bits = std::endian::native == std::endian::little ? std::countr_zero(others)
-                                                                : std::countl_zero(others);
-    return static_cast<std::size_t>(bits / kBitsPerByte);
 }
 
 std::uint32_t countLines(const char* begin, const char* end) {
@@ -333,11 +327,45 @@ std::string_view A2lLexer::keywordName(int kind) {
     return {nameText_.data(), static_cast<std::size_t>(end - nameText_.data())};
 }
 
-int A2lLexer::nextToken(Token& token, bool wordMode) {
-    token = Token{};
-    if (const int end = skipToToken(); end != 0) {
-        return end;
+inline void A2lLexer::skipBlanks() {
+    char* p = cursor_;
+    while ((classOf(*p) & kBlank) != 0) {
+        // Most blanks are the spaces of an indentation behind a line feed.
+        if (*p == '\n') {
+            ++lineNumber_;
+            ++p;
+            p += leadingSpaces(p);
+        } else {
+            ++p;
+        }
     }
+    cursor_ = p;
+}
+
+inline int A2lLexer::kindOfIdentifier(std::string_view text) const {
+    if (rawIdentifiers_ || !mayBeKeyword(*keywordTable_, text)) {
+        return TOK_IDENT;
+    }
+    return lookup(*keywordTable_, text, TOK_IDENT);
+}
+
+/// Most identifiers lie within one block; all others are left to the long way.
+inline int A2lLexer::readIdentifier(Token& token) {
+    const ByteClass byteClass = extendedIdentifiers_ ? kIdentifierExtended : kIdentifier;
+    char* p = skipPlainNameBytes(cursor_ + 1);
+    while ((classOf(*p) & byteClass) != 0) {
+        ++p;
+    }
+    if (*p == kSentinel) {
+        return readLongIdentifier(token, byteClass);
+    }
+    cursor_ = p;
+    token.text = textUpTo(p);
+    return kindOfIdentifier(token.text);
+}
+
+/// Reads the token that begins at the cursor.
+inline int A2lLexer::readToken(Token& token, bool wordMode) {
     tokenStart_ = cursor_;
     const char first = *cursor_;
     const ByteClass classes = classOf(first);
@@ -357,35 +385,38 @@ int A2lLexer::nextToken(Token& token, bool wordMode) {
     return static_cast<signed char>(first);
 }
 
+/// Most tokens begin right behind blanks.
+int A2lLexer::nextToken(Token& token, bool wordMode) {
+    token = Token{};
+    skipBlanks();
+    const char first = *cursor_;
+    if (first == kSentinel || (first == '/' && (classOf(cursor_[1]) & kBehindSlash) != 0)) {
+        return readTokenBehindComments(token, wordMode);
+    }
+    return readToken(token, wordMode);
+}
+
+QM_OUT_OF_LINE int A2lLexer::readTokenBehindComments(Token& token, bool wordMode) {
+    const int end = skipToToken();
+    return end != 0 ? end : readToken(token, wordMode);
+}
+
 /// Skips blanks and comments. Returns 0 when the cursor stands on the first byte of a token, else
 /// the token that is to be returned at once.
 int A2lLexer::skipToToken() {
     for (;;) {
-        char* p = cursor_;
-        std::uint32_t lines = 0;
-        while ((classOf(*p) & kBlank) != 0) {
-            // Most blanks are the spaces of an indentation behind a line feed.
-            if (*p == '\n') {
-                ++lines;
-                ++p;
-                p += leadingSpaces(p);
-            } else {
-                ++p;
-            }
-        }
-        lineNumber_ += lines;
-        tokenStart_ = p;
-        cursor_ = p;
-        if (*p == kSentinel) {
+        skipBlanks();
+        tokenStart_ = cursor_;
+        if (*cursor_ == kSentinel) {
             if (!refill(cursor_)) {
                 return TOK_EOF;
             }
             continue;
         }
-        if (*p != '/') {
+        if (*cursor_ != '/') {
             return 0;
         }
-        ++p;
+        char* p = cursor_ + 1;
         const int next = peek(p);
         if (next != '*' && next != '/') {
             cursor_ = tokenStart_;
@@ -449,7 +480,7 @@ bool A2lLexer::skipLineComment() {
     }
 }
 
-int A2lLexer::readWord(Token& token) {
+QM_OUT_OF_LINE int A2lLexer::readWord(Token& token) {
     char* p = cursor_ + 1;
     takeWhile(p, extendedIdentifiers_ ? kWordExtended : kWord);
     cursor_ = p;
@@ -457,20 +488,15 @@ int A2lLexer::readWord(Token& token) {
     return TOK_STRING;
 }
 
-int A2lLexer::readIdentifier(Token& token) {
+QM_OUT_OF_LINE int A2lLexer::readLongIdentifier(Token& token, ByteClass byteClass) {
     char* p = cursor_ + 1;
-    takeWhile(p, extendedIdentifiers_ ? kIdentifierExtended : kIdentifier);
+    takeWhile(p, byteClass);
     cursor_ = p;
     token.text = textUpTo(p);
-    if (!rawIdentifiers_) {
-        if (const int id = lookup(*keywordTable_, token.text); id != 0) {
-            return id;
-        }
-    }
-    return TOK_IDENT;
+    return kindOfIdentifier(token.text);
 }
 
-/// Most numbers are short decimal integers within one block; all others are left to the long way.
+/// Most numbers are short integers within one block; all others are left to the long way.
 int A2lLexer::readNumber(Token& token) {
     constexpr std::ptrdiff_t kShort = 9;  // digits that fit into 32 bits in any case
     const bool negative = *cursor_ == '-';
@@ -490,7 +516,7 @@ int A2lLexer::readNumber(Token& token) {
     return TOK_INTEGER;
 }
 
-int A2lLexer::readLongNumber(Token& token) {
+QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
     char* p = cursor_;
     if (*p == '-' || *p == '.') {
         ++p;
@@ -561,7 +587,7 @@ int A2lLexer::malformed(char* position) {
 /// Reads a text in quotes. As every escape is longer than what it stands for, the text is put
 /// together in place: its finished part lies at the front of the token, and behind that, from
 /// `run` on, the bytes which are yet to be moved up to it.
-int A2lLexer::readString(Token& token) {
+QM_OUT_OF_LINE int A2lLexer::readString(Token& token) {
     ++cursor_;
     tokenStart_ = cursor_;
     char* p = cursor_;
@@ -576,6 +602,7 @@ int A2lLexer::readString(Token& token) {
         length += count;
     };
     for (;;) {
+        p = skipPlainTextBytes(p);
         while ((classOf(*p) & kStringStop) == 0) {
             ++p;
         }

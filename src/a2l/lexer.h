@@ -122,12 +122,17 @@ class A2lLexer {
     void takeWhile(char*& position, std::uint16_t byteClass);
     std::string_view textUpTo(const char* position) const;
 
+    void skipBlanks();
+    int readToken(Token& token, bool wordMode);
+    int readTokenBehindComments(Token& token, bool wordMode);
     int skipToToken();
     int commentError(int beginLine);
     bool skipBlockComment();
     bool skipLineComment();
     int readWord(Token& token);
     int readIdentifier(Token& token);
+    int readLongIdentifier(Token& token, std::uint16_t byteClass);
+    int kindOfIdentifier(std::string_view text) const;
     int readNumber(Token& token);
     int readLongNumber(Token& token);
     bool takeRealRest(char*& position, bool& real);
