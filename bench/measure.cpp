@@ -1,12 +1,19 @@
-// Runs a command and prints what it took:  measure COMMAND [ARGUMENT...]
+// Runs a command and prints what it took:  measure [--ready MB] COMMAND [ARGUMENT...]
 // Standard output of the command is dropped; what is printed is one line with wall, user and system
 // time in milliseconds, the peak of resident memory in bytes, and the exit status.
+//
+// With --ready, so many megabytes are taken, touched and given back before. The host of a virtual
+// machine takes back memory that lies free for a while, and it costs milliseconds a megabyte to get
+// it again: a command would pay for how long nobody had run one, and more than for all it does.
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <string_view>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,6 +29,26 @@ double milliseconds(const timeval& time) {
            static_cast<double>(time.tv_usec) / kMicrosecondsPerMillisecond;
 }
 
+/// The caller's own peak would count as that of the command, so a process of its own does this.
+void makeMemoryReady(std::size_t megabytes) {
+    constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+    constexpr std::size_t kPage = 4096;
+    const pid_t child = fork();
+    if (child == 0) {
+        const std::size_t size = megabytes * kMegabyte;
+        void* const memory =
+            mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory != MAP_FAILED) {
+            madvise(memory, size, MADV_HUGEPAGE);
+            for (std::size_t at = 0; at < size; at += kPage) {
+                static_cast<volatile char*>(memory)[at] = 1;
+            }
+        }
+        _exit(0);
+    }
+    waitpid(child, nullptr, 0);
+}
+
 [[noreturn]] void become(char* command[]) {
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, STDOUT_FILENO);
@@ -30,17 +57,12 @@ double milliseconds(const timeval& time) {
     _exit(kCannotRun);
 }
 
-}  // namespace
-
-int main(int argumentCount, char* arguments[]) {
-    if (argumentCount < 2) {
-        std::fputs("usage: measure COMMAND [ARGUMENT...]\n", stderr);
-        return kCannotRun;
-    }
+/// Runs the command, prints the line, and returns the exit status.
+int measure(char* command[]) {
     const auto start = std::chrono::steady_clock::now();
     const pid_t child = vfork();
     if (child == 0) {
-        become(arguments + 1);
+        become(command);
     }
     int status = 0;
     rusage usage{};
@@ -56,4 +78,19 @@ int main(int argumentCount, char* arguments[]) {
     std::printf("%.2f %.2f %.2f %ld %d\n", wall.count(), milliseconds(usage.ru_utime),
                 milliseconds(usage.ru_stime), usage.ru_maxrss * 1024, exitStatus);
     return exitStatus;
+}
+
+}  // namespace
+
+int main(int argumentCount, char* arguments[]) {
+    int command = 1;
+    if (argumentCount > 2 && std::string_view(arguments[1]) == "--ready") {
+        makeMemoryReady(std::strtoul(arguments[2], nullptr, 10));
+        command = 3;
+    }
+    if (argumentCount <= command) {
+        std::fputs("usage: measure [--ready MB] COMMAND [ARGUMENT...]\n", stderr);
+        return kCannotRun;
+    }
+    return measure(arguments + command);
 }
