@@ -69,7 +69,7 @@ std::string written(const PhRoot& root, Form form, const LibraryFeatures& featur
         return text;
     }
     StringSink sink(text);
-    document.root->write(sink, request.indent, 0, kLineBreak);
+    document.root->write(sink, request.indent, 0);
     sink.finish();
     return text;
 }

@@ -8,14 +8,16 @@
 #include <new>
 #include <type_traits>
 
+#include "cfginclude/include_format.h"
 #include "platform/output_sink.h"
 
 namespace quillmark {
 
-// Where an element's values go on that found no place behind the element. Followed by its bytes.
-struct CfgElement::ValueRun {
-    ValueRun* next;
+// Where an element's lines go on that found no place behind the element. Followed by its bytes.
+struct CfgElement::LineRun {
+    LineRun* next;
     std::size_t bytes;
+    std::size_t firstLine;
 
     char* begin() { return reinterpret_cast<char*>(this + 1); }
 };
@@ -24,8 +26,8 @@ struct CfgElement::Extras {
     std::vector<std::string> comments;
     std::vector<std::string> texts;
     std::unique_ptr<const CfgSection> section;
-    ValueRun* firstRun = nullptr;
-    ValueRun* lastRun = nullptr;
+    LineRun* firstRun = nullptr;
+    LineRun* lastRun = nullptr;
 };
 
 namespace {
@@ -38,42 +40,6 @@ constexpr std::size_t kElementRoom = 512;
 
 constexpr int kBlanksPerLevel = 4;
 
-// A packed line is its length, seven bits per byte with the low ones first and the top bit set in
-// all but the last, and then its bytes.
-constexpr unsigned kLengthBits = 7;
-constexpr std::size_t kLengthMore = std::size_t{1} << kLengthBits;
-
-std::size_t packedLengthSize(std::size_t length) {
-    std::size_t size = 1;
-    for (; length >= kLengthMore; length >>= kLengthBits) {
-        ++size;
-    }
-    return size;
-}
-
-char* packLength(char* at, std::size_t length) {
-    for (; length >= kLengthMore; length >>= kLengthBits) {
-        *at++ = static_cast<char>(length | kLengthMore);
-    }
-    *at++ = static_cast<char>(length);
-    return at;
-}
-
-std::size_t unpackLength(const char*& at) {
-    std::size_t length = 0;
-    for (unsigned shift = 0;; shift += kLengthBits) {
-        const std::size_t byte = static_cast<unsigned char>(*at++);
-        length |= (byte & (kLengthMore - 1)) << shift;
-        if (byte < kLengthMore) {
-            return length;
-        }
-    }
-}
-
-char* copyTo(char* at, std::string_view text) {
-    return at + text.copy(at, text.size());
-}
-
 void writeIndent(OutputSink& sink, bool indent, int depth) {
     static constexpr std::string_view kBlanks = "                                ";
     if (!indent) {
@@ -84,19 +50,6 @@ void writeIndent(OutputSink& sink, bool indent, int depth) {
         sink.write(kBlanks);
     }
     sink.write(kBlanks.substr(0, blanks));
-}
-
-void writePackedLines(OutputSink& sink, std::string_view packed, bool indent, int depth,
-                      std::string_view lineBreak) {
-    const char* at = packed.data();
-    const char* const end = at + packed.size();
-    while (at != end) {
-        const std::size_t length = unpackLength(at);
-        writeIndent(sink, indent, depth);
-        sink.write({at, length});
-        sink.write(lineBreak);
-        at += length;
-    }
 }
 
 std::string_view formatReal(double value, std::array<char, 32>& buffer) {
@@ -124,22 +77,6 @@ CfgElement::CfgElement(CfgDocument& document, std::string_view name)
     : document_(&document),
       name_(name.data()),
       nameLength_(static_cast<std::uint32_t>(name.size())) {}
-
-void CfgElement::addValue(std::string_view key, std::string_view text) {
-    copyTo(startLine(key, text.size()), text);
-}
-
-void CfgElement::addJoinedValue(std::string_view key,
-                                std::initializer_list<std::string_view> parts) {
-    std::size_t length = 0;
-    for (const std::string_view part : parts) {
-        length += part.size();
-    }
-    char* at = startLine(key, length);
-    for (const std::string_view part : parts) {
-        at = copyTo(at, part);
-    }
-}
 
 void CfgElement::addQuotedValue(std::string_view key, std::string_view text) {
     addJoinedValue(key, {"'", text, "'"});
@@ -193,33 +130,48 @@ CfgElement::Extras& CfgElement::extras() {
     return *extras_;
 }
 
-// Adds a line with the key and space for a text, which the caller must fill. Returns the space.
-char* CfgElement::startLine(std::string_view key, std::size_t textLength) {
-    const std::size_t length = key.size() + 1 + textLength;
-    char* at = packLength(appendBytes(packedLengthSize(length) + length), length);
-    at = copyTo(at, key);
-    *at++ = '=';
-    return at;
+// Takes `size` more bytes behind `end`, if that is where the arena ends.
+inline bool CfgDocument::extend(const char* end, std::size_t size) {
+    if (end != cursor_ || size > room_) {
+        return false;
+    }
+    cursor_ += size;
+    room_ -= size;
+    return true;
 }
 
-// Lets the newest run of values grow where it stands or, if something else has taken the place
+// Adds a line of so many bytes, which the caller fills, and its line break.
+char* CfgElement::addLine(std::size_t length) {
+    const std::size_t size = length + kLineBreak.size();
+    char* line = reinterpret_cast<char*>(this + 1) + lineBytes_;
+    const bool elsewhere = extras_ != nullptr && extras_->lastRun != nullptr;
+    if (!elsewhere && document_->extend(line, size)) {
+        if (lineBytes_ == 0) {
+            firstLine_ = static_cast<std::uint32_t>(document_->lineLengths_.size());
+        }
+        lineBytes_ += static_cast<std::uint32_t>(size);
+    } else {
+        line = addLineElsewhere(size);
+    }
+    document_->lineLengths_.push_back(size);
+    kLineBreak.copy(line + length, kLineBreak.size());
+    return line;
+}
+
+// Lets the newest run of lines grow where it stands or, if something else has taken the place
 // behind it, starts another one.
-char* CfgElement::appendBytes(std::size_t size) {
-    ValueRun* const run = extras_ == nullptr ? nullptr : extras_->lastRun;
-    if (run == nullptr) {
-        char* const end = reinterpret_cast<char*>(this + 1) + valueBytes_;
+char* CfgElement::addLineElsewhere(std::size_t size) {
+    Extras& rare = extras();
+    if (LineRun* const run = rare.lastRun; run != nullptr) {
+        char* const end = run->begin() + run->bytes;
         if (document_->extend(end, size)) {
-            valueBytes_ += static_cast<std::uint32_t>(size);
+            run->bytes += size;
             return end;
         }
-    } else if (char* const end = run->begin() + run->bytes; document_->extend(end, size)) {
-        run->bytes += size;
-        return end;
     }
-
-    const std::size_t runSize = sizeof(ValueRun) + size;
-    auto* const added = new (document_->allocate(runSize, runSize)) ValueRun{nullptr, size};
-    Extras& rare = extras();
+    const std::size_t runSize = sizeof(LineRun) + size;
+    auto* const added = new (document_->allocate(runSize, runSize))
+        LineRun{nullptr, size, document_->lineLengths_.size()};
     (rare.lastRun == nullptr ? rare.firstRun : rare.lastRun->next) = added;
     rare.lastRun = added;
     return added->begin();
@@ -230,62 +182,75 @@ void CfgElement::setSection(std::unique_ptr<const CfgSection> section) {
 }
 
 // Comments, start tag, values: what stands before the children.
-void CfgElement::writeHead(OutputSink& sink, bool indent, int depth,
-                           std::string_view lineBreak) const {
+void CfgElement::writeHead(OutputSink& sink, bool indent, int depth) const {
     if (extras_ != nullptr) {
         for (const std::string& comment : extras_->comments) {
             writeIndent(sink, indent, depth);
             sink.write("#");
             sink.write(comment);
-            sink.write(lineBreak);
+            sink.write(kLineBreak);
         }
     }
     writeIndent(sink, indent, depth);
     sink.write("<");
     sink.write(name());
     sink.write(">");
-    sink.write(lineBreak);
+    sink.write(kLineBreak);
 
-    writePackedLines(sink, {reinterpret_cast<const char*>(this + 1), valueBytes_}, indent,
-                     depth + 1, lineBreak);
+    writeLines(sink, {reinterpret_cast<const char*>(this + 1), lineBytes_}, firstLine_, indent,
+               depth + 1);
     if (extras_ != nullptr) {
-        for (ValueRun* run = extras_->firstRun; run != nullptr; run = run->next) {
-            writePackedLines(sink, {run->begin(), run->bytes}, indent, depth + 1, lineBreak);
+        for (LineRun* run = extras_->firstRun; run != nullptr; run = run->next) {
+            writeLines(sink, {run->begin(), run->bytes}, run->firstLine, indent, depth + 1);
         }
     }
 }
 
+// Writes finished lines, the first of which is the document's line of that number.
+void CfgElement::writeLines(OutputSink& sink, std::string_view lines, std::size_t firstLine,
+                            bool indent, int depth) const {
+    if (!indent) {
+        sink.write(lines);
+        return;
+    }
+    for (std::size_t line = firstLine; !lines.empty(); ++line) {
+        const std::size_t length = document_->lineLengths_[line];
+        writeIndent(sink, indent, depth);
+        sink.write(lines.substr(0, length));
+        lines.remove_prefix(length);
+    }
+}
+
 // The section's children, texts, end tag: what stands behind the children that were added.
-void CfgElement::writeTail(OutputSink& sink, bool indent, int depth,
-                           std::string_view lineBreak) const {
+void CfgElement::writeTail(OutputSink& sink, bool indent, int depth) const {
     if (extras_ != nullptr) {
         if (extras_->section != nullptr) {
-            CfgChildren children(sink, indent, depth + 1, lineBreak);
+            CfgChildren children(sink, indent, depth + 1);
             extras_->section->writeChildren(children);
             children.finish();
         }
         for (const std::string& text : extras_->texts) {
             sink.write(text);
-            sink.write(lineBreak);
+            sink.write(kLineBreak);
         }
     }
     writeIndent(sink, indent, depth);
     sink.write("</");
     sink.write(name());
     sink.write(">");
-    sink.write(lineBreak);
+    sink.write(kLineBreak);
 }
 
-void CfgElement::write(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const {
+void CfgElement::write(OutputSink& sink, bool indent, int depth) const {
     if (firstChild_ == nullptr) {
-        writeHead(sink, indent, depth, lineBreak);
-        writeTail(sink, indent, depth, lineBreak);
+        writeHead(sink, indent, depth);
+        writeTail(sink, indent, depth);
         return;
     }
     std::vector<const CfgElement*> open;
     const CfgElement* next = this;
     while (next != nullptr) {
-        next->writeHead(sink, indent, depth, lineBreak);
+        next->writeHead(sink, indent, depth);
         open.push_back(next);
         ++depth;
         next = next->firstChild_;
@@ -293,19 +258,15 @@ void CfgElement::write(OutputSink& sink, bool indent, int depth, std::string_vie
             const CfgElement* const closed = open.back();
             open.pop_back();
             --depth;
-            closed->writeTail(sink, indent, depth, lineBreak);
+            closed->writeTail(sink, indent, depth);
             // What stands beside the element we began with is not ours.
             next = open.empty() ? nullptr : closed->nextSibling_;
         }
     }
 }
 
-CfgChildren::CfgChildren(OutputSink& sink, bool indent, int depth, std::string_view lineBreak)
-    : sink_(sink),
-      indent_(indent),
-      depth_(depth),
-      lineBreak_(lineBreak),
-      scratch_(std::make_unique<CfgDocument>()) {}
+CfgChildren::CfgChildren(OutputSink& sink, bool indent, int depth)
+    : sink_(sink), indent_(indent), depth_(depth), scratch_(std::make_unique<CfgDocument>()) {}
 
 CfgChildren::~CfgChildren() = default;
 
@@ -322,7 +283,7 @@ bool CfgChildren::areWanted() const {
 
 void CfgChildren::finish() {
     if (current_ != nullptr) {
-        current_->write(sink_, indent_, depth_, lineBreak_);
+        current_->write(sink_, indent_, depth_);
         current_ = nullptr;
         scratch_->clear();
     }
@@ -338,6 +299,7 @@ CfgElement& CfgDocument::createElement(std::string_view name) {
 }
 
 void CfgDocument::clear() {
+    lineLengths_.clear();
     extras_.clear();
     largeChunks_.clear();
     if (!chunks_.empty()) {
@@ -357,6 +319,11 @@ char* CfgDocument::allocate(std::size_t size, std::size_t wishedRoom) {
     if (size > kLargestChunk / 4) {
         largeChunks_.push_back({std::unique_ptr<char[]>(new char[size]), size});
         reservedBytes_ += size;
+        if (room_ > 0) {
+            // Lines that stand last there are no longer the newest ones, and must not grow.
+            ++cursor_;
+            --room_;
+        }
         return largeChunks_.back().bytes.get();
     }
     const std::size_t misaligned =
@@ -376,16 +343,6 @@ char* CfgDocument::allocate(std::size_t size, std::size_t wishedRoom) {
     cursor_ += size;
     room_ -= size;
     return place;
-}
-
-// Takes `size` more bytes behind `end`, if that is where the arena ends.
-bool CfgDocument::extend(const char* end, std::size_t size) {
-    if (end != cursor_ || size > room_) {
-        return false;
-    }
-    cursor_ += size;
-    room_ -= size;
-    return true;
 }
 
 void CfgDocument::addChunk(std::size_t size) {

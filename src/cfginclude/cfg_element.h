@@ -30,8 +30,8 @@ class OutputSink;
 ///
 /// A document of a large control unit holds millions of elements with some ten values each, so an
 /// element is a small record in its document's arena, its values are kept as the finished lines,
-/// packed one behind the other, and only what few elements have (comments, texts) is allocated
-/// separately.
+/// one behind the other as they go to the file, and only what few elements have (comments, texts)
+/// is allocated separately.
 ///
 /// Lifetime: elements belong to their CfgDocument and live until it is cleared or destroyed,
 /// attached or not. Element names are not copied; they must outlive the document, which is no
@@ -44,10 +44,22 @@ class CfgElement {
     // Values are appended in the order of the calls; a key may come again.
 
     /// Adds the text as it stands, whatever bytes it holds.
-    void addValue(std::string_view key, std::string_view text);
+    void addValue(std::string_view key, std::string_view text) { addJoinedValue(key, {text}); }
 
-    /// As addValue with the concatenation of the parts, which spares the caller a temporary.
-    void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts);
+    /// As addValue with the concatenation of the parts, which spares the caller a temporary. Keys
+    /// are literals: with this in sight of the caller, copying one takes a move or two.
+    void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts) {
+        std::size_t length = key.size() + 1;
+        for (const std::string_view part : parts) {
+            length += part.size();
+        }
+        char* at = addLine(length);
+        at += key.copy(at, key.size());
+        *at++ = '=';
+        for (const std::string_view part : parts) {
+            at += part.copy(at, part.size());
+        }
+    }
 
     /// Adds the text between two single quotes. Quotes inside are left alone.
     void addQuotedValue(std::string_view key, std::string_view text);
@@ -82,22 +94,23 @@ class CfgElement {
     [[nodiscard]] std::size_t childCount() const { return childCount_; }
 
     /// Writes the element with everything in it. `depth` is the level of indentation of its tags
-    /// (four blanks each, none at all unless `indent`), `lineBreak` ends each line. Nesting costs
-    /// heap, not stack.
-    void write(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+    /// (four blanks each, none at all unless `indent`). Nesting costs heap, not stack.
+    void write(OutputSink& sink, bool indent, int depth) const;
 
   private:
     friend class CfgDocument;
-    struct ValueRun;
+    struct LineRun;
     struct Extras;
 
     CfgElement(CfgDocument& document, std::string_view name);
 
-    void writeHead(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
-    void writeTail(OutputSink& sink, bool indent, int depth, std::string_view lineBreak) const;
+    void writeHead(OutputSink& sink, bool indent, int depth) const;
+    void writeTail(OutputSink& sink, bool indent, int depth) const;
+    void writeLines(OutputSink& sink, std::string_view lines, std::size_t firstLine, bool indent,
+                    int depth) const;
 
-    char* startLine(std::string_view key, std::size_t textLength);
-    char* appendBytes(std::size_t size);
+    char* addLine(std::size_t length);
+    char* addLineElsewhere(std::size_t size);
     Extras& extras();
 
     CfgDocument* document_;
@@ -108,8 +121,9 @@ class CfgElement {
     Extras* extras_ = nullptr;
     std::uint32_t nameLength_;
     std::uint32_t childCount_ = 0;
-    // Length of the values that follow this record in the arena.
-    std::uint32_t valueBytes_ = 0;
+    // Length of the lines that follow this record in the arena, and the number of the first one.
+    std::uint32_t lineBytes_ = 0;
+    std::uint32_t firstLine_ = 0;
     bool attached_ = false;
 };
 
@@ -117,8 +131,8 @@ class CfgElement {
 /// comes: only one is ever held.
 class CfgChildren {
   public:
-    /// Children are written at level `depth`; the views and the sink outlive this object.
-    CfgChildren(OutputSink& sink, bool indent, int depth, std::string_view lineBreak);
+    /// Children are written at level `depth`; the sink outlives this object.
+    CfgChildren(OutputSink& sink, bool indent, int depth);
     CfgChildren(const CfgChildren&) = delete;
     CfgChildren& operator=(const CfgChildren&) = delete;
     ~CfgChildren();
@@ -136,7 +150,6 @@ class CfgChildren {
     OutputSink& sink_;
     bool indent_;
     int depth_;
-    std::string_view lineBreak_;
     std::unique_ptr<CfgDocument> scratch_;
     const CfgElement* current_ = nullptr;
 };
@@ -188,6 +201,7 @@ class CfgDocument {
     std::vector<Chunk> chunks_;
     std::vector<Chunk> largeChunks_;
     std::vector<std::unique_ptr<CfgElement::Extras>> extras_;
+    std::vector<std::size_t> lineLengths_;  ///< of all elements, in the order of the calls
     char* cursor_ = nullptr;
     std::size_t room_ = 0;
     std::size_t reservedBytes_ = 0;

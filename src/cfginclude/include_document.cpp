@@ -117,7 +117,7 @@ int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool
         console.printLine("ERROR: Cannot open output file: " + outputFile);
         return 1;
     }
-    root.write(sink, indent, 0, kLineBreak);
+    root.write(sink, indent, 0);
     sink.finish();
     return 0;
 }

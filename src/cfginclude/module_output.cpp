@@ -92,8 +92,8 @@ void writeBlob(CfgElement& station, const PhGroup& module, const ModuleOutputSet
     std::string text;
     Base64Sink base64(text, kLineBreak);
     DeflateSink deflate(base64);
-    compuMethods.write(deflate, false, 0, kLineBreak);
-    signals.write(deflate, false, 0, kLineBreak);
+    compuMethods.write(deflate, false, 0);
+    signals.write(deflate, false, 0);
     deflate.finish();
     base64.finish();
     if (!deflate.ok()) {

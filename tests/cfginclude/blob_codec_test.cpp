@@ -112,7 +112,7 @@ std::string blobAround(std::string_view base64) {
     blob.addChild("blobdata").addText(std::string(base64));
     std::string text;
     StringSink sink(text);
-    blob.write(sink, false, 0, "\r\n");
+    blob.write(sink, false, 0);
     sink.finish();
     return text;
 }

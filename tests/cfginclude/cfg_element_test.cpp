@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include "cfginclude/line_feeds.h"
 #include "platform/output_sink.h"
 
 namespace quillmark {
@@ -20,13 +21,16 @@ namespace {
 
 enum class Indent { kOff, kOn };
 
-std::string textOf(const CfgElement& element, Indent indent = Indent::kOff,
-                   std::string_view lineBreak = "\n", int depth = 0) {
+std::string exactTextOf(const CfgElement& element, Indent indent = Indent::kOff, int depth = 0) {
     std::string text;
     StringSink sink(text);
-    element.write(sink, indent == Indent::kOn, depth, lineBreak);
+    element.write(sink, indent == Indent::kOn, depth);
     sink.finish();
     return text;
+}
+
+std::string textOf(const CfgElement& element, Indent indent = Indent::kOff, int depth = 0) {
+    return withLineFeeds(exactTextOf(element, indent, depth));
 }
 
 std::string realText(double value) {
@@ -39,8 +43,7 @@ std::string realText(double value) {
 
 TEST(CfgElementWriter, WritesAnEmptyElementAsTwoTags) {
     CfgDocument document;
-    EXPECT_EQ(textOf(document.createElement("settings"), Indent::kOff, "\r\n"),
-              "<settings>\r\n</settings>\r\n");
+    EXPECT_EQ(exactTextOf(document.createElement("settings")), "<settings>\r\n</settings>\r\n");
 }
 
 TEST(CfgElementWriter, WritesCommentsTagValuesChildrenTextsTag) {
@@ -101,10 +104,10 @@ TEST(CfgElementWriter, StartsAtTheDepthItIsTold) {
     CfgDocument document;
     CfgElement& element = document.createElement("e");
     element.addValue("k", "v");
-    EXPECT_EQ(textOf(element, Indent::kOn, "|", 10), std::string(40, ' ') + "<e>|" +
-                                                         std::string(44, ' ') + "k=v|" +
-                                                         std::string(40, ' ') + "</e>|");
-    EXPECT_EQ(textOf(element, Indent::kOff, "|", 10), "<e>|k=v|</e>|");
+    EXPECT_EQ(textOf(element, Indent::kOn, 10), std::string(40, ' ') + "<e>\n" +
+                                                    std::string(44, ' ') + "k=v\n" +
+                                                    std::string(40, ' ') + "</e>\n");
+    EXPECT_EQ(textOf(element, Indent::kOff, 10), "<e>\nk=v\n</e>\n");
 }
 
 TEST(CfgElementWriter, EscapesNothing) {
@@ -115,7 +118,10 @@ TEST(CfgElementWriter, EscapesNothing) {
     element.addQuotedValue("q", "O'Neill");
     element.addQuotedValue("empty", "");
     element.addValue("", "");
-    EXPECT_EQ(textOf(element), "<e>\nk=" + odd + "\nq='O'Neill'\nempty=''\n=\n</e>\n");
+    EXPECT_EQ(exactTextOf(element),
+              "<e>\r\nk=" + odd + "\r\nq='O'Neill'\r\nempty=''\r\n=\r\n</e>\r\n");
+    EXPECT_EQ(exactTextOf(element, Indent::kOn),
+              "<e>\r\n    k=" + odd + "\r\n    q='O'Neill'\r\n    empty=''\r\n    =\r\n</e>\r\n");
 }
 
 TEST(CfgElementWriter, WritesOnlyTheElementItIsAskedFor) {
@@ -152,11 +158,7 @@ TEST(CfgElementWriter, SectionChildrenAreIndentedLikeOthers) {
     CfgDocument document;
     CfgElement& root = document.createElement("root");
     root.setSection(std::make_unique<CountingSection>());
-    std::string text;
-    StringSink sink(text);
-    root.write(sink, true, 1, "\n");
-    sink.finish();
-    EXPECT_EQ(text,
+    EXPECT_EQ(textOf(root, Indent::kOn, 1),
               "    <root>\n        <first>\n            n=1\n        </first>\n"
               "        <second>\n            n=2\n            <inner>\n            </inner>\n"
               "        </second>\n    </root>\n");
@@ -268,17 +270,39 @@ TEST(CfgElementTree, KeepsTheOrderOfValuesAddedInTurn) {
     CfgElement& root = document.createElement("root");
     CfgElement& left = root.addChild("left");
     CfgElement& right = root.addChild("right");
-    std::string expectedLeft = "<left>\n";
-    std::string expectedRight = "<right>\n";
+    std::string leftLines;
+    std::string rightLines;
+    std::string indentedLeftLines;
+    std::string indentedRightLines;
     std::mt19937 random(2);
     for (int i = 0; i < 3000; ++i) {
-        const std::string value(random() % (i % 100 == 0 ? 40000 : 300), 'x');
+        const std::string value(random() % (i % 100 == 0 ? 400000 : 300), 'x');
         const bool toLeft = random() % 3 == 0;
         (toLeft ? left : right).addValue("k", value);
-        (toLeft ? expectedLeft : expectedRight) += "k=" + value + "\n";
+        (toLeft ? leftLines : rightLines) += "k=" + value + "\n";
+        (toLeft ? indentedLeftLines : indentedRightLines) += "        k=" + value + "\n";
     }
-    EXPECT_TRUE(textOf(root) ==
-                "<root>\n" + expectedLeft + "</left>\n" + expectedRight + "</right>\n</root>\n");
+    EXPECT_TRUE(textOf(root) == "<root>\n<left>\n" + leftLines + "</left>\n<right>\n" + rightLines +
+                                    "</right>\n</root>\n");
+    EXPECT_TRUE(textOf(root, Indent::kOn) == "<root>\n    <left>\n" + indentedLeftLines +
+                                                 "    </left>\n    <right>\n" + indentedRightLines +
+                                                 "    </right>\n</root>\n");
+}
+
+// A line too long for the arena lies elsewhere; what stood last in the arena must not grow past it.
+TEST(CfgElementTree, KeepsLinesApartFromALongOneOfAnother) {
+    CfgDocument document;
+    CfgElement& root = document.createElement("root");
+    CfgElement& left = root.addChild("left");
+    CfgElement& right = root.addChild("right");
+    const std::string longText(300000, 'x');
+    left.addValue("long", longText);
+    right.addValue("a", "1");
+    left.addValue("long", longText);
+    right.addValue("b", "22");
+    EXPECT_TRUE(textOf(right, Indent::kOn) == "<right>\n    a=1\n    b=22\n</right>\n");
+    EXPECT_TRUE(textOf(left, Indent::kOn) ==
+                "<left>\n    long=" + longText + "\n    long=" + longText + "\n</left>\n");
 }
 
 TEST(CfgElementTree, TakesValuesOfAnyLength) {

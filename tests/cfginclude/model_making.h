@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cfginclude/cfg_element.h"
+#include "cfginclude/line_feeds.h"
 #include "model/module_model.h"
 #include "platform/output_sink.h"
 
@@ -15,11 +16,11 @@ template <typename Write>
 std::string childrenText(Write write) {
     std::string text;
     StringSink sink(text);
-    CfgChildren children(sink, false, 0, "\n");
+    CfgChildren children(sink, false, 0);
     write(children);
     children.finish();
     sink.finish();
-    return text;
+    return withLineFeeds(text);
 }
 
 inline std::vector<PhNumber> reals(const std::vector<double>& values) {

@@ -19,13 +19,15 @@ class ModuleOutput : public testing::Test {
   protected:
     ModuleOutput() { settings_.inputFile = "dir/F.a2l"; }
 
-    std::string written(bool indent = false, std::string_view lineBreak = "\n") {
+    std::string written(bool indent = false) { return withLineFeeds(exactlyWritten(indent)); }
+
+    std::string exactlyWritten(bool indent = false) {
         CfgDocument document;
         CfgElement& parent = document.createElement("xcp");
         complete_ = writeModule(parent, *project_, module_, 2, settings_, console_);
         std::string text;
         StringSink sink(text);
-        parent.write(sink, indent, 0, lineBreak);
+        parent.write(sink, indent, 0);
         sink.finish();
         return text;
     }
@@ -179,7 +181,7 @@ class ModuleSections : public ModuleOutput {
 };
 
 TEST_F(ModuleSections, AreWrittenInTheModelsOrder) {
-    const std::string text = written(false, "\r\n");
+    const std::string text = exactlyWritten();
     const std::string expected =
         "epk_mta_ext=0\r\n" + std::string(kSections) + "</versioncheck_parameters>\r\n</xcp>\r\n";
     ASSERT_GE(text.size(), expected.size());
@@ -211,14 +213,14 @@ TEST_F(ModuleSections, AreOneBlobWhenCompressed) {
     const std::string blob =
         "epk_mta_ext=0\r\n<blob>\r\nsize=" + std::to_string(size) + "\r\n<blobdata>\r\n" + base64 +
         "\r\n</blobdata>\r\n</blob>\r\n</versioncheck_parameters>\r\n</xcp>\r\n";
-    const std::string text = written(false, "\r\n");
+    const std::string text = exactlyWritten();
     ASSERT_GE(text.size(), blob.size());
     EXPECT_EQ(text.substr(text.size() - blob.size()), blob);
 }
 
 TEST_F(ModuleSections, AreNeverIndentedInsideTheBlob) {
     settings_.compress = true;
-    const std::string text = written(true, "\r\n");
+    const std::string text = exactlyWritten(true);
     EXPECT_NE(text.find("        epk_mta_ext=0\r\n        <blob>\r\n            size="),
               std::string::npos);
     EXPECT_NE(text.find("\r\n            <blobdata>\r\neJ"), std::string::npos);
@@ -239,9 +241,9 @@ TEST_F(ModuleSections, BlobExpandsToThePlainText) {
         module_.signals.append(
             makeMeasurement("more_" + std::to_string(i * i * 7919), PhBaseType::Integer, 8 * i));
         settings_.compress = false;
-        const std::string plain = written(false, "\r\n");
+        const std::string plain = exactlyWritten();
         settings_.compress = true;
-        const std::string packed = written(false, "\r\n");
+        const std::string packed = exactlyWritten();
 
         const auto blob = findBlob(packed);
         ASSERT_TRUE(blob.has_value());

@@ -467,7 +467,7 @@ TEST(WriteSignal, MakesNoElementsThatNobodyTakes) {
     signal->extras().matrixDims = {INT32_MAX, INT32_MAX, INT32_MAX};
     const PhObjectList<PhConversion> conversions;
     FullSink sink;
-    CfgChildren children(sink, false, 0, "\n");
+    CfgChildren children(sink, false, 0);
     writeSignal(children, *signal, "", {}, IdentityFallbackNames(conversions, {}));
     children.finish();
     EXPECT_EQ(sink.drains, 1);
