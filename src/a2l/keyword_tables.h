@@ -77,10 +77,13 @@ struct KeywordHints {
         const auto byte = [&](std::size_t at) -> std::uint32_t {
             return static_cast<unsigned char>(text[at]);
         };
+        // The factor was searched for: with it, few keywords share a place, and none of the
+        // frequent.
+        constexpr std::uint32_t kSpread = 0x9F0F7229;
         const std::size_t length = text.size();
         const std::uint32_t look = byte(0) | byte(length / 2) << 8U | byte(length - 1) << 16U |
                                    static_cast<std::uint32_t>(length) << 24U;
-        return look * 0x85EBCA6BU >> (32 - kPlaceBits);
+        return look * kSpread >> (32 - kPlaceBits);
     }
 
     std::array<std::uint16_t, std::size_t{1} << kPlaceBits> rows{};

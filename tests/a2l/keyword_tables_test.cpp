@@ -179,6 +179,16 @@ TEST(KeywordTables, EveryKeywordMayBeOne) {
     }
 }
 
+TEST(KeywordTables, FrequentWordsHaveAPlaceOfTheirOwn) {
+    for (const std::string_view text :
+         {"/begin", "/end", "MEASUREMENT", "CHARACTERISTIC", "ECU_ADDRESS", "COMPU_METHOD",
+          "IF_DATA", "VALUE", "FORMAT", "BIT_MASK", "ECU_ADDRESS_EXTENSION", "DISPLAY_IDENTIFIER",
+          "ANNOTATION", "FUNCTION_LIST", "REF_MEASUREMENT", "REF_CHARACTERISTIC"}) {
+        EXPECT_NE(kCoreKeywords.hints->rows[KeywordHints::placeOf(text)], KeywordHints::kSeveral)
+            << text;
+    }
+}
+
 TEST(KeywordTables, MostNamesAreToldApartAtOnce) {
     int alike = 0;
     for (int number = 0; number < 1000; ++number) {
