@@ -81,8 +81,16 @@ bool BlockReader::readIntegerOrWarn(std::int32_t& value) {
     return true;
 }
 
+int BlockReader::closeBlock(int keyword) {
+    return next() == keyword ? next() : endMissing(keywordName(keyword));
+}
+
 int BlockReader::closeBlock(int keyword, std::string_view name) {
-    return next() == keyword ? next() : fail("Keyword '%s' expected after /end", {name});
+    return next() == keyword ? next() : endMissing(name);
+}
+
+int BlockReader::endMissing(std::string_view name) {
+    return fail("Keyword '%s' expected after /end", {name});
 }
 
 void BlockReader::error(std::string_view format, std::initializer_list<MessageArgument> arguments) {

@@ -83,7 +83,7 @@ class BlockReader : public PhReader, private A2lLexer {
 
     /// After `/end`: expects the block's own keyword and returns the kind of the token after it;
     /// for another token the error "Keyword '%s' expected after /end" with the keyword's name.
-    int closeBlock(int keyword) { return closeBlock(keyword, keywordName(keyword)); }
+    int closeBlock(int keyword);
 
     /// The same where the message gives the block another name than the current table.
     int closeBlock(int keyword, std::string_view name);
@@ -150,6 +150,7 @@ class BlockReader : public PhReader, private A2lLexer {
     }
 
     bool expectString();
+    int endMissing(std::string_view name);
     void lexicalError(std::string_view message) override;
 
     Token token_;

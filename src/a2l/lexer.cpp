@@ -508,10 +508,31 @@ int A2lLexer::readNumber(Token& token) {
         ++p;
     }
     if (p == digits || (classOf(*p) & kNumberGoesOn) != 0) {
-        return readLongNumber(token);
+        const bool hexadecimal = p == digits + 1 && *digits == '0' && *p == 'x';
+        return hexadecimal ? readHexadecimal(token, p + 1) : readLongNumber(token);
     }
     cursor_ = p;
     token.intValue = negative ? -value : value;
+    token.text = textUpTo(p);
+    return TOK_INTEGER;
+}
+
+/// The same for a number in hexadecimal digits, which begin at a position behind its "0x".
+inline int A2lLexer::readHexadecimal(Token& token, char* digits) {
+    constexpr std::ptrdiff_t kShort = 15;  // digits that fit into 64 bits in any case
+    char* p = digits;
+    std::uint64_t value = 0;
+    while ((classOf(*p) & kHexDigit) != 0 && p - digits < kShort) {
+        // The low bits of 'A' to 'F' and 'a' to 'f' are 1 to 6.
+        value = value * 16 + (static_cast<unsigned char>(*p) & 0xFU) + (*p > '9' ? 9U : 0U);
+        ++p;
+    }
+    if ((classOf(*p) & kNumberGoesOn) != 0) {
+        return readLongNumber(token);
+    }
+    const bool negative = *cursor_ == '-';
+    cursor_ = p;
+    token.intValue = lowBits(negative ? 0 - value : value);
     token.text = textUpTo(p);
     return TOK_INTEGER;
 }

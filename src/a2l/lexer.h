@@ -134,6 +134,7 @@ class A2lLexer {
     int readLongIdentifier(Token& token, std::uint16_t byteClass);
     int kindOfIdentifier(std::string_view text) const;
     int readNumber(Token& token);
+    int readHexadecimal(Token& token, char* digits);
     int readLongNumber(Token& token);
     bool takeRealRest(char*& position, bool& real);
     int malformed(char* position);

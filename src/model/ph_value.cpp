@@ -7,14 +7,6 @@
 
 namespace quillmark {
 
-PhNumber PhNumber::integer(std::int64_t value) {
-    return {Kind::Integer, std::bit_cast<Payload>(value)};
-}
-
-PhNumber PhNumber::real(double value) {
-    return {Kind::Real, std::bit_cast<Payload>(value)};
-}
-
 double PhNumber::toReal() const {
     switch (kind_) {
         case Kind::None:

@@ -20,8 +20,10 @@ class PhNumber {
     enum class Kind : std::uint8_t { None, Integer, Real };
 
     PhNumber() = default;
-    static PhNumber integer(std::int64_t value);
-    static PhNumber real(double value);
+    static PhNumber integer(std::int64_t value) {
+        return {Kind::Integer, std::bit_cast<Payload>(value)};
+    }
+    static PhNumber real(double value) { return {Kind::Real, std::bit_cast<Payload>(value)}; }
 
     Kind kind() const { return kind_; }
     bool isPresent() const { return kind_ != Kind::None; }
