@@ -40,7 +40,7 @@ std::string makeDocument(bool compress) {
     if (read(root) && resolve(root) == 0 &&
         buildIncludeDocument(request, root, {}, document, console) == DocumentStatus::Built) {
         StringSink sink(text);
-        document.root->write(sink, false, 0, "\r\n");
+        document.root->write(sink, false, 0);
         sink.finish();
     }
     return text;

@@ -39,7 +39,7 @@ void writeDocument(benchmark::State& state, bool indent, bool compress) {
             return;
         }
         CountingSink sink;
-        document.root->write(sink, indent, 0, "\r\n");
+        document.root->write(sink, indent, 0);
         sink.finish();
         benchmark::DoNotOptimize(sink.size());
     }
