@@ -38,18 +38,10 @@ constexpr std::size_t kLargestChunk = std::size_t{1024} * 1024;
 // Room that a new element finds behind itself at least, enough for the values of nearly every one.
 constexpr std::size_t kElementRoom = 512;
 
-constexpr int kBlanksPerLevel = 4;
+constexpr std::size_t kBlanksPerLevel = 4;
 
-void writeIndent(OutputSink& sink, bool indent, int depth) {
-    static constexpr std::string_view kBlanks = "                                ";
-    if (!indent) {
-        return;
-    }
-    std::size_t blanks = static_cast<std::size_t>(depth) * kBlanksPerLevel;
-    for (; blanks > kBlanks.size(); blanks -= kBlanks.size()) {
-        sink.write(kBlanks);
-    }
-    sink.write(kBlanks.substr(0, blanks));
+std::size_t blanksAt(bool indent, int depth) {
+    return indent ? static_cast<std::size_t>(depth) * kBlanksPerLevel : 0;
 }
 
 std::string_view formatReal(double value, std::array<char, 32>& buffer) {
@@ -185,14 +177,12 @@ void CfgElement::setSection(std::unique_ptr<const CfgSection> section) {
 void CfgElement::writeHead(OutputSink& sink, bool indent, int depth) const {
     if (extras_ != nullptr) {
         for (const std::string& comment : extras_->comments) {
-            writeIndent(sink, indent, depth);
-            sink.write("#");
+            sink.writeIndented(blanksAt(indent, depth), "#");
             sink.write(comment);
             sink.write(kLineBreak);
         }
     }
-    writeIndent(sink, indent, depth);
-    sink.write("<");
+    sink.writeIndented(blanksAt(indent, depth), "<");
     sink.write(name());
     sink.write(">");
     sink.write(kLineBreak);
@@ -213,10 +203,10 @@ void CfgElement::writeLines(OutputSink& sink, std::string_view lines, std::size_
         sink.write(lines);
         return;
     }
+    const std::size_t blanks = blanksAt(indent, depth);
     for (std::size_t line = firstLine; !lines.empty(); ++line) {
         const std::size_t length = document_->lineLengths_[line];
-        writeIndent(sink, indent, depth);
-        sink.write(lines.substr(0, length));
+        sink.writeIndented(blanks, lines.substr(0, length));
         lines.remove_prefix(length);
     }
 }
@@ -234,8 +224,7 @@ void CfgElement::writeTail(OutputSink& sink, bool indent, int depth) const {
             sink.write(kLineBreak);
         }
     }
-    writeIndent(sink, indent, depth);
-    sink.write("</");
+    sink.writeIndented(blanksAt(indent, depth), "</");
     sink.write(name());
     sink.write(">");
     sink.write(kLineBreak);

@@ -34,6 +34,23 @@ class OutputSink {
         used_ += bytes.size();
     }
 
+    /// Writes so many blanks and then the bytes.
+    void writeIndented(std::size_t blanks, std::string_view bytes) {
+        static constexpr std::string_view kBlanks = "                                ";
+        for (; blanks > kBlanks.size(); blanks -= kBlanks.size()) {
+            write(kBlanks);
+        }
+        if (kBlanks.size() + bytes.size() > kBufferSize - used_) {
+            write(kBlanks.substr(0, blanks));
+            write(bytes);
+            return;
+        }
+        // A copy of known size is a move or two; the bytes go over the blanks that are too many.
+        kBlanks.copy(buffer_.get() + used_, kBlanks.size());
+        bytes.copy(buffer_.get() + used_ + blanks, bytes.size());
+        used_ += blanks + bytes.size();
+    }
+
     /// Hands on what is still buffered and ends the sink. Nothing may be written afterwards; a
     /// second call does nothing.
     void finish();

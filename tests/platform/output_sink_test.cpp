@@ -54,6 +54,22 @@ TEST(OutputSink, KeepsTheOrderOfPiecesOfAnySize) {
     }
 }
 
+TEST(OutputSink, IndentsByAnyNumberOfBlanksAtAnyPlace) {
+    for (const std::size_t length :
+         {std::size_t{0}, std::size_t{3}, std::size_t{100}, OutputSink::kBufferSize + 5}) {
+        std::string expected = patternOf(OutputSink::kBufferSize - 2500);
+        RecordingSink sink;
+        sink.write(expected);
+        for (std::size_t blanks = 0; blanks <= 100; ++blanks) {
+            const std::string bytes = patternOf(length);
+            sink.writeIndented(blanks, bytes);
+            expected += std::string(blanks, ' ') + bytes;
+        }
+        sink.finish();
+        EXPECT_TRUE(sink.text == expected) << length;
+    }
+}
+
 TEST(OutputSink, HandsOnWholeBuffersUntilTheEnd) {
     const std::string piece = patternOf(OutputSink::kBufferSize - 7);
     const std::string longPiece = patternOf(3 * OutputSink::kBufferSize);
