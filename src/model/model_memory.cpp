@@ -58,7 +58,10 @@ char* firstBlock(Chunk* chunk) {
 
 void startChunk() {
     void* memory = ::operator new (kChunkSize, std::align_val_t{kChunkSize});
-    adviseLargePages(memory, kChunkSize);
+    if (cursor.chunk != nullptr) {
+        // The first one stays in small pages: a short description fills but a few of them.
+        adviseLargePages(memory, kChunkSize);
+    }
     cursor.chunk = new (memory) Chunk;
     cursor.next = firstBlock(cursor.chunk);
     cursor.end = static_cast<char*>(memory) + kChunkSize;
