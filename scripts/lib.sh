@@ -8,6 +8,7 @@ test_packages=(libgtest-dev libgmock-dev)
 lint_packages=(clang-format clang-tidy cppcheck)
 windows_packages=(g++-mingw-w64-x86-64-win32)
 fuzz_packages=(clang libclang-rt-dev)
+bench_packages=(libbenchmark-dev)
 
 # need_packages NAME...: makes sure that these Debian packages are there. Installs what is missing
 # if this user may, else says what to install and ends the script.
