@@ -5,7 +5,6 @@
 #include "a2l/resolution.h"
 #include "cfginclude/blob_codec.h"
 #include "cfginclude/include_document.h"
-#include "cfginclude/include_format.h"
 #include "fuzz/property.h"
 #include "platform/input_file.h"
 
