@@ -87,15 +87,24 @@ void compareFields(const Comparison& comparison, std::string_view prefix,
     }
 }
 
-/// Items that are told apart by a number. `Items` is what holds them: a list of the model, or a
-/// container that is made for the comparison.
-template <typename Item, typename Items = const PhObjectList<Item>&>
+/// An item without a number counts as number 0.
+inline std::int32_t numberOr0(const PhValue* number) {
+    return number == nullptr ? 0 : number->toInteger();
+}
+
+/// What stands before the labels of the item of that number.
+inline std::string numberedPrefix(std::string_view kind, std::int32_t number) {
+    return std::string(kind).append(std::to_string(number));
+}
+
+/// Items that are told apart by a number.
+template <typename Item>
 struct NumberedCollection {
     /// What a lost item is called, with its trailing blank.
     std::string_view kindWord;
     /// What stands before the number in the labels; a row's label begins behind the number.
     std::string_view labelPrefix;
-    Items (*items)(const PhCommParam& parameters);
+    const PhObjectList<Item>& (*items)(const PhCommParam& parameters);
     const PhValue* (*number)(const Item& item);
     std::span<const FieldRow<Item>> rows;
 };
@@ -103,17 +112,12 @@ struct NumberedCollection {
 /// Looks for each old item among the new ones and compares the rows of those that are found. Of new
 /// items with one number only the first is ever found; new items without an old partner do not
 /// matter to a logger that was set up with the old description.
-template <typename Item, typename Items>
-void compareNumbered(const Comparison& comparison,
-                     const NumberedCollection<Item, Items>& collection,
+template <typename Item>
+void compareNumbered(const Comparison& comparison, const NumberedCollection<Item>& collection,
                      const PhCommParam& oldParameters, const PhCommParam& newParameters) {
-    const auto numberOf = [&](const Item& item) {
-        const PhValue* number = collection.number(item);
-        return number == nullptr ? 0 : number->toInteger();
-    };
-    const Items& newItems = collection.items(newParameters);
+    const auto numberOf = [&](const Item& item) { return numberOr0(collection.number(item)); };
     std::map<std::int32_t, const Item*> newByNumber;
-    for (const Item& item : newItems) {
+    for (const Item& item : collection.items(newParameters)) {
         newByNumber.try_emplace(numberOf(item), &item);
     }
     for (const Item& oldItem : collection.items(oldParameters)) {
@@ -125,7 +129,7 @@ void compareNumbered(const Comparison& comparison,
             addFinding(comparison.report, kLevelError, std::move(message));
             continue;
         }
-        const std::string prefix = std::string(collection.labelPrefix) + std::to_string(number);
+        const std::string prefix = numberedPrefix(collection.labelPrefix, number);
         compareFields(comparison, prefix, collection.rows, oldItem, *found->second);
     }
 }

@@ -1,16 +1,13 @@
 #include "compare/protocol_comparison.h"
 
 #include <algorithm>
-#include <array>
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <set>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "compare/compared_fields.h"
 
@@ -78,39 +75,14 @@ const PhObjectList<PhDaqTpCan>& daqListCanIds(const PhCommParam& parameters) {
     return daqTpOf(parameters)->daqLists;
 }
 
-constexpr std::string_view kSourceNumber = "daq_number";
-constexpr std::string_view kSourceSettings[] = {
-    kSourceNumber,  "scaling_unit", "period", "can_id_variable",
-    "can_id_fixed", "first_pid",    "raster", "source_id",
-};
-
-/// A CCP source. It may tell each of its settings any number of times, and any number of sources
-/// may be compared with it, so the settings are looked for only once.
-struct Source {
-    /// The first value of each setting, in the order of kSourceSettings.
-    std::array<const PhValue*, std::size(kSourceSettings)> settings{};
-};
-
-std::size_t positionOfSetting(std::string_view name) {
-    return static_cast<std::size_t>(std::ranges::find(kSourceSettings, name) - kSourceSettings);
-}
-
-const PhValue* sourceSetting(const Source& source, std::string_view name) {
-    return source.settings.at(positionOfSetting(name));
-}
-
-std::vector<Source> sources(const PhCommParam& parameters) {
-    std::vector<Source> items;
-    for (const PhHandle<PhValue>& entry : elementsOf(sourcesOf(parameters))) {
-        Source& source = items.emplace_back();
-        for (const PhHandle<PhValue>& element : elementsOf(entry.get())) {
-            const std::size_t position = positionOfSetting(element->name().view());
-            if (position < source.settings.size() && source.settings[position] == nullptr) {
-                source.settings[position] = element.get();
-            }
+/// A setting of a CCP source; of one that the source repeats, the first counts.
+const PhValue* sourceSetting(const PhValue& source, std::string_view name) {
+    for (const PhHandle<PhValue>& setting : elementsOf(&source)) {
+        if (setting->name().view() == name) {
+            return setting.get();
         }
     }
-    return items;
+    return nullptr;
 }
 
 bool hasTimebase(const PhRaster& raster) {
@@ -151,7 +123,7 @@ std::string_view transportName(const PhTransportParam& transport) {
 
 using ProtocolRow = FieldRow<PhCommParam>;
 using DaqRow = FieldRow<PhDaqCapabilities>;
-using SourceRow = FieldRow<Source>;
+using SourceRow = FieldRow<PhValue>;
 using DaqListRow = FieldRow<PhDaq>;
 using RasterRow = FieldRow<PhRaster>;
 using CanIdRow = FieldRow<PhDaqTpCan>;
@@ -294,12 +266,6 @@ constexpr TransportRow kXcpTransport[] = {
 
 // Numbered collections.
 
-const PhValue* sourceNumber(const Source& source) {
-    return sourceSetting(source, kSourceNumber);
-}
-
-constexpr NumberedCollection<Source, std::vector<Source>> kCcpSources = {
-    "Source ", "source(", &sources, &sourceNumber, kCcpSource};
 constexpr NumberedCollection<PhDaq> kCcpDaqLists = {"Daq List ", "daqlist(", &daqLists,
                                                     &valueOf<&PhDaq::number>, kCcpDaqList};
 constexpr NumberedCollection<PhRaster> kCcpRasters = {"Raster ", "raster(", &rasters,
@@ -452,12 +418,15 @@ void numbered(const Comparison& comparison, const PhCommParam& oldParameters,
     compareNumbered(comparison, Collection, oldParameters, newParameters);
 }
 
-/// The old module against itself. CCP sources are compared so on purpose: their rates may change
-/// from one release to the next, and a lost source shows as a lost DAQ list.
-template <const auto& Collection>
-void numberedWithinOld(const Comparison& comparison, const PhCommParam& oldParameters,
-                       const PhCommParam&) {
-    compareNumbered(comparison, Collection, oldParameters, oldParameters);
+/// CCP sources are shown and never judged: each of the old module is compared with itself. The DAQ
+/// lists and CAN identifiers that came with them are judged, in sections of their own.
+void sourcesOfOld(const Comparison& comparison, const PhCommParam& oldParameters,
+                  const PhCommParam&) {
+    for (const PhHandle<PhValue>& source : elementsOf(sourcesOf(oldParameters))) {
+        const std::int32_t number = numberOr0(sourceSetting(*source, "daq_number"));
+        compareFields(comparison, numberedPrefix("source(", number),
+                      std::span<const SourceRow>(kCcpSource), *source, *source);
+    }
 }
 
 template <const auto& Rows>
@@ -476,7 +445,7 @@ constexpr SectionRow kCcpSections[] = {
     {Part::Station, &protocolFields<kCcpSeedAndKey>},
     {Part::DaqCapabilities, &protocolFields<kCcpByteOrder>},
     {Part::DaqCapabilities, &daqFields<kCcpDaqCapabilities>},
-    {Part::Sources, &numberedWithinOld<kCcpSources>},
+    {Part::Sources, &sourcesOfOld},
     {Part::DaqCapabilities, &numbered<kCcpDaqLists>},
     {Part::DaqCapabilities, &numbered<kCcpRasters>},
     {Part::DaqTpCapabilities, &numbered<kDaqListCanIds>},

@@ -267,6 +267,25 @@ TEST_F(ProtocolComparison, SourcesAreComparedWithinTheOldModule) {
               "  source(2):source_id = NULL # NULL\n");
 }
 
+TEST_F(ProtocolComparison, SourcesThatShareANumberOrHaveNoneAreEachComparedWithThemselves) {
+    before.addSource(1, 10);
+    before.addSource(1, 20);
+    for (const int unit : {3, 4}) {
+        PhValue::List& sources = before.daq().properties->list("sources");
+        sources.push_back(makePh<PhValue>());
+        sources.back()->list().push_back(PhValue::ofInteger(unit));
+        sources.back()->list().back()->setName(PhString("scaling_unit"));
+    }
+    after.addSource(1, 99);
+    EXPECT_EQ(ccp(true), "");
+    const std::string lines = shown();
+    for (const std::string_view line :
+         {"  source(1):period = 10 # 10\n", "  source(1):period = 20 # 20\n",
+          "  source(0):scaling_unit = 3 # 3\n", "  source(0):scaling_unit = 4 # 4\n"}) {
+        EXPECT_THAT(lines, testing::HasSubstr(line));
+    }
+}
+
 TEST_F(ProtocolComparison, OfASettingThatASourceRepeatsTheFirstCounts) {
     before.addSource(1, 10);
     PhValue& source = *before.daq().properties->list("sources").back();
@@ -281,7 +300,7 @@ TEST_F(ProtocolComparison, OfASettingThatASourceRepeatsTheFirstCounts) {
 
 TEST_F(ProtocolComparison, SourcesOfOneNumberWithManySettings) {
     constexpr int kMany = 50000;
-    constexpr double kGenerous = 10;  // looking through the settings for each source takes minutes
+    constexpr double kGenerous = 10;  // looking through the first one for each source takes minutes
     for (int i = 0; i < kMany; ++i) {
         before.addSource(1, 10);
     }
