@@ -90,6 +90,11 @@ Version parseVersion(std::string_view text) {
     return version;
 }
 
+// A version of the command line, where blanks and tabs may stand around it.
+Version parseGivenVersion(std::string_view text) {
+    return parseVersion(trimmed(text));
+}
+
 // The version that a selection names for the library.
 std::optional<Version> selectedVersion(std::string_view selection) {
     while (!selection.empty()) {
@@ -99,7 +104,7 @@ std::optional<Version> selectedVersion(std::string_view selection) {
         }
         const std::string_view name = takePart(version, '=');
         if (trimmed(name) == kLibraryName) {
-            return parseVersion(trimmed(version));
+            return parseGivenVersion(version);
         }
     }
     return std::nullopt;
@@ -419,7 +424,7 @@ bool Selector::isUserRangeValid(const UserRange& range) {
     };
 
     const std::optional<Version> first = selectedVersion(range.first);
-    const Version last = parseVersion(range.last);
+    const Version last = parseGivenVersion(range.last);
     warnOfRestrictions(last, first);
     for (const Row& row : rows) {
         if (checkVersion(first, row.spec, RangeMode::kStrict) != RangeResult::kInside) {

@@ -17,7 +17,8 @@ class Console;
 //               both are removed; entries without exactly one "=" are ignored; of several entries
 //               of one name the first counts.
 //   range spec  "sigTrak+2017.10.23-2017.10.99+2018.10.10-": names with sub-ranges, each from a
-//               first version up to, but not including, a last one, or without end.
+//               first version up to, but not including, a last one, or without end. Blanks and tabs
+//               around versions are removed in a range that the user gives, nowhere else.
 
 /// The library whose versions the include document depends on.
 inline constexpr std::string_view kLibraryName = "sigTrak";

@@ -437,9 +437,12 @@ TEST(SelectLibrary, ValidatesAUserRange) {
             invalid("a-b;sigTrak+1.4.4-1.5.4", kBadFirst),
             {"other=1;sigTrak+1.4.4-1.5.4", selectedWithWarning("other=1;sigTrak=1.4.4"), "",
              "0000", "other=1;sigTrak+1.4.4-1.5.4"},
-            // Blanks count inside a range text: the second version is 0.5.4.
-            invalid("sigTrak+1.4.4 - 1.5.4", kBadSecond1),
+            // Blanks and tabs around the versions do not count.
+            range("sigTrak+1.4.4 - 1.5.4", "sigTrak=1.4.4 ", "0000"),
             range("sigTrak+ 1.4.4 -1.5.4", "sigTrak= 1.4.4 ", "0000"),
+            range("sigTrak+1.4.4-\t 1.5.4 \t", "sigTrak=1.4.4", "0000"),
+            invalid("sigTrak+1.4.4 - 1.5.5", kBadSecond1),
+            invalid("sigTrak+1.4.4- 1. 5.4", kBadSecond1),
         },
         infoWithTop(kTop));
 }
@@ -474,6 +477,8 @@ TEST(SelectLibrary, WarnsOfRestrictions) {
             range("2020.1.0", "2021.2.0", "", "1110"),     // inside, between
             range("2021.2.0", "2022.1.0", "", "1110"),     // between, above
             range("2018.1.0", "2020.1.0", first + last, "1100"),
+            {"sigTrak+2018.1.0 - 2019.1.0", selected("sigTrak=2018.1.0 "), first, "1100",
+             "sigTrak+2018.1.0 - 2019.1.0"},
             // A warning does not replace the judgement.
             {"sigTrak+2018.1.0-2023.4.2", "", first + last + kBadSecond3, "", ""},
             {"sigTrak+1.4.4-2019.1.0", "", first + kBadSecond1, "", ""},
