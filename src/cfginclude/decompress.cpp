@@ -3,10 +3,10 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "cfginclude/blob_codec.h"
 #include "platform/console.h"
-#include "platform/input_file.h"
 #include "platform/output_sink.h"
 
 namespace quillmark {
@@ -23,11 +23,21 @@ int end(Console& console, std::string_view message, int status) {
 }
 
 int expandFile(const std::string& inputName, const std::string& outputName, Console& console) {
-    std::string document;
-    if (!readWholeFile(inputName, document)) {
+    auto input = StandardInputFile::openBinary(inputName);
+    if (input == nullptr) {
         return end(console, "ERROR: Cannot open input file: " + inputName, kRefused);
     }
-    const std::optional<BlobDocument> parts = findBlob(document);
+    return expandInput(std::move(input), announcedSize(inputName), outputName, console);
+}
+
+}  // namespace
+
+int expandInput(std::unique_ptr<InputFile> input, std::size_t expectedSize,
+                const std::string& outputName, Console& console) {
+    std::string document;
+    const bool complete = readToEnd(*input, expectedSize, document);
+    input.reset();  // the output may be the same file
+    const std::optional<BlobDocument> parts = complete ? findBlob(document) : std::nullopt;
     if (!parts) {
         return end(console, "Error: File is corrupt or not a compressed file.", kFailed);
     }
@@ -43,8 +53,6 @@ int expandFile(const std::string& inputName, const std::string& outputName, Cons
     }
     return end(console, "Decompressing was successful.", kDone);
 }
-
-}  // namespace
 
 int decompressCommand(int argc, const char* const* argv, Console& console,
                       void (*printUsage)(Console&)) {

@@ -12,18 +12,19 @@ namespace quillmark {
 
 namespace {
 
-/// The number of bytes that a regular file announces, 0 for everything else.
-std::size_t announcedSize(const std::string& name) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(name, error);
-    return error ? 0 : static_cast<std::size_t>(size);
+std::unique_ptr<StandardInputFile> openInput(const std::string& name, const char* mode) {
+    std::FILE* const stream = openStream(name, mode);
+    return stream == nullptr ? nullptr : std::make_unique<StandardInputFile>(stream);
 }
 
 }  // namespace
 
 std::unique_ptr<StandardInputFile> StandardInputFile::open(const std::string& name) {
-    std::FILE* const stream = openStream(name, "rt");
-    return stream == nullptr ? nullptr : std::make_unique<StandardInputFile>(stream);
+    return openInput(name, "rt");
+}
+
+std::unique_ptr<StandardInputFile> StandardInputFile::openBinary(const std::string& name) {
+    return openInput(name, "rb");
 }
 
 StandardInputFile::StandardInputFile(std::FILE* stream) : stream_(stream) {
@@ -60,7 +61,13 @@ std::size_t MemoryInputFile::read(char* buffer, std::size_t size) {
     return count;
 }
 
-void readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes) {
+std::size_t announcedSize(const std::string& name) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(name, error);
+    return error ? 0 : static_cast<std::size_t>(size);
+}
+
+bool readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes) {
     constexpr std::size_t kSmallestStep = std::size_t{64} * 1024;
 
     // One byte more than expected, so that the first read already meets the end of the file.
@@ -76,17 +83,13 @@ void readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes) {
         used += count;
     } while (count > 0);
     bytes.resize(used);
+    return !input.failed();
 }
 
 bool readWholeFile(const std::string& name, std::string& bytes) {
     bytes.clear();
-    std::FILE* const stream = openStream(name, "rb");
-    if (stream == nullptr) {
-        return false;
-    }
-    StandardInputFile input(stream);
-    readToEnd(input, announcedSize(name), bytes);
-    return true;
+    const auto input = StandardInputFile::openBinary(name);
+    return input != nullptr && readToEnd(*input, announcedSize(name), bytes);
 }
 
 }  // namespace quillmark

@@ -20,6 +20,9 @@ class InputFile {
     /// Puts up to `size` bytes (at least 1) into `buffer` and returns how many. 0 is the end of the
     /// input, now and at every later call; an input that cannot be read any further ends there.
     virtual std::size_t read(char* buffer, std::size_t size) = 0;
+
+    /// Whether the input ended because it could not be read any further.
+    [[nodiscard]] virtual bool failed() const { return false; }
 };
 
 /// An input that was opened by name: a regular file, a pipe, a device.
@@ -30,6 +33,9 @@ class StandardInputFile final : public InputFile {
     /// empty.
     static std::unique_ptr<StandardInputFile> open(const std::string& name);
 
+    /// The same for a file of which every byte counts, line ends included.
+    static std::unique_ptr<StandardInputFile> openBinary(const std::string& name);
+
     /// Takes over an open stream from which nothing has been read.
     explicit StandardInputFile(std::FILE* stream);
 
@@ -38,8 +44,7 @@ class StandardInputFile final : public InputFile {
     /// Reads that a signal interrupted are taken up again.
     std::size_t read(char* buffer, std::size_t size) override;
 
-    /// Whether the input ended because it could not be read any further.
-    [[nodiscard]] bool failed() const { return std::ferror(stream_) != 0; }
+    [[nodiscard]] bool failed() const override { return std::ferror(stream_) != 0; }
 
   private:
     std::FILE* stream_;
@@ -60,13 +65,17 @@ class MemoryInputFile final : public InputFile {
     std::size_t chunkSize_;
 };
 
+/// The number of bytes that a regular file announces, 0 for everything else.
+std::size_t announcedSize(const std::string& name);
+
 /// Replaces `bytes` by everything that the input holds, of which `expectedSize` is a guess: with a
-/// good one nothing is copied on the way.
-void readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes);
+/// good one nothing is copied on the way. Returns false when the input could not be read to its
+/// end; `bytes` is what came before.
+[[nodiscard]] bool readToEnd(InputFile& input, std::size_t expectedSize, std::string& bytes);
 
 /// Replaces `bytes` by the content of the named file. Returns false when the file could not be
-/// opened. What can be opened but not read (a directory, a device with a defect) counts as ending
-/// where reading stopped. Pipes and FIFOs are read to their end.
+/// opened or not be read to its end, as a directory or a device with a defect. Pipes and FIFOs are
+/// read to their end.
 [[nodiscard]] bool readWholeFile(const std::string& name, std::string& bytes);
 
 }  // namespace quillmark
