@@ -40,6 +40,13 @@ bool createDirectory(const std::string& path) {
     return fs::create_directory(path, error);
 }
 
+/// Copies over what has the target's name, even if it is a copy that may not be written to.
+bool stageCopy(const std::string& source, const std::string& target) {
+    std::error_code ignored;
+    fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, ignored);
+    return copyFile(source, target);
+}
+
 /// As createDirectory, closed to everybody else from the start.
 bool createPrivateDirectory(const std::string& path) {
     return QDir().mkdir(QFile::decodeName(QByteArray::fromStdString(path)),
@@ -108,7 +115,7 @@ int cZpkcCommon::copyUserFiles(const std::vector<std::string>& files, std::strin
         }
         const std::string entryName =
             joined(kUserFiles, std::string(prefix).append(fileNameOf(file)));
-        if (!copyFile(file, pathOf(entryName))) {
+        if (!stageCopy(file, pathOf(entryName))) {
             return kCopyingUserFileFailed;
         }
         remember(entryName);
@@ -131,7 +138,7 @@ int cZpkcCommon::copyConfigurationFile(const std::string& file, bool keepName) {
     const std::string entryName = joined(kSigtrak, keepName ? fileNameOf(file) : "sigtrak.cfg");
     // Whoever wrote the document into a pipe would wait for it to come out there forever.
     std::error_code error;
-    if (fs::is_fifo(file, error) || !copyFile(file, pathOf(entryName))) {
+    if (fs::is_fifo(file, error) || !stageCopy(file, pathOf(entryName))) {
         return kCopyingConfigurationFileFailed;
     }
     remember(entryName);

@@ -1,5 +1,6 @@
 #include "platform/copy_file_posix.h"
 
+#include <array>
 #include <cerrno>
 #include <vector>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::size_t kCopyBufferBytes = std::size_t{256} * 1024;
 constexpr mode_t kNewFileMode = 0666;
+constexpr mode_t kPermissionBits = 0777;  // an owner's rights are not for copies by others
 
 /// An open file that is closed with its owner.
 class OpenFile {
@@ -80,6 +82,18 @@ bool isDevice(const struct stat& status) {
     return S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
 }
 
+/// A copy looks like its source, as far as the target's file system can tell.
+void keepAttributes(const struct stat& source, int target) {
+    mode_t permissions = source.st_mode & kPermissionBits;
+    if (source.st_uid != geteuid()) {
+        // The copy is ours, and what others let us read we must be able to read there, too.
+        permissions |= S_IRUSR;
+    }
+    fchmod(target, permissions);
+    const std::array<timespec, 2> times = {timespec{0, UTIME_OMIT}, source.st_mtim};
+    futimens(target, times.data());
+}
+
 /// Takes one byte from the file if there is any.
 bool isAtEnd(int descriptor) {
     char byte = 0;
@@ -109,8 +123,13 @@ bool copyFile(const std::string& source, const std::string& target, const CopyCa
         return false;
     }
     OpenFile output(target, O_WRONLY | O_CREAT | O_TRUNC, calls);
-    return output.isOpen() && copyContent(calls, input.descriptor(), output.descriptor()) &&
-           output.closeNow();
+    if (!output.isOpen() || !copyContent(calls, input.descriptor(), output.descriptor())) {
+        return false;
+    }
+    if (S_ISREG(inputStatus.st_mode)) {
+        keepAttributes(inputStatus, output.descriptor());
+    }
+    return output.closeNow();
 }
 
 }  // namespace quillmark

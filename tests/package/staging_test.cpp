@@ -1,5 +1,6 @@
 #include "package/staging.h"
 
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -103,6 +104,44 @@ TEST_F(Staging, ASecondFileOfTheSameNameWins) {
     EXPECT_EQ(staging.cleanUp(), kPackageOk);
     EXPECT_EQ(console.out, "Temporary file " + tree + "/userfiles/n removed\nTemporary file " +
                                tree + "/userfiles/m removed\n");
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+}
+
+TEST_F(Staging, CopiesKeepPermissionsAndTimeOfModification) {
+    const std::string file = source.file("n");
+    const fs::perms readOnly = fs::perms::owner_read | fs::perms::group_read;
+    writeFile(file, "x");
+    fs::permissions(file, readOnly);
+    fs::last_write_time(file, fs::last_write_time(file) - std::chrono::hours(24 * 400));
+    ASSERT_EQ(createTree(), kPackageOk);
+    EXPECT_EQ(staging.copyUserFiles({file}, ""), kPackageOk);
+    EXPECT_EQ(staging.copyConfigurationFile(file, true), kPackageOk);
+    for (const StagedFile& staged : staging.stagedFiles()) {
+        EXPECT_EQ(fs::status(staged.path).permissions(), readOnly);
+        EXPECT_EQ(fs::last_write_time(staged.path), fs::last_write_time(file));
+    }
+    EXPECT_EQ(staging.cleanUp(), kPackageOk);
+    EXPECT_TRUE(fs::is_empty(dir.path()));
+}
+
+TEST_F(Staging, AReadOnlyFileGivesWayToAnotherOfItsName) {
+    fs::create_directory(source.file("sub"));
+    writeFile(source.file("n"), "the first one");
+    writeFile(source.file("sub/n"), "second");
+    for (const char* name : {"n", "sub/n"}) {
+        fs::permissions(source.file(name),
+                        fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    }
+    fs::permissions(dir.path(), fs::perms::all);
+    const OrdinaryUser user;
+    if (!user.isOrdinary()) {
+        GTEST_SKIP();
+    }
+    ASSERT_EQ(createTree(), kPackageOk);
+    EXPECT_EQ(staging.copyUserFiles({source.file("n"), source.file("sub/n")}, ""), kPackageOk);
+    EXPECT_THAT(entryNames(), ElementsAre("userfiles/n"));
+    EXPECT_EQ(readFile(tree + "/userfiles/n"), "second");
+    EXPECT_EQ(staging.cleanUp(), kPackageOk);
     EXPECT_TRUE(fs::is_empty(dir.path()));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -44,6 +45,36 @@ TEST_F(CopyFile, ReplacesALongerTarget) {
     writeFile(target, "something longer");
     EXPECT_TRUE(copyFile(source, target));
     EXPECT_EQ(readFile(target), "new");
+}
+
+TEST_F(CopyFile, KeepsPermissionsAndTimeOfModification) {
+    using std::filesystem::perms;
+    const std::filesystem::file_time_type time =
+        std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * 400);
+    for (const perms permissions : {perms::owner_read | perms::group_read,
+                                    perms::owner_all | perms::group_read | perms::others_exec}) {
+        std::filesystem::remove(source);
+        std::filesystem::remove(target);
+        writeFile(source, "x");
+        std::filesystem::permissions(source, permissions);
+        std::filesystem::last_write_time(source, time);
+        EXPECT_TRUE(copyFile(source, target));
+        EXPECT_EQ(std::filesystem::status(target).permissions(), permissions);
+        EXPECT_EQ(std::filesystem::last_write_time(target),
+                  std::filesystem::last_write_time(source));
+    }
+}
+
+TEST_F(CopyFile, WhatOthersLetUsReadCanBeReadInTheCopy) {
+    using std::filesystem::perms;
+    writeFile(source, "x");
+    std::filesystem::permissions(source, perms::group_read | perms::others_read);
+    std::filesystem::permissions(dir.path(), perms::all);
+    const OrdinaryUser user;
+    if (!user.isOrdinary() || !copyFile(source, target)) {
+        GTEST_SKIP();  // only the superuser can make a file for somebody else
+    }
+    EXPECT_EQ(readFile(target), "x");
 }
 
 TEST_F(CopyFile, AMissingSourceLeavesTheTarget) {
