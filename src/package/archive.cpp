@@ -150,27 +150,39 @@ std::optional<fs::path> createFileBeside(const fs::path& other) {
     return std::nullopt;
 }
 
-/// Writes the archive under another name and moves it to its place, which `old` describes.
+/// Writes the archive over the target itself. What is there before is lost.
+int overwriteArchive(const fs::path& target, const std::vector<StagedFile>& files,
+                     int compression) {
+    const int code = writeArchive(target, files, compression);
+    std::error_code ignored;
+    if (code == kArchiveNotWritten && fs::is_regular_file(target, ignored)) {
+        fs::remove(target, ignored);
+    }
+    return code;
+}
+
+/// Writes the archive under another name and moves it to its place, which `old` describes. Where a
+/// directory takes no new file, or does not let go of the old one, the target itself is written.
 int replaceArchive(const fs::path& target, const fs::file_status& old,
                    const std::vector<StagedFile>& files, int compression) {
     const std::optional<fs::path> part = createFileBeside(target);
     if (!part) {
-        return kArchiveNotOpened;
+        return overwriteArchive(target, files, compression);
     }
     std::error_code error;
-    int code = writeArchive(*part, files, compression);
-    if (code == kPackageOk && fs::exists(old)) {
-        std::error_code ignored;
-        fs::permissions(*part, old.permissions(), ignored);
-    }
+    const int code = writeArchive(*part, files, compression);
     if (code == kPackageOk) {
+        std::error_code ignored;
+        if (fs::exists(old)) {
+            fs::permissions(*part, old.permissions(), ignored);
+        }
         fs::rename(*part, target, error);
-        code = error ? kArchiveNotWritten : kPackageOk;
     }
-    if (code != kPackageOk) {
-        fs::remove(*part, error);
+    if (code != kPackageOk || error) {
+        std::error_code ignored;
+        fs::remove(*part, ignored);
     }
-    return code;
+    return error ? overwriteArchive(target, files, compression) : code;
 }
 
 }  // namespace
@@ -187,7 +199,7 @@ int createArchive(const std::string& archivePath, const std::vector<StagedFile>&
         return kArchiveNotOpened;
     }
     if (fs::exists(old) && !fs::is_regular_file(old)) {
-        return writeArchive(*target, files, compression);
+        return overwriteArchive(*target, files, compression);
     }
     if (fs::exists(old) && !isWritable(*target)) {
         return kArchiveNotOpened;

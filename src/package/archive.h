@@ -16,12 +16,12 @@ struct StagedFile {
 ///
 /// The archive grows under another name in the directory of `archivePath` and takes its place when
 /// it is complete, so that whatever has that name before is lost only to a whole archive; a
-/// symbolic link keeps pointing to the file that is replaced. A device or pipe of that name is
-/// written directly.
+/// symbolic link keeps pointing to the file that is replaced. Where that is not possible (a
+/// directory without write permission, a device, a pipe), what has that name is opened and written.
 ///
 /// Returns kPackageOk, or kArchiveNotMade without an archive writer, kArchiveNotOpened when there
 /// cannot be a file of that name, kArchiveNotWritten when a file could not be read or written to
-/// its end; nothing of the archive is left then.
+/// its end; nothing of the archive is left then, if its directory allows to remove it.
 int createArchive(const std::string& archivePath, const std::vector<StagedFile>& files,
                   int compression);
 

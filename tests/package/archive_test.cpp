@@ -202,6 +202,41 @@ TEST_F(CreateArchive, APackageThatCannotBeOpenedStaysAsItWas) {
     EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
 }
 
+TEST_F(CreateArchive, ATargetInADirectoryWithoutWritePermissionIsWritten) {
+    writeFile(target, "old package");
+    fs::permissions(target, fs::perms::all);
+    fs::permissions(dir.file("out"),
+                    fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write,
+                    fs::perm_options::remove);
+    {
+        const OrdinaryUser user;
+        if (!user.isOrdinary()) {
+            GTEST_SKIP();
+        }
+        EXPECT_EQ(create(), kPackageOk);
+        EXPECT_EQ(createArchive(dir.file("out/new.zpki"), files, 0), kArchiveNotOpened);
+    }
+    EXPECT_THAT(packed(target), ElementsAre("userfiles/a", "content of a"));
+    fs::permissions(dir.file("out"), fs::perms::owner_all);
+    EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
+}
+
+TEST_F(CreateArchive, ATargetThatNothingCanBeMovedOverIsWritten) {
+    // In such a directory, as /tmp is one, files of others can be written but not replaced.
+    writeFile(target, "old package");
+    fs::permissions(target, fs::perms::all);
+    fs::permissions(dir.file("out"), fs::perms::all | fs::perms::sticky_bit);
+    {
+        const OrdinaryUser user;
+        if (!user.isOrdinary()) {
+            GTEST_SKIP();
+        }
+        EXPECT_EQ(create(), kPackageOk);
+    }
+    EXPECT_THAT(packed(target), ElementsAre("userfiles/a", "content of a"));
+    EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
+}
+
 TEST_F(CreateArchive, AStagedFileThatWasTakenAway) {
     writeFile(target, "old package");
     stage("b", "content of b");
