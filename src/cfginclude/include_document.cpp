@@ -110,16 +110,22 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
     return DocumentStatus::Built;
 }
 
-int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool indent,
-                     Console& console) {
+IncludeFileState storeIncludeFile(const std::string& outputFile, const CfgElement& root,
+                                  bool indent, Console& console) {
     FileSink sink(outputFile);
     if (!sink.isOpen()) {
         console.printLine("ERROR: Cannot open output file: " + outputFile);
-        return 1;
+        return IncludeFileState::notOpened;
     }
     root.write(sink, indent, 0);
     sink.finish();
-    return 0;
+    return sink.ok() ? IncludeFileState::complete : IncludeFileState::cutOff;
+}
+
+int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool indent,
+                     Console& console) {
+    const IncludeFileState state = storeIncludeFile(outputFile, root, indent, console);
+    return state == IncludeFileState::notOpened ? 1 : 0;
 }
 
 }  // namespace quillmark

@@ -45,8 +45,18 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
                                     const DocumentOrigin& origin, const LibrarySelection& library,
                                     IncludeDocument& document, Console& console);
 
-/// Writes a document to the named file, emptied first. 0, or 1 when the file cannot be opened,
-/// which is reported. An error while writing or closing is not reported.
+/// What became of an include file.
+enum class IncludeFileState {
+    notOpened,  ///< there is none, which has been reported
+    cutOff,     ///< the disk was full, or the like: not all of the document is in it
+    complete,
+};
+
+/// Writes a document to the named file, emptied first.
+IncludeFileState storeIncludeFile(const std::string& outputFile, const CfgElement& root,
+                                  bool indent, Console& console);
+
+/// The same for who does not care whether the file is complete: 0, or 1 when it cannot be opened.
 int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool indent,
                      Console& console);
 

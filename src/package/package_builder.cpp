@@ -8,7 +8,6 @@
 #include <system_error>
 #include <utility>
 
-#include "cfginclude/include_document.h"
 #include "package/archive.h"
 #include "package/error_texts.h"
 
@@ -52,8 +51,9 @@ PackageEnvironment currentPackageEnvironment() {
 cGenerator::cGenerator(PackageEnvironment environment, Console& console)
     : environment_(std::move(environment)), console_(console), staging_(console) {}
 
-int cGenerator::generate(const ConvertRequest& request, std::string_view userFilePrefix) {
-    const int code = runSteps(request, userFilePrefix);
+int cGenerator::generate(const ConvertRequest& request, std::string_view userFilePrefix,
+                         IncludeFileState includeFile) {
+    const int code = runSteps(request, userFilePrefix, includeFile);
     if (code != kPackageOk) {
         announce(kGenerationFailed);
         console_.printLine("ERROR: " + filledText(errorText(code), {staging_.failedFile()}));
@@ -63,7 +63,8 @@ int cGenerator::generate(const ConvertRequest& request, std::string_view userFil
     return 0;
 }
 
-int cGenerator::runSteps(const ConvertRequest& request, std::string_view userFilePrefix) {
+int cGenerator::runSteps(const ConvertRequest& request, std::string_view userFilePrefix,
+                         IncludeFileState includeFile) {
     announce(kPreparingDirectories);
     int code = staging_.createStagingTree(environment_.tempDirectory, environment_.stagingName);
     if (code != kPackageOk) {
@@ -75,7 +76,7 @@ int cGenerator::runSteps(const ConvertRequest& request, std::string_view userFil
         return code;
     }
     announce(kCopyingConfigurationFile);
-    code = staging_.copyConfigurationFile(request.outputFile, true);
+    code = stageIncludeFile(request.outputFile, includeFile);
     if (code != kPackageOk) {
         return code;
     }
@@ -95,6 +96,12 @@ int cGenerator::runSteps(const ConvertRequest& request, std::string_view userFil
     }
     removePackedFile(request.outputFile, request.zpkiFile);
     return kPackageOk;
+}
+
+int cGenerator::stageIncludeFile(const std::string& file, IncludeFileState state) {
+    // A logger would take what is missing in it for what was never asked for.
+    return state == IncludeFileState::complete ? staging_.copyConfigurationFile(file, true)
+                                               : kCopyingConfigurationFileFailed;
 }
 
 void cGenerator::announce(int step) {
@@ -118,11 +125,13 @@ std::string userFilePrefix(const PhRoot& model) {
 
 int buildPackage(const ConvertRequest& request, const CfgElement& root, const PhRoot& model,
                  Console& console) {
-    if (writeIncludeFile(request.outputFile, root, request.indent, console) != 0) {
+    const IncludeFileState includeFile =
+        storeIncludeFile(request.outputFile, root, request.indent, console);
+    if (includeFile == IncludeFileState::notOpened) {
         return 1;
     }
     const std::string prefix = request.epkFilePrefix ? userFilePrefix(model) : std::string();
-    return cGenerator(currentPackageEnvironment(), console).generate(request, prefix);
+    return cGenerator(currentPackageEnvironment(), console).generate(request, prefix, includeFile);
 }
 
 }  // namespace quillmark

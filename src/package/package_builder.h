@@ -5,6 +5,7 @@
 
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/convert_request.h"
+#include "cfginclude/include_document.h"
 #include "model/module_model.h"
 #include "package/staging.h"
 #include "platform/console.h"
@@ -28,12 +29,16 @@ class cGenerator {
 
     /// Stages the user files, their names behind the prefix, and the include file
     /// `request.outputFile`, packs them into `request.zpkiFile` and removes what was staged and the
-    /// include file. The first step that fails ends the work and is reported; staging tree and
-    /// include file are left then. Returns 0, or 1 after a failure.
-    int generate(const ConvertRequest& request, std::string_view userFilePrefix);
+    /// include file. An include file that is not complete cannot be staged. The first step that
+    /// fails ends the work and is reported; staging tree and include file are left then. Returns 0,
+    /// or 1 after a failure.
+    int generate(const ConvertRequest& request, std::string_view userFilePrefix,
+                 IncludeFileState includeFile);
 
   private:
-    int runSteps(const ConvertRequest& request, std::string_view userFilePrefix);
+    int runSteps(const ConvertRequest& request, std::string_view userFilePrefix,
+                 IncludeFileState includeFile);
+    int stageIncludeFile(const std::string& file, IncludeFileState state);
     void announce(int step);
 
     PackageEnvironment environment_;

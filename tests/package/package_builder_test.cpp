@@ -33,7 +33,7 @@ class PackageBuilder : public testing::Test {
     int generate(const std::string& prefix = "") {
         console.out.clear();
         return cGenerator({temp.path().string(), "20240307_140509"}, console)
-            .generate(request, prefix);
+            .generate(request, prefix, IncludeFileState::complete);
     }
 
     std::vector<std::string> entryNames() {
@@ -185,6 +185,27 @@ TEST_F(BuildPackage, WritesTheIncludeFileFirst) {
     EXPECT_EQ(entries[0].content, "<r>\r\n</r>\r\n");
     EXPECT_FALSE(fs::exists(request.outputFile));
     EXPECT_TRUE(fs::is_empty(temp.path()));
+}
+
+TEST_F(BuildPackage, AnIncludeFileThatWasCutOffIsNotPacked) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP();
+    }
+    EXPECT_EQ(storeIncludeFile("/dev/full", root, false, console), IncludeFileState::cutOff);
+    EXPECT_EQ(cGenerator({temp.path().string(), "20240307_140509"}, console)
+                  .generate(request, "", IncludeFileState::cutOff),
+              1);
+    EXPECT_EQ(console.out,
+              "Preparing structure of target directory...\n"
+              "Temporary directory " +
+                  tree +
+                  " created\n"
+                  "Copying user files to target directory...\n"
+                  "Copying configuration file to target directory...\n"
+                  "Generation of zpkc failed!\n"
+                  "ERROR: Copying configuration file failed!\n");
+    EXPECT_EQ(readFile(request.outputFile), "document");
+    EXPECT_FALSE(fs::exists(request.zpkiFile));
 }
 
 TEST_F(BuildPackage, AnIncludeFileThatCannotBeWrittenIsAllThatIsReported) {
