@@ -28,7 +28,7 @@ GenerationTime currentGenerationTime() {
 }
 
 GenerationTime generationTimeAt(std::int64_t secondsSinceEpoch, std::int32_t utcOffset) {
-    return describe(QDateTime::fromSecsSinceEpoch(secondsSinceEpoch, Qt::OffsetFromUTC, utcOffset));
+    return describe(QDateTime::fromSecsSinceEpoch(secondsSinceEpoch, QTimeZone(utcOffset)));
 }
 
 }  // namespace quillmark
