@@ -4,11 +4,16 @@ project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$project_root"
 
 build_packages=(g++ cmake ninja-build qt6-base-dev zlib1g-dev libarchive-dev)
-test_packages=(libgtest-dev libgmock-dev python3 make)
+test_packages=(libgtest-dev libgmock-dev mandoc python3 make)
 lint_packages=(clang-format clang-tidy cppcheck)
 windows_packages=(g++-mingw-w64-x86-64-win32)
 fuzz_packages=(clang libclang-rt-dev)
+memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev)
+package_packages=(dpkg-dev file)
+all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
+    "${windows_packages[@]}" "${fuzz_packages[@]}" "${memcheck_packages[@]}" "${bench_packages[@]}"
+    "${package_packages[@]}")
 
 # need_packages NAME...: makes sure that these Debian packages are there. Installs what is missing
 # if this user may, else says what to install and ends the script.
@@ -45,11 +50,13 @@ need_packages() {
     fi
 }
 
-# build PRESET [TARGET...]: configures and builds.
+# build PRESET [TARGET...]: configures and builds. QUILLMARK_WARNINGS_AS_ERRORS=ON in the environment
+# makes every warning an error, as the gate does; another compiler need not share our view of them.
 build() {
     local preset=$1
     shift
-    cmake --preset "$preset"
+    cmake --preset "$preset" \
+        ${QUILLMARK_WARNINGS_AS_ERRORS:+-D "QUILLMARK_WARNINGS_AS_ERRORS=$QUILLMARK_WARNINGS_AS_ERRORS"}
     if (($# > 0)); then
         cmake --build --preset "$preset" --target "$@"
     else
