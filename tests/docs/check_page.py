@@ -14,7 +14,8 @@ found as `quillmark` and as build/release/bin/quillmark. Indented and fenced blo
   else what the sources hold under that name; a file that they do not hold is made.
 - a listing otherwise. Commands in it have to be among those that something else runs (RUN_ELSEWHERE).
 
-A table with the columns "Message" and "Smallest input" is run row by row, see check_messages.
+A table with the columns "Message" and "Smallest input" is run row by row, see check_messages. Headings
+and files to which a page points have to be there.
 
 What differs from run to run (times, the user's name, carriage returns) does not count.
 """
@@ -214,7 +215,9 @@ class Page:
             print("\n".join("    " + each for each in actual))
 
     def check(self):
-        for section in sections_of(read(self.path)):
+        text = read(self.path)
+        self.check_links(text)
+        for section in sections_of(text):
             with tempfile.TemporaryDirectory() as directory:
                 self.check_section(section, Path(directory))
         return self.failures == 0
@@ -231,6 +234,23 @@ class Page:
                 self.check_block(block, place, shell)
         finally:
             shell.close()
+
+    def check_links(self, text):
+        """Whether the headings and files to which the page points are there."""
+        headings = re.findall(r"^#+ (.*)", text, re.M)
+        anchors = {re.sub(r"[^\w -]", "", each).lower().replace(" ", "-") for each in headings}
+        for number, line in enumerate(text.split("\n"), 1):
+            for target in re.findall(r"\]\(([^)]+)\)", line):
+                self.checks += 1
+                file, _, anchor = target.partition("#")
+                if file and not (self.path.parent / file).exists():
+                    self.fail(number, f"there is no {file}")
+                elif not file and anchor not in anchors:
+                    self.fail(number, f"there is no heading for #{anchor}")
+            for name in re.findall(r"`((?:docs|examples|src|tests|scripts)/[\w./-]+)`", line):
+                self.checks += 1
+                if not (self.source / name).exists():
+                    self.fail(number, f"there is no {name}")
 
     def furnish(self, place):
         shutil.copytree(self.source / "examples", place / "examples")
@@ -284,14 +304,13 @@ class Page:
         An example is a command, options behind `convert a b`, or a description, in which letters stand
         for what is AROUND. In a message %s and %d stand for anything.
         """
-        header = table[0][1]
+        header = [re.sub(r" \(.*", "", cell) for cell in table[0][1]]
         if "Message" not in header or "Smallest input" not in header:
             return
         for line, row in table[2:]:
             cells = dict(zip(header, row))
             messages = re.findall(r"`([^`]+)`", cells["Message"])
-            examples = re.findall(r"``(.+?)``|`([^`]+)`", cells["Smallest input"])
-            for example in (first or second for first, second in examples):
+            for example in re.findall(r"`([^`]+)`", cells["Smallest input"]):
                 self.checks += 1
                 printed = shell.run(run_of_example(example.replace("\\|", "|")))
                 pattern = ".*".join(map(re.escape, re.split(r"%[sd]", messages[0])))

@@ -34,7 +34,7 @@ writes `fan.cfginclude`:
 
 ## Own files
 
-A description, `own.a2l`:
+[Above](#title) is something else; `docs/quillmark.1` is a file. A description, `own.a2l`:
 
 ```
 ASAP2_VERSION 1 60
@@ -81,6 +81,8 @@ class CheckPage(unittest.TestCase):
             "an exit status": ("    4 3", "    1 3"),
             "the input of a message": ("`M(x)`", '`M(/begin MOD_PAR "" /end MOD_PAR)`'),
             "a message": ("no valid output file", "no valid input file"),
+            "a link": ("#title", "#tilte"),
+            "the name of a file": ("docs/quillmark.1", "docs/quillmark.2"),
             "a command that nothing runs": ("    scripts/test", "    scripts/no-such-script"),
         }
         for what, (true, false) in mistakes.items():
