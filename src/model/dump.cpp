@@ -383,17 +383,17 @@ void dumpSignalFields(Writer& out, const PhEntity& signal) {
     out.codeField("bitOperation", kBitOperations, signal.bitOperation);
     out.codeField("layout", kLayouts, signal.layout);
     out.flagField("signExtend", signal.signExtend);
-    out.integerField("shiftCount", signal.shiftCount());
     if (signal.address) {
         out.hexField("address", static_cast<std::uint32_t>(*signal.address));
     }
     if (signal.addressExtension) {
         out.hexField("addressExtension", static_cast<std::uint32_t>(*signal.addressExtension));
     }
-    out.dimensionsField("matrixDims", signal.matrixDims());
     out.numberField("lowerLimit", signal.lowerLimit);
     out.numberField("upperLimit", signal.upperLimit);
     out.referenceField("recordLayout", signal.recordLayout.get());
+    out.dimensionsField("matrixDims", signal.matrixDims());
+    out.integerField("shiftCount", signal.shiftCount());
 }
 
 void dumpSignal(Writer& out, const PhEntity& signal) {

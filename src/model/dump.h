@@ -21,7 +21,7 @@ class PhRoot;
 ///           unit km/h displayText="km/h"
 ///           recordLayout RL_Word
 ///             dataType baseType=BtUInteger sizeBits=16
-///           signal Speed signalKind=Measurement address=0x4000 matrixDims=4,2,1 upperLimit=250.5
+///           signal Speed signalKind=Measurement address=0x4000 upperLimit=250.5 matrixDims=4,2,1
 ///             datatype baseType=BtUInteger sizeBits=16 conversion=CM_Speed
 ///             virtualMembers A B? C!
 ///             fixedEvents 1 3

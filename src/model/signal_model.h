@@ -73,11 +73,11 @@ class PhConversion final : public PhObject {
 
 /// What a data type tells.
 struct PhTypeData {
-    PhHandle<PhConversion> conversion;
-    PhHandle<PhUnit> unit;
+    PhBaseType baseType = PhBaseType::Undefined;
     std::int64_t sizeBits = 0;  ///< may be negative where a description says so
     std::optional<std::int32_t> bitMask;
-    PhBaseType baseType = PhBaseType::Undefined;
+    PhHandle<PhUnit> unit;
+    PhHandle<PhConversion> conversion;
 };
 
 /// A data type as an object of its own: that of a record layout's values.
@@ -119,10 +119,10 @@ class PhEntity final : public PhObject {
     PhBitOperation bitOperation = PhBitOperation::None;
     PhLayout layout = PhLayout::None;
     bool signExtend = false;
-    PhNumber lowerLimit;
-    PhNumber upperLimit;
     std::optional<std::int32_t> address;
     std::optional<std::int32_t> addressExtension;
+    PhNumber lowerLimit;
+    PhNumber upperLimit;
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
 

@@ -19,10 +19,16 @@ std::string warnings(std::string_view optional) {
     return messages(measurementText(optional));
 }
 
-std::string expected(std::string_view fields, std::string_view type = "") {
+std::string expected(std::string_view fields, std::string_view type = "",
+                     std::string_view lastFields = "") {
     return "signal m longIdentifier=\"text\" signalKind=Measurement " + std::string(fields) +
-           "lowerLimit=0 upperLimit=100\n  datatype baseType=BtUInteger sizeBits=16 " +
-           std::string(type) + "conversion=NO_COMPU_METHOD!\n";
+           "lowerLimit=0 upperLimit=100" + std::string(lastFields) +
+           "\n  datatype baseType=BtUInteger sizeBits=16 " + std::string(type) +
+           "conversion=NO_COMPU_METHOD!\n";
+}
+
+std::string expectedArray(std::string_view dimensions) {
+    return expected("", "", " matrixDims=" + std::string(dimensions));
 }
 
 TEST(Measurement, DataTypes) {
@@ -106,26 +112,26 @@ TEST(Measurement, OwnByteOrderWinsOverTheModulesAlsoWhenUnknown) {
 }
 
 TEST(Measurement, MatrixDimensions) {
-    EXPECT_EQ(measurement("MATRIX_DIM 2 3 4"), expected("matrixDims=2,3,4 "));
-    EXPECT_EQ(measurement("MATRIX_DIM 2 3 1"), expected("matrixDims=2,3,0 "));
-    EXPECT_EQ(measurement("MATRIX_DIM 2 1 1"), expected("matrixDims=2,0,0 "));
-    EXPECT_EQ(measurement("MATRIX_DIM 1 1 4"), expected("matrixDims=1,1,4 "));
-    EXPECT_EQ(measurement("MATRIX_DIM 1 4"), expected("matrixDims=1,4,0 "));
-    EXPECT_EQ(measurement("MATRIX_DIM 4"), expected("matrixDims=4,0,0 "));
+    EXPECT_EQ(measurement("MATRIX_DIM 2 3 4"), expectedArray("2,3,4"));
+    EXPECT_EQ(measurement("MATRIX_DIM 2 3 1"), expectedArray("2,3,0"));
+    EXPECT_EQ(measurement("MATRIX_DIM 2 1 1"), expectedArray("2,0,0"));
+    EXPECT_EQ(measurement("MATRIX_DIM 1 1 4"), expectedArray("1,1,4"));
+    EXPECT_EQ(measurement("MATRIX_DIM 1 4"), expectedArray("1,4,0"));
+    EXPECT_EQ(measurement("MATRIX_DIM 4"), expectedArray("4,0,0"));
     EXPECT_EQ(measurement("MATRIX_DIM 1"), expected(""));
     EXPECT_EQ(measurement("MATRIX_DIM"), expected(""));
     EXPECT_EQ(warnings("MATRIX_DIM 1 2 3 4"), "Error 1: Unexpected token 'token=300' found\n");
 }
 
 TEST(Measurement, ArraySize) {
-    EXPECT_EQ(measurement("ARRAY_SIZE 6"), expected("matrixDims=6,0,0 "));
+    EXPECT_EQ(measurement("ARRAY_SIZE 6"), expectedArray("6,0,0"));
     EXPECT_EQ(measurement("ARRAY_SIZE 1"), expected(""));
     EXPECT_EQ(measurement("ARRAY_SIZE -2"), expected(""));
     EXPECT_EQ(warnings("ARRAY_SIZE x"), "Warning 1: Unexpected token 'token=303' found\n");
 }
 
 TEST(Measurement, ArraySizeMustFitTheMatrix) {
-    EXPECT_EQ(measurement("MATRIX_DIM 2 3 1 ARRAY_SIZE 6"), expected("matrixDims=2,3,0 "));
+    EXPECT_EQ(measurement("MATRIX_DIM 2 3 1 ARRAY_SIZE 6"), expectedArray("2,3,0"));
     EXPECT_EQ(warnings("ARRAY_SIZE 5 MATRIX_DIM 2 3 1"), "Warning 1: Array-size mismatch (5).\n");
     EXPECT_EQ(warnings("MATRIX_DIM 2 ARRAY_SIZE 1"), "Warning 1: Array-size mismatch (1).\n");
     EXPECT_EQ(warnings("MATRIX_DIM ARRAY_SIZE 2"), "Warning 1: Array-size mismatch (2).\n");
@@ -190,7 +196,7 @@ TEST(Measurement, VirtualMembersAreResolved) {
 
 TEST(BitOperation, ShiftsAndSign) {
     EXPECT_EQ(measurement("/begin BIT_OPERATION RIGHT_SHIFT 3 SIGN_EXTEND /end BIT_OPERATION"),
-              expected("bitOperation=RightShift signExtend=true shiftCount=3 "));
+              expected("bitOperation=RightShift signExtend=true ", "", " shiftCount=3"));
     EXPECT_EQ(measurement("/begin BIT_OPERATION LEFT_SHIFT x /end BIT_OPERATION"),
               expected("bitOperation=LeftShift "));
     EXPECT_EQ(warnings("/begin BIT_OPERATION LEFT_SHIFT 1 /end BIT_MASK"),

@@ -212,7 +212,7 @@ TEST(Dump, TellsTheWholeModel) {
       unit km/h displayText="km/h"
       recordLayout RL_Word
         dataType baseType=BtUInteger sizeBits=16
-      signal Speed signalKind=Measurement address=0x4000 matrixDims=4,2,1 upperLimit=250.5
+      signal Speed signalKind=Measurement address=0x4000 upperLimit=250.5 matrixDims=4,2,1
         datatype baseType=BtUInteger sizeBits=16 conversion=CM_Speed
         virtualMembers A B? C!
         fixedEvents 1 3
@@ -340,6 +340,7 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.layout = PhLayout::ColumnDirection;
     signal.signExtend = true;
     signal.extras().shiftCount = -4;
+    signal.extras().matrixDims = {2, 3, 0};
     signal.address = -1;
     signal.addressExtension = 0;
     signal.lowerLimit = PhNumber::integer(0);
@@ -347,14 +348,22 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.datatype = *word();
     signal.datatype.sizeBits = -8;
     signal.datatype.bitMask = -1;
+    signal.datatype.unit = makePh<PhUnit>();
+    signal.datatype.unit->setName(PhString("U"));
+    signal.datatype.conversion = makePh<PhConversion>();
+    signal.datatype.conversion->setName(PhString("C"));
+    signal.recordLayout = makePh<PhRecordLayout>();
+    signal.recordLayout->setName(PhString("R"));
     using Use = PhSignalEvent::Use;
     signal.extras().events = {
         {Use::Consistency, 3}, {Use::Available, 1}, {Use::Default, 2}, {Use::Consistency, 4}};
     EXPECT_EQ(model.moduleText(),
               "      signal S longIdentifier=\"\" signalKind=Cube5 byteOrder=BigEndian "
-              "bitOperation=RightShift layout=ColumnDirection signExtend=true shiftCount=-4 "
-              "address=0xffffffff addressExtension=0x0 lowerLimit=0 upperLimit=1e+22\n"
-              "        datatype baseType=BtUInteger sizeBits=-8 bitMask=0xffffffff\n"
+              "bitOperation=RightShift layout=ColumnDirection signExtend=true "
+              "address=0xffffffff addressExtension=0x0 lowerLimit=0 upperLimit=1e+22 "
+              "recordLayout=R matrixDims=2,3,0 shiftCount=-4\n"
+              "        datatype baseType=BtUInteger sizeBits=-8 bitMask=0xffffffff unit=U "
+              "conversion=C\n"
               "        availableEvents 1\n"
               "        defaultEvents 2\n"
               "        consistencyEvents 3 4\n");
