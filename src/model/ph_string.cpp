@@ -1,7 +1,6 @@
 #include "model/ph_string.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -38,7 +37,6 @@ PhString::Record* PhString::allocate(std::size_t length) {
 PhString::PhString(std::string_view text) : PhString(std::string_view(), text) {}
 
 PhString::PhString(std::string_view prefix, std::string_view text) {
-    constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max() - 64;
     prefix = prefix.substr(0, kLongest);
     text = text.substr(0, kLongest - prefix.size());
     const std::size_t length = prefix.size() + text.size();

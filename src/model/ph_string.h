@@ -1,7 +1,9 @@
 #pragma once
 
 #include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace quillmark {
@@ -11,9 +13,12 @@ namespace quillmark {
 /// which is not the same as holding an empty one.
 ///
 /// The whole string is one allocation of 8 bytes plus text and terminator, because a description
-/// carries millions of them. Texts longer than 4 GiB - 1 are cut there.
+/// carries millions of them. Texts longer than kLongest are cut there.
 class PhString {
   public:
+    /// Bytes of the longest text; the whole allocation, rounded up, still counts in 32 bits then.
+    static constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max() - 64;
+
     PhString() = default;
     explicit PhString(std::string_view text);
     PhString(std::string_view prefix, std::string_view text);

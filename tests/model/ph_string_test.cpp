@@ -35,6 +35,10 @@ TEST(PhString, TextIsZeroTerminated) {
     EXPECT_EQ(text.view(), "Speed");
 }
 
+TEST(PhString, LongestTextIsAsTold) {
+    EXPECT_EQ(PhString::kLongest, 4294967231U);
+}
+
 TEST(PhString, CopiesShareTheBuffer) {
     const PhString first("Speed");
     const PhString second = first;
