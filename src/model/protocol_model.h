@@ -39,13 +39,15 @@ class PhDaqTpCapabilities final : public PhObject {
     PhObjectList<PhDaqTpCan> daqLists;
 
     /// First entry of that DAQ list number, or nullptr; an entry without a number counts as number
-    /// 0. Numbers are looked at once, by the first search after the entry was appended, and no
-    /// entry may be removed from then on.
+    /// 0. Numbers are looked at once, by the first search after the entry was appended: from then
+    /// on the entry keeps its number and its place. Debug builds see to it, in all but long lists.
     PhDaqTpCan* findByNumber(std::int32_t number) const;
 
   private:
-    mutable std::map<std::int32_t, PhDaqTpCan*> firstByNumber_;  ///< of the first indexed_ entries
-    mutable std::size_t indexed_ = 0;
+    bool noteIsTrue() const;
+
+    mutable std::map<std::int32_t, PhDaqTpCan*> firstByNumber_;  ///< of the first noted_ entries
+    mutable std::size_t noted_ = 0;
 };
 
 /// A clock or cycle: a tick count in units of a unit code. XCP unit codes: 1 s, 2 ms, 3 us, 4 ns,

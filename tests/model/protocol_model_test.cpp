@@ -141,6 +141,22 @@ TEST(PhDaqTpCapabilities, SearchesDoNotWalkTheList) {
               kGenerous);
 }
 
+// A search would answer from what it noted before.
+TEST(PhDaqTpCapabilitiesDeathTest, NotedEntriesKeepTheirNumbersAndPlaces) {
+    const auto capabilities = makePh<PhDaqTpCapabilities>();
+    addEntry(*capabilities, PhValue::ofInteger(1));
+    PhDaqTpCan& second = addEntry(*capabilities, PhValue::ofInteger(2));
+    capabilities->findByNumber(2);
+    second.number->setNumber(PhNumber::integer(3));
+    EXPECT_DEBUG_DEATH(capabilities->findByNumber(3), "noteIsTrue");
+    second.number = PhValue::ofInteger(4);
+    EXPECT_DEBUG_DEATH(capabilities->findByNumber(4), "noteIsTrue");
+    second.number = PhValue::ofInteger(2);
+    EXPECT_EQ(capabilities->findByNumber(2), &second);
+    capabilities->daqLists.remove(0);
+    EXPECT_DEBUG_DEATH(capabilities->findByNumber(1), "noteIsTrue");
+}
+
 TEST(PhDaqTpCapabilities, RealNumberIsTruncated) {
     const auto capabilities = makePh<PhDaqTpCapabilities>();
     PhDaqTpCan& real = addEntry(*capabilities, PhValue::ofNumber(PhNumber::real(3.9)));
