@@ -23,11 +23,58 @@ enum class PhDocumentKind : std::uint8_t {
     Module,
 };
 
+enum class PhParameterRole : std::uint8_t {
+    Undefined,
+    Case,
+    LocalId,
+    DataId,
+    DataPackageId,
+    ServiceId,
+    ServiceIdRq,
+    Data,
+    AccessMode,
+    Address,
+    SubFunction,
+    ParameterId,
+};
+
+/// Code 7 is not used.
+enum class PhStructureType : std::uint8_t {
+    Undefined,
+    Structure,
+    Field,
+    Array,
+    Table,
+    Mux,
+    List,
+    Pdu = 8,
+};
+
+enum class PhDatatypeClass : std::uint8_t { Undefined, TypeRef, Structure, Union, Typedef };
+
 /// GMLAN has a code and no text.
 enum class PhProtocolType : std::uint8_t { Undefined, Kwp, Ccp, Xcp, Gmlan };
 
 /// FlexRay has a code and no text.
 enum class PhTransportType : std::uint8_t { Undefined = 0, Can = 1, Udp = 5, Tcp = 6, FlexRay = 9 };
+
+enum class PhBusType : std::uint8_t { Undefined, Can, CanFd, Lin, Most, FlexRay, Ethernet };
+
+enum class PhFrameKind : std::uint8_t {
+    Undefined,
+    NetworkManagement,
+    DiagnosticState,
+    DiagnosticRequest,
+    DiagnosticResponse,
+    TransportProtocol,
+    XcpPreConfigured,
+    XcpRuntimeConfigured,
+    Service,
+    Other,
+    Application,
+};
+
+enum class PhNetworkAddressType : std::uint8_t { Undefined, IPv4Fixed, IPv4Dhcp };
 
 enum class PhMemoryType : std::uint8_t { Undefined, Ram, Rom, Eprom, Eeprom, Flash, Register };
 
@@ -108,11 +155,8 @@ inline std::string_view textOf(PhByteOrder code) {
 inline std::string_view textOf(PhDocumentKind code) {
     return enumerationText(PhEnumeration::DocumentKind, static_cast<std::int32_t>(code));
 }
-inline std::string_view textOf(PhProtocolType code) {
-    return enumerationText(PhEnumeration::ProtocolType, static_cast<std::int32_t>(code));
-}
-inline std::string_view textOf(PhTransportType code) {
-    return enumerationText(PhEnumeration::TransportType, static_cast<std::int32_t>(code));
+inline std::string_view textOf(PhParameterRole code) {
+    return enumerationText(PhEnumeration::ParameterRole, static_cast<std::int32_t>(code));
 }
 inline std::string_view textOf(PhMemoryType code) {
     return enumerationText(PhEnumeration::MemoryType, static_cast<std::int32_t>(code));
@@ -123,11 +167,32 @@ inline std::string_view textOf(PhSegmentUse code) {
 inline std::string_view textOf(PhMemoryAttribute code) {
     return enumerationText(PhEnumeration::MemoryAttribute, static_cast<std::int32_t>(code));
 }
+inline std::string_view textOf(PhStructureType code) {
+    return enumerationText(PhEnumeration::StructureType, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhDatatypeClass code) {
+    return enumerationText(PhEnumeration::DatatypeClass, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhProtocolType code) {
+    return enumerationText(PhEnumeration::ProtocolType, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhTransportType code) {
+    return enumerationText(PhEnumeration::TransportType, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhBusType code) {
+    return enumerationText(PhEnumeration::BusType, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhFrameKind code) {
+    return enumerationText(PhEnumeration::FrameKind, static_cast<std::int32_t>(code));
+}
 inline std::string_view textOf(PhBaseType code) {
     return enumerationText(PhEnumeration::BaseType, static_cast<std::int32_t>(code));
 }
 inline std::string_view textOf(PhConversionType code) {
     return enumerationText(PhEnumeration::ConversionType, static_cast<std::int32_t>(code));
+}
+inline std::string_view textOf(PhNetworkAddressType code) {
+    return enumerationText(PhEnumeration::NetworkAddressType, static_cast<std::int32_t>(code));
 }
 
 }  // namespace quillmark

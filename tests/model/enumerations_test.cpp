@@ -107,6 +107,13 @@ TEST(Enumerations, NamedCodesReadAsTheirTexts) {
     EXPECT_EQ(textOf(PhMemoryAttribute::Extern), "Extern");
     EXPECT_EQ(textOf(PhBaseType::Boolean), "BtBoolean");
     EXPECT_EQ(textOf(PhConversionType::Scale), "CtScale");
+    EXPECT_EQ(textOf(PhParameterRole::ParameterId), "ParameterId");
+    EXPECT_EQ(textOf(PhStructureType::List), "StList");
+    EXPECT_EQ(textOf(PhStructureType::Pdu), "StPdu");
+    EXPECT_EQ(textOf(PhDatatypeClass::Typedef), "DcTypedef");
+    EXPECT_EQ(textOf(PhBusType::Ethernet), "Ethernet");
+    EXPECT_EQ(textOf(PhFrameKind::Application), "APPLICATION");
+    EXPECT_EQ(textOf(PhNetworkAddressType::IPv4Dhcp), "NaIPv4Dhcp");
 }
 
 }  // namespace
