@@ -10,8 +10,12 @@ MessageText::MessageText(std::string_view format,
     const auto* argument = arguments.begin();
     for (;;) {
         const std::size_t percent = format.find('%');
+        if (percent == std::string_view::npos || percent + 1 == format.size()) {
+            append(format);
+            return;
+        }
         append(format.substr(0, percent));
-        if (percent == std::string_view::npos || argument == arguments.end()) {
+        if (argument == arguments.end()) {
             return;
         }
         append(*argument++);

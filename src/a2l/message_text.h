@@ -22,8 +22,9 @@ class MessageArgument {
     bool isNumber_ = false;
 };
 
-/// A message made from a format with %s and %d. It holds at most 499 bytes; what is longer is cut,
-/// which also cuts the line feed of a too long line.
+/// A message made from a format with %s and %d; a % that ends the format stands for itself. It
+/// holds at most 499 bytes; what is longer is cut, which also cuts the line feed of a too long
+/// line.
 class MessageText {
   public:
     static constexpr std::size_t kCapacity = 499;
