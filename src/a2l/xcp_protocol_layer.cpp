@@ -18,8 +18,7 @@ constexpr InterfaceWord kByteOrders[] = {
     {BYTE_ORDER_MSB_LAST, 0},
 };
 
-/// The codes of word and double word are the other way round than one would think; loggers in the
-/// field rely on them.
+/// The codes of word and double word are the other way round than one would think, on purpose.
 constexpr InterfaceWord kGranularities[] = {
     {ADDRESS_GRANULARITY_BYTE, 1},
     {ADDRESS_GRANULARITY_DWORD, 2},
