@@ -123,7 +123,7 @@ TEST_F(Decompress, ReportsAnOutputThatCannotBeOpened) {
 
 TEST_F(Decompress, ReportsAnOutputThatCannotBeWritten) {
     if (!std::filesystem::exists("/dev/full")) {
-        GTEST_SKIP();
+        GTEST_SKIP() << "this system has no /dev/full";
     }
     writeFile(in_, packed("text"));
     EXPECT_EQ(run({in_, "/dev/full"}), -1);

@@ -1,9 +1,9 @@
 #include "package/archive.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -11,15 +11,14 @@
 #include <vector>
 
 #include <archive.h>
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "cli/file_tree.h"
 #include "package/error_texts.h"
+#include "platform/output_signals.h"
 #include "support/refusals.h"
+#include "support/system.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -135,6 +134,9 @@ TEST_F(CreateArchive, AnIncompleteArchiveReplacesNothing) {
 }
 
 TEST_F(CreateArchive, ContentThatDoesNotMatchItsSize) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows no file announces another size than it has";
+    }
     // A file that announces no bytes and yields some.
     files = {{"/proc/self/status", "userfiles/status"}};
     EXPECT_EQ(create(), kArchiveNotWritten);
@@ -146,16 +148,24 @@ TEST_F(CreateArchive, ContentThatDoesNotMatchItsSize) {
 
 TEST_F(CreateArchive, NamesThatCannotBeWritten) {
     writeFile(dir.file("out/file"), "kept");
-    fs::create_symlink("loop", dir.file("out/loop"));
     for (const std::string name :
-         {"missing/x.zpki", "out", "out/", "out/.", "out/file/x.zpki", "out/file/", "out/loop"}) {
+         {"missing/x.zpki", "out", "out/", "out/.", "out/file/x.zpki", "out/file/"}) {
         EXPECT_EQ(createArchive(dir.file(name), files, 0), kArchiveNotOpened) << name;
     }
     EXPECT_EQ(createArchive(dir.file("out/" + std::string(256, 'n')), files, 0), kArchiveNotOpened);
     EXPECT_EQ(createArchive("", files, 0), kArchiveNotOpened);
-    EXPECT_EQ(createArchive("/proc/x.zpki", files, 0), kArchiveNotOpened);
-    EXPECT_THAT(namesIn("out"), ElementsAre("file", "loop"));
+    EXPECT_THAT(namesIn("out"), ElementsAre("file"));
     EXPECT_EQ(readFile(dir.file("out/file")), "kept");
+}
+
+TEST_F(CreateArchive, NamesThatOnlyLinuxHasCannotBeWritten) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows links are for users with a privilege, and there is no /proc";
+    }
+    fs::create_symlink("loop", dir.file("out/loop"));
+    EXPECT_EQ(createArchive(dir.file("out/loop"), files, 0), kArchiveNotOpened);
+    EXPECT_EQ(createArchive("/proc/x.zpki", files, 0), kArchiveNotOpened);
+    EXPECT_THAT(namesIn("out"), ElementsAre("loop"));
 }
 
 TEST_F(CreateArchive, TheLongestName) {
@@ -172,6 +182,9 @@ TEST_F(CreateArchive, AForeignPartIsLeftAlone) {
 }
 
 TEST_F(CreateArchive, ALinkStaysALink) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows links are for users with a privilege";
+    }
     fs::create_symlink("out/real.zpki", dir.file("link.zpki"));
     for (int run = 0; run < 2; ++run) {
         EXPECT_EQ(createArchive(dir.file("link.zpki"), files, 0), kPackageOk);
@@ -182,6 +195,9 @@ TEST_F(CreateArchive, ALinkStaysALink) {
 }
 
 TEST_F(CreateArchive, APackageThatCannotBeOpenedStaysAsItWas) {
+    if (!TooManyFiles::kIsPossible) {
+        GTEST_SKIP() << TooManyFiles::kWhyNot;
+    }
     writeFile(target, "old package");
     int code = kPackageOk;
     {
@@ -191,12 +207,19 @@ TEST_F(CreateArchive, APackageThatCannotBeOpenedStaysAsItWas) {
         code = createArchive(path, staged, 0);
     }
     EXPECT_EQ(code, kArchiveNotOpened);
+    EXPECT_EQ(readFile(target), "old package");
+    EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
+}
+
+TEST_F(CreateArchive, APackageThatMayNotBeWrittenStaysAsItWas) {
+    writeFile(target, "old package");
     fs::permissions(target, fs::perms::owner_read);
     {
         const OrdinaryUser user;
-        if (user.isOrdinary()) {
-            EXPECT_EQ(create(), kArchiveNotOpened);
+        if (!user.isOrdinary()) {
+            GTEST_SKIP() << "nothing is refused to the superuser";
         }
+        EXPECT_EQ(create(), kArchiveNotOpened);
     }
     EXPECT_EQ(readFile(target), "old package");
     EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
@@ -254,6 +277,9 @@ TEST_F(CreateArchive, AFullDisk) {
 }
 
 TEST_F(CreateArchive, SizesBeyondEightGigabytes) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows no pipe has the name of a file";
+    }
     // The size field of a tar header ends there. The archive goes into a pipe whose reader has seen
     // enough after the header, so that the gigabytes need not be written.
     constexpr std::uintmax_t kSize = std::uintmax_t{9} * 1024 * 1024 * 1024 + 7;
@@ -261,19 +287,17 @@ TEST_F(CreateArchive, SizesBeyondEightGigabytes) {
     stage("large", "");
     fs::resize_file(dir.file("large"), kSize);
     const std::string pipe = dir.file("pipe");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const auto oldHandler = std::signal(SIGPIPE, SIG_IGN);
+    ASSERT_TRUE(makePipe(pipe));
+    turnOutputSignalsIntoErrors();
 
     std::string head(4096, '\0');
     std::thread reader([&] {
-        const int descriptor = open(pipe.c_str(), O_RDONLY);
-        const ssize_t count = read(descriptor, head.data(), head.size());
-        head.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
-        close(descriptor);
+        std::FILE* const stream = std::fopen(pipe.c_str(), "rb");
+        head.resize(std::fread(head.data(), 1, head.size(), stream));
+        std::fclose(stream);
     });
     EXPECT_EQ(createArchive(pipe, files, 0), kArchiveNotWritten);
     reader.join();
-    std::signal(SIGPIPE, oldHandler);
     EXPECT_THAT(head, HasSubstr(" size=" + std::to_string(kSize) + "\n"));
 }
 

@@ -141,7 +141,7 @@ TEST(FileSink, RemembersThatItCouldNotOpen) {
 
 TEST(FileSink, RemembersThatTheDeviceIsFull) {
     if (!std::filesystem::exists("/dev/full")) {
-        GTEST_SKIP();
+        GTEST_SKIP() << "this system has no /dev/full";
     }
     FileSink sink("/dev/full");
     ASSERT_TRUE(sink.isOpen());
@@ -151,6 +151,9 @@ TEST(FileSink, RemembersThatTheDeviceIsFull) {
 }
 
 TEST(FileSink, TakesUpInterruptedWrites) {
+    if (!FaultyFile::kIsPossible) {
+        GTEST_SKIP() << FaultyFile::kWhyNot;
+    }
     const std::string expected = patternOf(3 * OutputSink::kBufferSize + 5);
     FaultyFile file({{0, EINTR}, {1000, EINTR}, {OutputSink::kBufferSize, EINTR}});
     {
@@ -163,6 +166,9 @@ TEST(FileSink, TakesUpInterruptedWrites) {
 }
 
 TEST(FileSink, DropsWhatComesAfterAFailure) {
+    if (!FaultyFile::kIsPossible) {
+        GTEST_SKIP() << FaultyFile::kWhyNot;
+    }
     const std::string bytes = patternOf(2 * OutputSink::kBufferSize);
     FaultyFile file({{1000, ENOSPC}});
     FileSink sink(file.open("wb"));
@@ -176,6 +182,9 @@ TEST(FileSink, DropsWhatComesAfterAFailure) {
 }
 
 TEST(FileSink, RemembersThatClosingFailed) {
+    if (!FaultyFile::kIsPossible) {
+        GTEST_SKIP() << FaultyFile::kWhyNot;
+    }
     FaultyFile file({}, {}, EIO);
     FileSink sink(file.open("wb"));
     sink.write("x");
@@ -186,6 +195,9 @@ TEST(FileSink, RemembersThatClosingFailed) {
 }
 
 TEST(FileSink, AFileThatCannotBeOpenedStaysAsItWas) {
+    if (!TooManyFiles::kIsPossible) {
+        GTEST_SKIP() << TooManyFiles::kWhyNot;
+    }
     const TempDir directory;
     const std::string name = directory.file("out.bin");
     writeFile(name, "old");
@@ -206,7 +218,7 @@ TEST(FileSink, AFileThatMayNotBeWrittenStaysAsItWas) {
     {
         const OrdinaryUser user;
         if (!user.isOrdinary()) {
-            GTEST_SKIP();
+            GTEST_SKIP() << "nothing is refused to the superuser";
         }
         FileSink sink(name);
         EXPECT_FALSE(sink.isOpen());

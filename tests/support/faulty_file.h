@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,13 @@ namespace quillmark {
 /// that fail on the way. It has to outlive the stream.
 class FaultyFile {
   public:
+#ifdef _WIN32
+    static constexpr bool kIsPossible = false;
+#else
+    static constexpr bool kIsPossible = true;
+#endif
+    static constexpr std::string_view kWhyNot = "only the C library of Linux has such streams";
+
     struct Fault {
         std::size_t at;  ///< number of bytes that pass before it
         int error;       ///< what errno says then; an interruption (EINTR) happens once
@@ -23,12 +31,20 @@ class FaultyFile {
     explicit FaultyFile(std::vector<Fault> faults, std::string content = {}, int closeError = 0)
         : faults_(std::move(faults)), content_(std::move(content)), closeError_(closeError) {}
 
-    std::FILE* open(const char* mode) {
+    std::FILE* open([[maybe_unused]] const char* mode) {
+#ifdef _WIN32
+        return nullptr;
+#else
         return fopencookie(this, mode, {&readFrom, &writeTo, nullptr, &closeIt});
+#endif
     }
 
-    const std::string& content() const { return content_; }
-    bool isClosed() const { return closed_; }
+    const std::string& content() const {
+        return content_;
+    }
+    bool isClosed() const {
+        return closed_;
+    }
 
   private:
     /// How many of `size` bytes pass from `position` on; if not all, errno says why.

@@ -1,14 +1,42 @@
 #pragma once
 
+#include <string_view>
+
+#ifndef _WIN32
 #include <sys/resource.h>
 #include <unistd.h>
+#endif
 
 namespace quillmark {
+
+#ifdef _WIN32
+
+/// Windows has no limit that could be set.
+class TooManyFiles {
+  public:
+    static constexpr bool kIsPossible = false;
+    static constexpr std::string_view kWhyNot = "Windows has no limit of open files";
+
+    ~TooManyFiles() {}
+};
+
+/// Windows refuses to write what is marked as read-only to everybody.
+class OrdinaryUser {
+  public:
+    ~OrdinaryUser() {}
+
+    static bool isOrdinary() { return true; }
+};
+
+#else
 
 /// As long as it lives, the system lets nobody open a file, whoever asks: there are too many
 /// already.
 class TooManyFiles {
   public:
+    static constexpr bool kIsPossible = true;
+    static constexpr std::string_view kWhyNot = "";
+
     TooManyFiles() {
         getrlimit(RLIMIT_NOFILE, &old_);
         rlimit none = old_;
@@ -48,5 +76,7 @@ class OrdinaryUser {
     uid_t old_ = geteuid();
     bool changed_ = false;
 };
+
+#endif
 
 }  // namespace quillmark

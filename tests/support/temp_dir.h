@@ -30,7 +30,9 @@ class TempDir {
     const std::filesystem::path& path() const { return path_; }
 
     /// The path of something inside the directory.
-    std::string file(std::string_view name) const { return (path_ / name).string(); }
+    std::string file(std::string_view name) const {
+        return path_.generic_string().append("/").append(name);
+    }
 
   private:
     std::filesystem::path path_;
