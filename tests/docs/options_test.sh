@@ -35,6 +35,7 @@ from_man_page_synopsis() {
 
 from_bash_completion() (
     source "$source_dir/completions/quillmark.bash"
+    compopt() { :; } # works only while a command line is completed
     COMP_WORDS=(quillmark "")
     COMP_CWORD=1
     _quillmark
