@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "model/ph_value.h"
 #include "model/protocol_model.h"
 
 namespace quillmark {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
+
 #include "a2l/enumeration_parameter.h"
+#include "a2l/keyword_tables.h"
 #include "model/enumerations.h"
 
 namespace quillmark {

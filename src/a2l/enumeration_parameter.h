@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "a2l/block_reader.h"
+#include "a2l/keyword_tables.h"
+#include "a2l/lexer.h"
 
 namespace quillmark {
 

@@ -3,7 +3,10 @@
 #include <string_view>
 
 #include "a2l/block_reader.h"
+#include "model/enumerations.h"
 #include "model/module_model.h"
+#include "model/ph_object.h"
+#include "model/protocol_model.h"
 
 namespace quillmark {
 

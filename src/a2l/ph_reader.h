@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "a2l/message_text.h"
 #include "model/module_model.h"
+#include "model/ph_logger.h"
 #include "platform/console.h"
 
 namespace quillmark {

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "model/module_model.h"
+#include "model/ph_object_list.h"
 
 namespace quillmark {
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "a2l/block_reader.h"
 #include "a2l/if_data.h"
+#include "model/protocol_model.h"
+#include "model/signal_model.h"
 
 namespace quillmark {
 

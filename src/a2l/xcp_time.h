@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "model/ph_object.h"
 #include "model/protocol_model.h"
 
 namespace quillmark {

@@ -6,6 +6,8 @@
 
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/library_versions.h"
+#include "model/ph_object_list.h"
+#include "model/ph_string.h"
 #include "model/signal_model.h"
 
 namespace quillmark {

@@ -5,6 +5,7 @@
 
 #include "cfginclude/cfg_element.h"
 #include "cfginclude/library_versions.h"
+#include "model/enumerations.h"
 #include "model/module_model.h"
 #include "platform/console.h"
 

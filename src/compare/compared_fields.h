@@ -9,7 +9,10 @@
 #include <utility>
 #include <variant>
 
+#include "compare/compare_report.h"
 #include "compare/comparison.h"
+#include "model/ph_object_list.h"
+#include "model/ph_value.h"
 #include "model/protocol_model.h"
 
 namespace quillmark {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "compare/compare_report.h"
 #include "compare/comparison.h"
 #include "model/module_model.h"
+#include "platform/console.h"
 
 namespace quillmark {
 

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 
+#include "model/class_codes.h"
 #include "model/enumerations.h"
 #include "model/ph_logger.h"
 #include "model/ph_object.h"
 #include "model/ph_object_list.h"
+#include "model/ph_value.h"
 #include "model/protocol_model.h"
 #include "model/signal_model.h"
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "model/ph_object.h"
+#include "model/ph_string.h"
 #include "platform/large_pages.h"
 
 namespace quillmark {

@@ -8,7 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "model/class_codes.h"
 #include "model/ph_object.h"
+#include "model/ph_string.h"
 
 namespace quillmark {
 

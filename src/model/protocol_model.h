@@ -5,9 +5,11 @@
 #include <map>
 #include <memory>
 
+#include "model/class_codes.h"
 #include "model/enumerations.h"
 #include "model/ph_object.h"
 #include "model/ph_object_list.h"
+#include "model/ph_string.h"
 #include "model/ph_value.h"
 
 namespace quillmark {

@@ -7,9 +7,12 @@
 #include <utility>
 #include <vector>
 
+#include "model/class_codes.h"
 #include "model/enumerations.h"
+#include "model/model_memory.h"
 #include "model/ph_object.h"
 #include "model/ph_object_list.h"
+#include "model/ph_string.h"
 #include "model/ph_value.h"
 
 namespace quillmark {

@@ -4,8 +4,10 @@
 #include <cstddef>
 #include <vector>
 
+#include "model/class_codes.h"
 #include "model/ph_object.h"
 #include "model/ph_object_list.h"
+#include "model/ph_string.h"
 #include "model/ph_value.h"
 
 namespace quillmark {
