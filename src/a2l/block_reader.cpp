@@ -138,14 +138,10 @@ int BlockReader::skipBlock(int keyword) {
                : fail("Keyword '%s' expected after /end (IGN)", {keywordName(keyword)});
 }
 
-void BlockReader::start(InputFile& input) {
+void BlockReader::startOver() {
     failed_ = false;
+    resetLineNumber();
     useKeywords(kCoreKeywords);  // a parse that failed inside an interface block left another table
-    attach(input);
-}
-
-void BlockReader::finish() {
-    detach();
 }
 
 void BlockReader::lexicalError(std::string_view message) {

@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "a2l/keyword_tables.h"
 #include "a2l/lexer.h"
@@ -20,8 +21,10 @@ namespace quillmark {
 /// the first token after its `/end KEYWORD`.
 ///
 /// The first error ends the parse: after it every further token is TOK_ERROR and no further message
-/// is made. Parsers may therefore go straight on after a failed expectation, as long as none of
-/// their loops waits for anything but tokens; a parser that failed returns TOK_ERROR by itself.
+/// is made, nothing traced and nothing kept. Parsers may therefore go straight on after a failed
+/// expectation, as long as none of their loops waits for anything but tokens, and as long as all
+/// that they put into the model passes keep() and its kin; a parser that failed returns TOK_ERROR
+/// by itself.
 class BlockReader : public PhReader, private A2lLexer {
   public:
     using PhReader::PhReader;
@@ -36,6 +39,9 @@ class BlockReader : public PhReader, private A2lLexer {
 
     /// The token read last. Its text is gone with the next one.
     const Token& token() const { return token_; }
+
+    /// The line on which the token read last ended, beginning with 1.
+    using A2lLexer::lineNumber;
 
     /// Whether the parse has failed; loops that count instead of waiting for a token ask this.
     bool failed() const { return failed_; }
@@ -109,7 +115,44 @@ class BlockReader : public PhReader, private A2lLexer {
         return kind;
     }
 
+    // --- Keeping what was read -------------------------------------------------------------------
+
+    /// Changes the model, unless the parse has failed meanwhile. The others do it through this one.
+    template <typename Change>
+    void commit(Change change) {
+        if (!failed_) {
+            change();
+        }
+    }
+
+    /// Sets a field.
+    template <typename Field, typename Value>
+    void keep(Field& field, Value&& value) {
+        commit([&] { field = std::forward<Value>(value); });
+    }
+
+    /// Adds to the end of a list of objects.
+    template <typename T>
+    void keepIn(PhObjectList<T>& list, PhHandle<T> object) {
+        commit([&] { list.append(std::move(object)); });
+    }
+
+    /// Sets a property.
+    void keepInteger(PhProperties& properties, std::string_view name, std::int32_t value) {
+        commit([&] { properties.setInteger(name, value); });
+    }
+    void keepText(PhProperties& properties, std::string_view name, std::string_view text) {
+        commit([&] { properties.setText(name, text); });
+    }
+
     // --- Diagnostics -----------------------------------------------------------------------------
+
+    /// Puts out one trace text, see PhReader; nothing once the parse has failed.
+    void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {}) {
+        if (!failed_) {
+            PhReader::trace(format, arguments);
+        }
+    }
 
     /// An error with the lexer's current line. It neither counts nor ends anything by itself.
     void error(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
@@ -132,12 +175,14 @@ class BlockReader : public PhReader, private A2lLexer {
     int skipBlock(int keyword);
 
   protected:
-    /// Reading starts at line 1 of `input`, which outlives the reading.
-    void start(InputFile& input);
-    void finish();
+    /// Forgets what became of the last input, before the next one is looked for.
+    void startOver();
+
+    /// Reading starts at the beginning of `input`, which outlives the reading.
+    void start(InputFile& input) { attach(input); }
+    void finish() { detach(); }
 
     using A2lLexer::detectEncoding;
-    using A2lLexer::lineNumber;
 
   private:
     int read(bool wordMode) {

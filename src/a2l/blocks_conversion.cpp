@@ -81,13 +81,13 @@ int PhA2l::parseCompuMethod(PhGroup& module) {
     const auto conversion = defineNext(placeholders_.conversions);
     readLongIdentifier(*conversion);
     traceBlock("Parse COMPU_METHOD '%s'\n", *conversion);
-    conversion->conversionType = readChoice(*this, kKinds);
+    keep(conversion->conversionType, readChoice(*this, kKinds));
     nextWord();  // the display format
     if (nextWord() != TOK_STRING) {
         return fail("String expected (Unit)");
     }
     conversion->unit = inlineUnit(token().text);
-    module.conversions.append(conversion);
+    keepIn(module.conversions, conversion);
     const int kind = readOptionals(*this, kRules, *conversion, next());
     return kind == END ? closeBlock(COMPU_METHOD) : kind;
 }
@@ -109,10 +109,12 @@ int PhA2l::parseCoeffs(PhConversion& conversion) {
     for (PhNumber& coefficient : coefficients) {
         coefficient = readNumberValue();
     }
-    if (!storeInverse(conversion, coefficients)) {
-        warning("Unable to compute inverse function in conversion '%s'",
-                {conversion.name().view()});
-    }
+    commit([&] {
+        if (!storeInverse(conversion, coefficients)) {
+            warning("Unable to compute inverse function in conversion '%s'",
+                    {conversion.name().view()});
+        }
+    });
     return next();
 }
 
@@ -124,7 +126,7 @@ int PhA2l::parseCoeffsLinear(PhConversion& conversion) {
 
 int PhA2l::parseRefUnit(PhConversion& conversion) {
     const PhString name = readIdentifier();
-    conversion.unit = refer(&PhGroup::units, placeholders_.units, name.view());
+    keep(conversion.unit, refer(&PhGroup::units, placeholders_.units, name.view()));
     return next();
 }
 
@@ -132,7 +134,7 @@ int PhA2l::parseCompuTabRef(PhConversion& conversion) {
     const PhString name(kTablePrefix, readIdentifier().view());
     auto table = referConversion(name.view());
     if (table.get() != &conversion) {
-        conversion.tableRef = std::move(table);
+        keep(conversion.tableRef, std::move(table));
     }
     return next();
 }
@@ -158,12 +160,11 @@ int PhA2l::parseCompuTab(PhGroup& module) {
         {Form::Bare, DEFAULT_VALUE_NUMERIC, nullptr, 1},
     };
     const auto table = startTable("Parse COMPU_TAB '%s'\n");
-    table->conversionType = readChoice(*this, kKinds, PhConversionType::Table);
-    module.conversions.append(table);
+    keep(table->conversionType, readChoice(*this, kKinds, PhConversionType::Table));
+    keepIn(module.conversions, table);
     for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber input = readTableNumber();
-        const PhNumber output = readTableNumber();
-        table->tableEntries.emplace_back(input, input, output);
+        keepEntry(*table, {input, input, readTableNumber()});
     }
     const int kind = readOptionals(*this, kRules, *table, next());
     return kind == END ? closeBlock(COMPU_TAB) : kind;
@@ -174,11 +175,11 @@ int PhA2l::parseCompuVtab(PhGroup& module) {
         {kw::word::TAB_VERB, {}, PhConversionType::Table},
     };
     const auto table = startTable("Parse COMPU_VTAB '%s'\n");
-    table->conversionType = readChoice(*this, kKinds, PhConversionType::Table);
-    module.conversions.append(table);
+    keep(table->conversionType, readChoice(*this, kKinds, PhConversionType::Table));
+    keepIn(module.conversions, table);
     for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber input = verbalInput(readTableNumber());
-        table->tableEntries.emplace_back(input, input, readTableText());
+        keepEntry(*table, {input, input, readTableText()});
     }
     return closeVerbalTable(*table, COMPU_VTAB);
 }
@@ -186,11 +187,11 @@ int PhA2l::parseCompuVtab(PhGroup& module) {
 int PhA2l::parseCompuVtabRange(PhGroup& module) {
     const auto table = startTable("Parse COMPU_VTAB_RANGE '%s'\n");
     table->conversionType = PhConversionType::Table;
-    module.conversions.append(table);
+    keepIn(module.conversions, table);
     for (std::int32_t left = readElementCount(*table); left > 0 && !failed(); --left) {
         const PhNumber lower = readTableNumber();
         const PhNumber upper = readTableNumber();
-        table->tableEntries.emplace_back(lower, upper, readTableText());
+        keepEntry(*table, {lower, upper, readTableText()});
     }
     return closeVerbalTable(*table, COMPU_VTAB_RANGE);
 }
@@ -234,13 +235,17 @@ PhString PhA2l::readTableText() {
     return texts_.share(token().text);
 }
 
+void PhA2l::keepEntry(PhConversion& table, PhTableEntry entry) {
+    commit([&] { table.tableEntries.push_back(std::move(entry)); });
+}
+
 int PhA2l::parseDefaultValue(PhConversion& table) {
-    table.defaultText = readString();
+    keep(table.defaultText, readString());
     return next();
 }
 
 int PhA2l::parseVerbalDefaultValue(PhConversion& table) {
-    table.defaultText = readString();
+    keep(table.defaultText, readString());
     if (traceDefaultValues()) {
         trace("T_DEFAULT_VALUE: '%s'\n", {table.defaultText.view()});
     }
@@ -265,9 +270,10 @@ int PhA2l::parseUnit(PhGroup& module) {
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
     const auto unit = defineNext(placeholders_.units);
     readLongIdentifier(*unit);
-    unit->setDisplayText(readString());
+    const PhString displayText = readString();
+    commit([&] { unit->setDisplayText(displayText); });
     traceBlock("Parse UNIT '%s'\n", *unit);
-    module.units.append(unit);
+    keepIn(module.units, unit);
     const int kind = readOptionals(*this, kRules, *unit, drop(kKindWords));
     return kind == END ? closeBlock(UNIT) : kind;
 }

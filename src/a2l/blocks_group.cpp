@@ -53,7 +53,7 @@ int PhA2l::parseGroup(PhGroup& module) {
     const auto group = defineNext(placeholders_.functions);
     readLongIdentifier(*group);
     traceBlock("Parse GROUP '%s'\n", *group);
-    module.functions.append(group);
+    keepIn(module.functions, group);
     const int kind = readOptionals(*this, kRules, *group, next());
     return kind == END ? closeBlock(GROUP) : kind;
 }
@@ -73,7 +73,7 @@ int PhA2l::parseFunction(PhGroup& module) {
     const auto function = defineNext(placeholders_.functions);
     readLongIdentifier(*function);
     traceBlock("Parse FUNCTION '%s'\n", *function);
-    module.functions.append(function);
+    keepIn(module.functions, function);
     const int kind = readOptionals(*this, kRules, *function, next());
     return kind == END ? closeBlock(FUNCTION) : kind;
 }
@@ -88,7 +88,7 @@ int PhA2l::parseFrame(PhGroup& module) {
     readLongIdentifier(*frame);
     traceBlock("Parse FRAME '%s'\n", *frame);
     readIntPair(frame->scalingUnit, frame->rate);
-    module.frames.append(frame);
+    keepIn(module.frames, frame);
     const int kind = readOptionals(*this, kRules, *frame, next());
     return kind == END ? closeBlock(FRAME) : kind;
 }

@@ -143,7 +143,7 @@ int PhA2l::parseEcu(PhGroup& module) {
 
 int PhA2l::storeText(PhGroup& module, std::string_view property) {
     const PhString text = readString();
-    module.obtainProperties().setText(property, text.view());
+    keepText(module.obtainProperties(), property, text.view());
     return next();
 }
 
@@ -191,7 +191,7 @@ int PhA2l::parseMemorySegment(PhGroup& module) {
     segment->attribute = readChoice(*this, kAttributes);
     segment->address = readInteger();
     segment->size = readInteger();
-    module.memoryPages.append(segment);
+    keepIn(module.memoryPages, segment);
     static constexpr OptionalRule<PhA2l, PhMemoryPage> kRules[] = {
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhMemoryPage>},
     };

@@ -150,7 +150,7 @@ int PhA2l::parseRecordLayout(PhGroup& module) {
     if (verbose()) {
         trace("Parse RECORD_LAYOUT\n");
     }
-    module.recordLayouts.append(layout);
+    keepIn(module.recordLayouts, layout);
     int kind = next();
     while (kind != END) {
         const ComponentRow* component = findComponent(kind);
@@ -160,9 +160,10 @@ int PhA2l::parseRecordLayout(PhGroup& module) {
         DataType type;
         readComponent(*this, component->parameters, type);
         if (kind == FNC_VALUES) {
-            layout->dataType = makePh<PhType>();
-            layout->dataType->baseType = type.baseType;
-            layout->dataType->sizeBits = type.sizeBits;
+            auto dataType = makePh<PhType>();
+            dataType->baseType = type.baseType;
+            dataType->sizeBits = type.sizeBits;
+            keep(layout->dataType, std::move(dataType));
         }
         kind = next();
     }

@@ -45,7 +45,9 @@ int PhA2l::parseMeasurement(PhGroup& module) {
     }
     applyDimensions(measurement);
     module.signals.append(std::move(signal));
-    return next();
+    const int following = next();
+    errorCount_ += following == TOK_ERROR ? 1 : 0;
+    return following;
 }
 
 int PhA2l::parseMeasurementBody(Measurement& measurement) {
@@ -53,7 +55,7 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
     signal.signalKind = PhSignalKind::Measurement;
     readLongIdentifier(signal);
     traceBlock("Parse MEASUREMENT '%s'\n", signal);
-    signal.byteOrder = moduleByteOrder_;
+    keep(signal.byteOrder, moduleByteOrder_);
     const auto* type =
         findChoice(*this, kMeasurementTypes, [this](int kind) { unexpectedToken(kind); });
     if (type == nullptr) {
@@ -97,11 +99,13 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
 }
 
 void PhA2l::bindConversionSoon(PhEntity& signal, std::string_view name) {
-    if (unbound_.names.isFull()) {
-        bindConversions();
-    }
-    unbound_.names.add(name);
-    unbound_.signals.push_back(PhHandle<PhEntity>(&signal));
+    commit([&] {
+        if (unbound_.names.isFull()) {
+            bindConversions();
+        }
+        unbound_.names.add(name);
+        unbound_.signals.push_back(PhHandle<PhEntity>(&signal));
+    });
 }
 
 void PhA2l::bindConversions() {
@@ -137,8 +141,8 @@ void PhA2l::applyDimensions(const Measurement& measurement) {
 }
 
 void PhA2l::readLimits(PhEntity& signal) {
-    signal.lowerLimit = readLimit("Unexpected type for lower limit.");
-    signal.upperLimit = readLimit("Unexpected type for upper limit.");
+    keep(signal.lowerLimit, readLimit("Unexpected type for lower limit."));
+    keep(signal.upperLimit, readLimit("Unexpected type for upper limit."));
 }
 
 PhNumber PhA2l::readLimit(std::string_view message) {
@@ -170,7 +174,7 @@ int PhA2l::parseEcuAddressExtension(Measurement& measurement) {
 }
 
 int PhA2l::parseBitMask(Measurement& measurement) {
-    measurement.signal.datatype.bitMask = readInteger();
+    keep(measurement.signal.datatype.bitMask, readInteger());
     return next();
 }
 
@@ -186,7 +190,7 @@ int PhA2l::readByteOrder(PhByteOrder& byteOrder) {
         {kw::word::MSB_LAST, {}, PhByteOrder::LittleEndian},
         {kw::word::BIG_ENDIAN_, {}, PhByteOrder::LittleEndian},
     };
-    byteOrder = readChoice(*this, kOrders);
+    keep(byteOrder, readChoice(*this, kOrders));
     return next();
 }
 
@@ -245,15 +249,20 @@ int PhA2l::parseBitOperation(Measurement& measurement) {
 }
 
 int PhA2l::parseLeftShift(PhEntity& signal) {
-    signal.bitOperation = PhBitOperation::LeftShift;
-    signal.extras().shiftCount = readInteger();
+    keepShift(signal, PhBitOperation::LeftShift, readInteger());
     return next();
 }
 
 int PhA2l::parseRightShift(PhEntity& signal) {
-    signal.bitOperation = PhBitOperation::RightShift;
-    signal.extras().shiftCount = readInteger();
+    keepShift(signal, PhBitOperation::RightShift, readInteger());
     return next();
+}
+
+void PhA2l::keepShift(PhEntity& signal, PhBitOperation operation, std::int32_t count) {
+    commit([&] {
+        signal.bitOperation = operation;
+        signal.extras().shiftCount = count;
+    });
 }
 
 int PhA2l::parseSignExtend(PhEntity& signal) {
@@ -272,16 +281,17 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
     auto owner = defineNext(placeholders_.signals);
     PhEntity& signal = *owner;
     readLongIdentifier(signal);
-    module.signals.append(std::move(owner));
+    keepIn(module.signals, std::move(owner));
     traceBlock("Parse CHARACTERISTIC '%s'\n", signal);
-    signal.byteOrder = moduleByteOrder_;
+    keep(signal.byteOrder, moduleByteOrder_);
     readStorageType(signal);
     std::int32_t address = 0;
     if (readIntegerOrWarn(address)) {
         signal.address = address;
     }
     next();
-    signal.recordLayout = refer(&PhGroup::recordLayouts, placeholders_.recordLayouts, token().text);
+    keep(signal.recordLayout,
+         refer(&PhGroup::recordLayouts, placeholders_.recordLayouts, token().text));
     drop(1);  // maximum difference
     // ... and the conversion's name, whatever kind of token it is
     bindConversionSoon(signal, token().text);
@@ -336,7 +346,7 @@ void PhA2l::readStorageType(PhEntity& signal) {
         {"CUBE_5", PhSignalKind::Cube5},
     };
     // Also what an unknown storage type is written as.
-    signal.signalKind = PhSignalKind::Measurement;
+    keep(signal.signalKind, PhSignalKind::Measurement);
     if (next() != TOK_IDENT) {
         return;
     }

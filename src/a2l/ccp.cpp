@@ -24,11 +24,8 @@ int parseKpBlob(BlockReader& reader, InterfaceBlock& block) {
     std::array<PhNumber, 3> values;
     int kind = reader.next();
     for (PhNumber& value : values) {
-        if (kind == TOK_INTEGER) {
-            value = PhNumber::integer(reader.token().intValue);
-        } else if (kind == TOK_FLOAT) {
-            value = PhNumber::real(reader.token().floatValue);
-        } else {
+        value = numberOf(reader, kind);
+        if (!value.isPresent()) {
             break;
         }
         kind = reader.next();
@@ -42,10 +39,10 @@ int parseKpBlob(BlockReader& reader, InterfaceBlock& block) {
     }
     auto& signal = static_cast<PhEntity&>(block.owner);
     if (!address.isZero()) {
-        signal.address = address.toInteger();
+        reader.keep(signal.address, address.toInteger());
     }
     if (!extension.isZero()) {
-        signal.addressExtension = extension.toInteger();
+        reader.keep(signal.addressExtension, extension.toInteger());
     }
     return kind;
 }
@@ -62,7 +59,7 @@ constexpr InterfaceRule<InterfaceBlock> kAddressParts[] = {
 /// Reads an integer and adds it to the source's entry; returns it as a value for another holder.
 PhHandle<PhValue> readSetting(BlockReader& reader, const DaqSource& source, std::string_view name) {
     const std::int32_t value = readTruncated(reader);
-    appendInteger(source.entry, name, value);
+    reader.commit([&] { appendInteger(source.entry, name, value); });
     return PhValue::ofInteger(value);
 }
 
@@ -73,45 +70,40 @@ int parseCanIdVariable(BlockReader& reader, DaqSource& source) {
 }
 
 int parseCanIdFixed(BlockReader& reader, DaqSource& source) {
-    source.tpCan.canId = readSetting(reader, source, "can_id_fixed");
+    reader.keep(source.tpCan.canId, readSetting(reader, source, "can_id_fixed"));
     return reader.next();
 }
 
 /// The event channel of a source, by name or by number.
 int parseSourceRaster(BlockReader& reader, DaqSource& source) {
     const int kind = reader.next();
-    std::int32_t channel = 0;
-    switch (kind) {
-        case TOK_STRING:
-            appendText(source.entry, "raster", reader.token().text);
-            return reader.next();
-        case TOK_INTEGER:
-            channel = reader.token().intValue;
-            break;
-        case TOK_FLOAT:
-            channel = saturatedInteger(reader.token().floatValue);
-            break;
-        default:
-            return reader.unexpectedToken(kind);
+    if (kind == TOK_STRING) {
+        appendText(source.entry, "raster", reader.token().text);
+        return reader.next();
     }
-    appendInteger(source.entry, "source_id", channel);
-    source.daq.sourceId = PhValue::ofInteger(channel);
+    const PhNumber channel = numberOf(reader, kind);
+    if (!channel.isPresent()) {
+        return reader.unexpectedToken(kind);
+    }
+    appendInteger(source.entry, "source_id", channel.toInteger());
+    source.daq.sourceId = PhValue::ofInteger(channel.toInteger());
     return reader.next();
 }
 
 int parseFirstPid(BlockReader& reader, DaqSource& source) {
-    source.daq.firstPid = readSetting(reader, source, "first_pid");
+    reader.keep(source.daq.firstPid, readSetting(reader, source, "first_pid"));
     return reader.next();
 }
 
 int parseLength(BlockReader& reader, DaqSource& source) {
-    source.daq.length = readIntegerValue(reader);
+    reader.keep(source.daq.length, readIntegerValue(reader));
     return reader.next();
 }
 
 int parseQpBlob(BlockReader& reader, DaqSource& source) {
-    source.daq.number = readSetting(reader, source, "daq_number");
-    source.tpCan.number = PhValue::ofInteger(source.daq.number->toInteger());
+    const PhHandle<PhValue> number = readSetting(reader, source, "daq_number");
+    reader.keep(source.daq.number, number);
+    reader.keep(source.tpCan.number, PhValue::ofInteger(number->toInteger()));
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SOURCE/QP_BLOB\n");
     static constexpr InterfaceRule<DaqSource> kParts[] = {
         {Form::Bare, LENGTH, &parseLength},
@@ -158,7 +150,7 @@ int parseRaster(BlockReader& reader, CcpSettings& settings) {
     raster->timebase = makePh<PhTimebase>();
     raster->timebase->scale = readTruncated(reader);
     raster->timebase->resolution = readTruncated(reader);
-    settings.station().daqCapabilities().rasters.append(raster);
+    reader.commit([&] { settings.station().daqCapabilities().rasters.append(raster); });
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/RASTER\n");
     static constexpr InterfaceRule<PhRaster> kParts[] = {
         {Form::Bare, EXCLUSIVE, nullptr, 1},
@@ -167,7 +159,8 @@ int parseRaster(BlockReader& reader, CcpSettings& settings) {
 }
 
 int appendRaster(BlockReader& reader, PhValue& rasters) {
-    rasters.list().push_back(readIntegerValue(reader));
+    auto channel = readIntegerValue(reader);
+    reader.commit([&] { rasters.list().push_back(std::move(channel)); });
     return reader.next();
 }
 
@@ -175,13 +168,15 @@ int parseEventGroup(BlockReader& reader, CcpSettings& settings) {
     if (!readText(reader)) {
         return TOK_ERROR;
     }
-    PhProperties& properties = *settings.station().daqCapabilities().properties;
-    PhValue& group = appendList(properties.list("event_groups"));
-    group.setName(PhString(reader.token().text));
+    const auto group = makePh<PhValue>();
+    group->setName(PhString(reader.token().text));
     reader.next();
-    appendText(group, "short_name", reader.token().text);
-    PhValue& rasters = appendList(group.list());
+    appendText(*group, "short_name", reader.token().text);
+    PhValue& rasters = appendList(group->list());
     rasters.setName(PhString("rasters"));
+    reader.commit([&] {
+        settings.station().daqCapabilities().properties->list("event_groups").push_back(group);
+    });
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/EVENT_GROUP\n");
     static constexpr InterfaceRule<PhValue> kParts[] = {
         {Form::Bare, RASTER, &appendRaster},

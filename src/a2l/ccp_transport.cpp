@@ -22,15 +22,8 @@ struct Transport {
 /// The byte order as its code, which a number tells directly; 0 for anything unknown.
 std::int32_t readByteOrderCode(BlockReader& reader) {
     const int kind = reader.next();
-    switch (kind) {
-        case TOK_INTEGER:
-            return reader.token().intValue;
-        case TOK_FLOAT:
-            return saturatedInteger(reader.token().floatValue);
-        case TOK_IDENT:
-            break;
-        default:
-            return 0;
+    if (kind != TOK_IDENT) {
+        return numberOf(reader, kind).toInteger();
     }
     static constexpr InterfaceWord kOrders[] = {
         {TOK_IDENT, 1, "MSB_FIRST"},
@@ -45,7 +38,7 @@ std::int32_t readByteOrderCode(BlockReader& reader) {
 
 void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
     const std::int32_t code = readByteOrderCode(reader);
-    protocol.properties->setInteger("ccp_byteorder_code", code);
+    reader.keepInteger(*protocol.properties, "ccp_byteorder_code", code);
     switch (code) {
         case static_cast<std::int32_t>(PhByteOrder::BigEndian):
         case static_cast<std::int32_t>(PhByteOrder::LittleEndian):
@@ -57,12 +50,12 @@ void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
 }
 
 int parseBaudrate(BlockReader& reader, Transport& transport) {
-    transport.param.properties->setInteger("bitrate", readTruncated(reader));
+    reader.keepInteger(*transport.param.properties, "bitrate", readTruncated(reader));
     return reader.next();
 }
 
 int parseBytesOnly(BlockReader& reader, Transport& transport) {
-    transport.param.properties->setInteger("bytes_only", 1);
+    reader.keepInteger(*transport.param.properties, "bytes_only", 1);
     return reader.next();
 }
 
@@ -87,7 +80,8 @@ int parseAddressExtension(BlockReader& reader, Transport& transport) {
 
 int parseOptionalCommand(BlockReader& reader, Transport& transport) {
     PhProperties& properties = *transport.settings.station().protocolParam().properties;
-    properties.list("optional_cmd").push_back(readIntegerValue(reader));
+    auto command = readIntegerValue(reader);
+    reader.commit([&] { properties.list("optional_cmd").push_back(std::move(command)); });
     return reader.next();
 }
 
@@ -108,8 +102,8 @@ int parseChecksumCalculation(BlockReader& reader, Transport& transport) {
 
 int parseChecksumParam(BlockReader& reader, Transport& transport) {
     PhProperties& properties = *transport.settings.station().protocolParam().properties;
-    properties.setInteger("checksum_procedure", readTruncated(reader));
-    properties.setInteger("checksum_max_block_length", readTruncated(reader));
+    reader.keepInteger(properties, "checksum_procedure", readTruncated(reader));
+    reader.keepInteger(properties, "checksum_max_block_length", readTruncated(reader));
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB/CHECKSUM_PARAM\n");
     static constexpr InterfaceRule<Transport> kParts[] = {
         {Form::Bare, CHECKSUM_CALCULATION, &parseChecksumCalculation},
@@ -160,7 +154,7 @@ int parseDefinedPages(BlockReader& reader, Transport& transport) {
     page->address = readTruncated(reader);
     page->size = readTruncated(reader);
     if (transport.settings.module != nullptr) {
-        transport.settings.module->memoryPages.append(page);
+        reader.keepIn(transport.settings.module->memoryPages, page);
     }
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB/DEFINED_PAGES\n");
     static constexpr auto kParts = pageFlagRules(std::make_index_sequence<std::size(kPageFlags)>{});
@@ -173,9 +167,9 @@ int parseCcpTransport(BlockReader& reader, CcpSettings& settings) {
     const auto param = addTransport(&settings.commParam, "CAN", PhTransportType::Can);
     reader.next();  // version of the protocol and of the block
     reader.next();
-    param->masterCanId = readIntegerValue(reader);
-    param->slaveCanId = readIntegerValue(reader);
-    param->stationAddress = readIntegerValue(reader);
+    reader.keep(param->masterCanId, readIntegerValue(reader));
+    reader.keep(param->slaveCanId, readIntegerValue(reader));
+    reader.keep(param->stationAddress, readIntegerValue(reader));
     readByteOrder(reader, settings.station().protocolParam());
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB\n");
     static constexpr InterfaceRule<Transport> kParts[] = {

@@ -40,8 +40,8 @@ int dropTimings(BlockReader& reader, PhTransportParam&) {
 int parseAddress(BlockReader& reader, PhTransportParam& transport) {
     constexpr int kMaxTargets = 2;
     constexpr std::string_view kTargetPrefix = "TGT_";
-    transport.slaveCanId = readIntegerValue(reader);
-    transport.masterCanId = readIntegerValue(reader);
+    reader.keep(transport.slaveCanId, readIntegerValue(reader));
+    reader.keep(transport.masterCanId, readIntegerValue(reader));
     int kind = reader.next();
     for (int i = 0; i < kMaxTargets && kind == TOK_IDENT &&
                     reader.token().text.substr(0, kTargetPrefix.size()) == kTargetPrefix;
@@ -146,9 +146,9 @@ int parseSource(BlockReader& reader, PhCommParam& commParam) {
     raster.cyclic = true;
     // The scaling unit serves as the source's number; the rate is not kept.
     const std::int32_t number = readTruncated(reader);
-    source.daq.number = PhValue::ofInteger(number);
-    source.tpCan.number = PhValue::ofInteger(number);
-    raster.channel = PhValue::ofInteger(number);
+    reader.keep(source.daq.number, PhValue::ofInteger(number));
+    reader.keep(source.tpCan.number, PhValue::ofInteger(number));
+    reader.keep(raster.channel, PhValue::ofInteger(number));
     reader.next();
     traceBlock(reader, "  Parse IF_DATA ASAP1B_GMLAN/SOURCE\n");
     static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {

@@ -3,13 +3,13 @@
 namespace quillmark {
 
 void traceBlock(BlockReader& reader, std::string_view text) {
-    if (reader.verbose() && !reader.failed()) {
+    if (reader.verbose()) {
         reader.trace(text);
     }
 }
 
-PhNumber readNumberIfAny(BlockReader& reader) {
-    switch (reader.next()) {
+PhNumber numberOf(const BlockReader& reader, int kind) {
+    switch (kind) {
         case TOK_INTEGER:
             return PhNumber::integer(reader.token().intValue);
         case TOK_FLOAT:
@@ -17,6 +17,10 @@ PhNumber readNumberIfAny(BlockReader& reader) {
         default:
             return {};
     }
+}
+
+PhNumber readNumberIfAny(BlockReader& reader) {
+    return numberOf(reader, reader.next());
 }
 
 std::int32_t readTruncated(BlockReader& reader) {
@@ -66,7 +70,7 @@ std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const Interf
 
 void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field) {
     if (const std::optional<std::int32_t> code = readWord(reader, words)) {
-        field = *code;
+        reader.keep(field, *code);
     }
 }
 

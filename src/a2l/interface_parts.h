@@ -43,6 +43,9 @@ struct InterfaceWord {
 /// Traces what block is read when the reader is verbose.
 void traceBlock(BlockReader& reader, std::string_view text);
 
+/// The last token, which is of kind `kind`, as a number; a missing number for any other token.
+PhNumber numberOf(const BlockReader& reader, int kind);
+
 /// Reads the next token as a number; a missing number for any other token, without a message.
 PhNumber readNumberIfAny(BlockReader& reader);
 
@@ -97,7 +100,7 @@ int readInterfaceBlock(BlockReader& reader, const Rules& rules, Context& context
 /// An integer, stored as a value in a field of the context.
 template <auto Field, typename Context>
 int storeInteger(BlockReader& reader, Context& context) {
-    context.*Field = readIntegerValue(reader);
+    reader.keep(context.*Field, readIntegerValue(reader));
     return reader.next();
 }
 
@@ -106,7 +109,7 @@ template <auto Field, typename Context>
 int storeNumber(BlockReader& reader, Context& context) {
     const PhNumber number = reader.readNumberValue();
     if (number.isPresent()) {
-        context.*Field = PhValue::ofNumber(number);
+        reader.keep(context.*Field, PhValue::ofNumber(number));
     }
     return reader.next();
 }
@@ -114,21 +117,21 @@ int storeNumber(BlockReader& reader, Context& context) {
 /// No parameter: the keyword sets a flag.
 template <auto Field, typename Context>
 int setFlag(BlockReader& reader, Context& context) {
-    context.*Field = true;
+    reader.keep(context.*Field, true);
     return reader.next();
 }
 
 /// An integer, stored as a property of the context.
 template <const char* Key, typename Context>
 int storeProperty(BlockReader& reader, Context& context) {
-    context.properties->setInteger(Key, readTruncated(reader));
+    reader.keepInteger(*context.properties, Key, readTruncated(reader));
     return reader.next();
 }
 
 /// No parameter: the keyword sets a property to 1.
 template <const char* Key, typename Context>
 int setProperty(BlockReader& reader, Context& context) {
-    context.properties->setInteger(Key, 1);
+    reader.keepInteger(*context.properties, Key, 1);
     return reader.next();
 }
 
@@ -136,7 +139,7 @@ int setProperty(BlockReader& reader, Context& context) {
 template <const char* Key, typename Context>
 int storeTextProperty(BlockReader& reader, Context& context) {
     if (readText(reader)) {
-        context.properties->setText(Key, reader.token().text);
+        reader.keepText(*context.properties, Key, reader.token().text);
     }
     return reader.next();
 }

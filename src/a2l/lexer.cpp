@@ -176,7 +176,7 @@ void A2lLexer::attach(InputFile& source, std::size_t blockSize) {
         capacity_ = needed;
     }
     resetBuffer();
-    lineNumber_ = 1;
+    resetLineNumber();
 }
 
 void A2lLexer::detach() {

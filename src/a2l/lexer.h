@@ -87,6 +87,7 @@ class A2lLexer {
 
     /// The line on which the last token ended, beginning with 1.
     int lineNumber() const { return static_cast<int>(lineNumber_); }
+    void resetLineNumber() { lineNumber_ = 1; }
 
     /// The table that keywords are looked up in and named from, at first that of the core words.
     /// Whoever sets another one sets the core table back before anybody else reads a token.

@@ -11,17 +11,28 @@ namespace quillmark {
 using namespace kw::core;
 
 int PhA2l::parse(PhRoot& root) {
+    startOver();
     if (!fileName()) {
         return -1;
     }
     const auto input = StandardInputFile::open(*fileName());
-    return input == nullptr ? -2 : parse(root, *input);
+    return input == nullptr ? -2 : parseProjects(root, *input);
 }
 
 int PhA2l::parse(PhRoot& root, InputFile& input) {
-    constexpr int kVersionNumbers = 2;
+    startOver();
+    return parseProjects(root, input);
+}
+
+// Before the file is looked for: a parse that can't start leaves nothing of the one before, either.
+void PhA2l::startOver() {
+    BlockReader::startOver();
     errorCount_ = 0;
     moduleByteOrder_ = PhByteOrder::Undefined;
+}
+
+int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
+    constexpr int kVersionNumbers = 2;
     start(input);
     root.textEncoding = detectEncoding();
     int kind = next();
@@ -53,8 +64,9 @@ std::string fixedReal(double value) {
 }  // namespace
 
 int PhA2l::print_tokens() {
-    trace("print_tokens ()\n");
+    BlockReader::startOver();
     errorCount_ = 0;
+    trace("print_tokens ()\n");
     if (!fileName()) {
         return -1;
     }
@@ -66,8 +78,8 @@ int PhA2l::print_tokens() {
     for (int kind = next(); kind != TOK_EOF; kind = next()) {
         switch (kind) {
             case TOK_ERROR:  // a comment that the end of the file cut off
-                trace("t=%d\n", {kind});
-                trace("EOF\n");
+                PhReader::trace("t=%d\n", {kind});
+                PhReader::trace("EOF\n");
                 finish();
                 return 0;
             case TOK_STRING:

@@ -39,6 +39,9 @@ class PhA2l final : public BlockReader {
   private:
     struct Measurement;
 
+    void startOver();
+    int parseProjects(PhRoot& root, InputFile& input);
+
     // Blocks and optional parts. Each operation is called after the keyword, is given what the part
     // belongs to, and returns the kind of the first token after the part.
 
@@ -152,9 +155,11 @@ class PhA2l final : public BlockReader {
     std::int32_t readElementCount(PhConversion& table);
     PhNumber readTableNumber();
     PhString readTableText();
+    void keepEntry(PhConversion& table, PhTableEntry entry);
     int closeVerbalTable(PhConversion& table, int keyword);
     PhHandle<PhUnit> inlineUnit(std::string_view text);
     int readByteOrder(PhByteOrder& byteOrder);
+    void keepShift(PhEntity& signal, PhBitOperation operation, std::int32_t count);
     void readStorageType(PhEntity& signal);
     void readLimits(PhEntity& signal);
     PhNumber readLimit(std::string_view message);

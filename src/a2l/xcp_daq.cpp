@@ -76,9 +76,9 @@ int parseStim(BlockReader& reader, XcpDaqTarget& target) {
         {Form::Bare, MIN_ST_STIM, nullptr, 1},
     };
     PhProperties& properties = *target.daq.properties;
-    properties.setInteger("granularity_odt_entry_size_stim",
-                          readWord(reader, kStimGranularities).value_or(0));
-    properties.setInteger("max_odt_entry_size_stim", readTruncated(reader));
+    reader.keepInteger(properties, "granularity_odt_entry_size_stim",
+                       readWord(reader, kStimGranularities).value_or(0));
+    reader.keepInteger(properties, "max_odt_entry_size_stim", readTruncated(reader));
     return readInterfaceParts(reader, kParts, target, STIM, reader.next());
 }
 
@@ -107,10 +107,10 @@ int parseTimestampSupported(BlockReader& reader, XcpDaqTarget& target) {
     PhProperties& properties = *target.daq.properties;
     if (size) {
         timebase->byteLength = PhValue::ofInteger(*size);
-        properties.setInteger("timestamp_size", *size);
+        reader.keepInteger(properties, "timestamp_size", *size);
     }
-    properties.setInteger("timestamp_resolution", timebase->resolution);
-    target.daq.timebase = timebase;
+    reader.keepInteger(properties, "timestamp_resolution", timebase->resolution);
+    reader.keep(target.daq.timebase, timebase);
     return readInterfaceParts(reader, kParts, *timebase, TIMESTAMP_SUPPORTED, reader.next());
 }
 
@@ -160,7 +160,7 @@ void enterDaqList(const XcpDaqTarget& target, const PhHandle<PhValue>& number) {
 int parseDaqListType(BlockReader& reader, PhDaq& daq) {
     if (const auto type =
             readWord(reader, kDaqListTypes, "Unexpected token for DAQ_LIST_TYPE: %d")) {
-        daq.direction = *type;
+        reader.keep(daq.direction, *type);
     }
     return reader.next();
 }
@@ -172,7 +172,7 @@ int parseOdtEntry(BlockReader& reader, PhOdt& odt) {
     entry->addressExtension = readIntegerValue(reader);
     entry->size = readIntegerValue(reader);
     entry->bitOffset = readIntegerValue(reader);
-    odt.entries.append(std::move(entry));
+    reader.keepIn(odt.entries, std::move(entry));
     return reader.next();
 }
 
@@ -182,7 +182,7 @@ int parseOdt(BlockReader& reader, PhDaq& daq) {
     };
     auto odt = makePh<PhOdt>();
     odt->number = readIntegerValue(reader);
-    daq.odts.append(odt);
+    reader.keepIn(daq.odts, odt);
     return readInterfaceParts(reader, kParts, *odt, ODT, reader.next());
 }
 
@@ -199,14 +199,14 @@ int parsePredefined(BlockReader& reader, PhDaq& daq) {
 int parseXcpDaq(BlockReader& reader, XcpDaqTarget target) {
     PhDaqCapabilities& daq = target.daq;
     readWordInto(reader, kConfigTypes, daq.configType);
-    daq.maxDaq = readIntegerValue(reader);
-    daq.maxEventChannel = readIntegerValue(reader);
-    daq.minDaq = readIntegerValue(reader);
+    reader.keep(daq.maxDaq, readIntegerValue(reader));
+    reader.keep(daq.maxEventChannel, readIntegerValue(reader));
+    reader.keep(daq.minDaq, readIntegerValue(reader));
     readWordInto(reader, kOptimisationTypes, daq.optimisationType);
     readWordInto(reader, kAddressExtensions, daq.addressExtension);
     readWordInto(reader, kIdentificationFields, daq.identificationFieldType);
     readWordInto(reader, kDaqGranularities, daq.granularityOdtEntrySize);
-    daq.maxOdtEntrySize = readIntegerValue(reader);
+    reader.keep(daq.maxOdtEntrySize, readIntegerValue(reader));
     readWordInto(reader, kOverloadIndications, daq.overloadIndication);
     traceBlock(reader, "  Parse IF_DATA DAQ\n");
     return readInterfaceParts(reader, kDaqParts, target, kw::xcp::DAQ, reader.next());
@@ -225,8 +225,10 @@ int parseXcpDaqList(BlockReader& reader, XcpDaqTarget& target) {
     traceBlock(reader, "  Parse IF_DATA DAQ_LIST\n");
     auto daq = makePh<PhDaq>();
     daq->number = readIntegerValue(reader);
-    target.daq.daqLists.append(daq);
-    enterDaqList(target, daq->number);
+    reader.commit([&] {
+        target.daq.daqLists.append(daq);
+        enterDaqList(target, daq->number);
+    });
     return readInterfaceParts(reader, kParts, *daq, DAQ_LIST, reader.next());
 }
 

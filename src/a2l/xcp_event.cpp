@@ -24,7 +24,7 @@ constexpr InterfaceWord kObligations[] = {{OPTIONAL, 0}, {MANDATORY, 1}};
 
 int parseMinCycleTime(BlockReader& reader, PhRaster& event) {
     traceBlock(reader, "  Parse IF_DATA EVENT MIN_CYCLE_TIME\n");
-    event.minCycleTime = readTimeCycle(reader);
+    reader.keep(event.minCycleTime, readTimeCycle(reader));
     return reader.next();
 }
 
@@ -34,7 +34,7 @@ int parseMinCycleTimeBlock(BlockReader& reader, PhRaster& event) {
 }
 
 int parseAltSampleCount(BlockReader& reader, PhDaqPackedMode& mode) {
-    mode.alternativeSampleCounts.append(readIntegerValue(reader));
+    reader.keepIn(mode.alternativeSampleCounts, readIntegerValue(reader));
     return reader.next();
 }
 
@@ -48,7 +48,7 @@ int parseDaqPackedMode(BlockReader& reader, PhRaster& event) {
     readWordInto(reader, kTimestampPlaces, mode->timestamp);
     readWordInto(reader, kObligations, mode->mandatory);
     mode->sampleCount = readIntegerValue(reader);
-    event.packedMode = mode;
+    reader.keep(event.packedMode, mode);
     return readInterfaceParts(reader, kParts, *mode, DAQ_PACKED_MODE, reader.next());
 }
 
@@ -94,7 +94,8 @@ struct EventList {
 };
 
 int parseEventChannel(BlockReader& reader, EventList& list) {
-    list.events.push_back({list.use, readTruncated(reader)});
+    const std::int32_t channel = readTruncated(reader);
+    reader.commit([&] { list.events.push_back({list.use, channel}); });
     return reader.next();
 }
 
@@ -137,18 +138,18 @@ int parseXcpEvent(BlockReader& reader, XcpDaqTarget& target) {
     }
     auto event = makePh<PhRaster>();
     event->setName(PhString(reader.token().text));
-    target.daq.rasters.append(event);
-    reader.next();
-    event->shortName = PhString(reader.token().text);
-    event->channel = readIntegerValue(reader);
-    addSource(*target.daq.properties, *event);
-    const std::int32_t direction = readWord(reader, kDirections).value_or(0);
-    event->daqSupported = (direction & kDaqBit) != 0;
-    event->stimSupported = (direction & kStimBit) != 0;
     event->properties = makePh<PhProperties>();
-    event->properties->setInteger("max_daq_list", readTruncated(reader));
-    event->timebase = readTimeCycle(reader);
-    event->priority = readIntegerValue(reader);
+    reader.keepIn(target.daq.rasters, event);
+    reader.next();
+    reader.keep(event->shortName, PhString(reader.token().text));
+    reader.keep(event->channel, readIntegerValue(reader));
+    reader.commit([&] { addSource(*target.daq.properties, *event); });
+    const std::int32_t direction = readWord(reader, kDirections).value_or(0);
+    reader.keep(event->daqSupported, (direction & kDaqBit) != 0);
+    reader.keep(event->stimSupported, (direction & kStimBit) != 0);
+    reader.keepInteger(*event->properties, "max_daq_list", readTruncated(reader));
+    reader.keep(event->timebase, readTimeCycle(reader));
+    reader.keep(event->priority, readIntegerValue(reader));
     return readInterfaceParts(reader, kEventParts, *event, EVENT, reader.next());
 }
 

@@ -51,7 +51,7 @@ int parseChannel(BlockReader& reader, PhFlexRayBuffer& buffer) {
         return kind;
     }
     if (const std::optional<std::int32_t> channel = findWord(reader, kChannels, reader.next())) {
-        buffer.properties->setInteger("channel", *channel);
+        reader.keepInteger(*buffer.properties, "channel", *channel);
     }
     return reader.next();
 }
@@ -97,7 +97,7 @@ int parseBuffer(BlockReader& reader, PhTransportParam& transport) {
     buffer->role = Role;
     buffer->properties = makePh<PhProperties>();
     buffer->number = readIntegerValue(reader);
-    transport.flexRayBuffers.append(buffer);
+    reader.keepIn(transport.flexRayBuffers, buffer);
     return readInterfaceParts(reader, kParts, *buffer, Keyword, reader.next());
 }
 
@@ -118,7 +118,7 @@ constexpr InterfaceRule<PhTransportParam> kFlexRayParts[] = {
 
 void readHeaderType(BlockReader& reader, PhTransportParam& transport) {
     if (const auto code = readWord(reader, kHeaderTypes, "Unexpected token for Header-Type: %d")) {
-        transport.properties->setInteger("header_type", *code);
+        reader.keepInteger(*transport.properties, "header_type", *code);
     }
 }
 
@@ -128,14 +128,14 @@ int parseXcpOnFlx(BlockReader& reader, PhTransportParam& transport) {
     traceBlock(reader, "  Parse IF_DATA XCP_ON_FLEXRAY\n");
     PhProperties& properties = *transport.properties;
     reader.next();  // version of the transport
-    properties.setInteger("t1_flx", readTruncated(reader));
+    reader.keepInteger(properties, "t1_flx", readTruncated(reader));
     if (readText(reader)) {
-        properties.setText("FIBEX_FILE", reader.token().text);
+        reader.keepText(properties, "FIBEX_FILE", reader.token().text);
     }
     if (readText(reader)) {
-        properties.setText("CLUSTER_ID", reader.token().text);
+        reader.keepText(properties, "CLUSTER_ID", reader.token().text);
     }
-    properties.setInteger("nax", readTruncated(reader));
+    reader.keepInteger(properties, "nax", readTruncated(reader));
     readHeaderType(reader, transport);
     readXcpPacketAlignment(reader, transport);
     return readInterfaceParts(reader, kFlexRayParts, transport, XCP_ON_FLX, reader.next());

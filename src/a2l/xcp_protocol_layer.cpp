@@ -98,9 +98,9 @@ int parseOptionalCmd(BlockReader& reader, PhProtocolParam& protocol) {
 }
 
 int parseMasterBlockMode(BlockReader& reader, PhProtocolParam& protocol) {
-    protocol.properties->setInteger("master_block_mode_supported", 1);
-    protocol.properties->setInteger("max_bs", readTruncated(reader));
-    protocol.properties->setInteger("min_st", readTruncated(reader));
+    reader.keepInteger(*protocol.properties, "master_block_mode_supported", 1);
+    reader.keepInteger(*protocol.properties, "max_bs", readTruncated(reader));
+    reader.keepInteger(*protocol.properties, "min_st", readTruncated(reader));
     return reader.next();
 }
 
@@ -136,7 +136,7 @@ constexpr InterfaceRule<PhProtocolParam> kProtocolLayerParts[] = {
 int parseXcpProtocolLayer(BlockReader& reader, PhProtocolParam& protocol) {
     PhProperties& properties = *protocol.properties;
     for (const std::string_view key : kNumberKeys) {
-        properties.setInteger(key, readTruncated(reader));
+        reader.keepInteger(properties, key, readTruncated(reader));
     }
     const int kind = reader.next();
     const std::optional<std::int32_t> byteOrder = findWord(reader, kByteOrders, kind);

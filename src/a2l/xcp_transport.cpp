@@ -27,7 +27,7 @@ constexpr char kMaxDlcRequired[] = "max_dlc_required";
 constexpr char kHostName[] = "hostname";
 
 int parseFixedCanId(BlockReader& reader, PhDaqTpCan& list) {
-    list.canId = readIntegerValue(reader);
+    reader.keep(list.canId, readIntegerValue(reader));
     return reader.next();
 }
 
@@ -43,19 +43,18 @@ int parseDaqListCanId(BlockReader& reader, PhTransportParam& transport) {
     };
     PhDaqTpCapabilities& identifiers = transport.stationParam().daqTpCapabilities();
     const PhHandle<PhValue> number = readIntegerValue(reader);
-    PhDaqTpCan* list = identifiers.findByNumber(number->toInteger());
-    if (list == nullptr) {
-        auto added = makePh<PhDaqTpCan>();
-        added->number = number;
-        identifiers.daqLists.append(added);
-        list = added.get();
+    PhHandle<PhDaqTpCan> list(identifiers.findByNumber(number->toInteger()));
+    if (!list) {
+        list = makePh<PhDaqTpCan>();
+        list->number = number;
+        reader.keepIn(identifiers.daqLists, list);
     }
     return readInterfaceParts(reader, kParts, *list, DAQ_LIST_CAN_ID, reader.next());
 }
 
 int parseSyncEdge(BlockReader& reader, PhCanFdParam& canFd) {
     if (const std::optional<std::int32_t> edge = readWord(reader, kSyncEdges)) {
-        canFd.syncEdge = PhValue::ofInteger(*edge);
+        reader.keep(canFd.syncEdge, PhValue::ofInteger(*edge));
     }
     return reader.next();
 }
@@ -112,7 +111,7 @@ constexpr InterfaceRule<PhTransportParam> kCanParts[] = {
 };
 
 int parseIpV6(BlockReader& reader, PhTransportParam& transport) {
-    transport.properties->setInteger("ipv6", 1);
+    reader.keepInteger(*transport.properties, "ipv6", 1);
     return storeTextProperty<kHostName>(reader, transport);
 }
 
@@ -142,10 +141,10 @@ constexpr InterfaceRule<PhTransportParam> kIpParts[] = {
 /// Everything but the end of a UDP or TCP block. Returns the kind of its `/end`, or an error.
 int parseIpParts(BlockReader& reader, PhTransportParam& transport) {
     reader.next();  // version of the transport
-    transport.properties->setInteger("port", readTruncated(reader));
+    reader.keepInteger(*transport.properties, "port", readTruncated(reader));
     int kind = reader.next();
     if (kind == TOK_STRING) {  // files also write the address without a keyword
-        transport.properties->setText(kHostName, reader.token().text);
+        reader.keepText(*transport.properties, kHostName, reader.token().text);
         kind = reader.next();
     }
     return readOptionals(reader, kIpParts, transport, kind);
@@ -186,7 +185,7 @@ int parseXcpTransportDaq(BlockReader& reader, PhTransportParam& transport) {
 
 int parseXcpTransportInstance(BlockReader& reader, PhTransportParam& transport) {
     if (readText(reader)) {
-        transport.instanceName = PhString(reader.token().text);
+        reader.keep(transport.instanceName, PhString(reader.token().text));
     }
     return reader.next();
 }
@@ -194,7 +193,7 @@ int parseXcpTransportInstance(BlockReader& reader, PhTransportParam& transport) 
 void readXcpPacketAlignment(BlockReader& reader, PhTransportParam& transport) {
     if (const auto code =
             readWord(reader, kPacketAlignments, "Unexpected token for Packet-Alignment: %d")) {
-        transport.properties->setInteger("packet_alignment", *code);
+        reader.keepInteger(*transport.properties, "packet_alignment", *code);
     }
 }
 

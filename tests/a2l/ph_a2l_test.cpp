@@ -258,6 +258,51 @@ TEST(PhA2l, ParsesAgainFromTheStart) {
               "-: Error (a.a2l:2): Unexpected token 'BYTE' found\n");
 }
 
+TEST(PhA2l, AParseThatCannotStartLeavesNothingOfTheLastOne) {
+    CollectingConsole console;
+    PhA2l reader(console, "/nowhere/at/all.a2l");
+    for (const int status : {-2, -1}) {
+        PhRoot root;
+        const std::string text = moduleText(
+            "\n/begin MOD_COMMON \"\" BYTE_ORDER MSB_LAST /end MOD_COMMON\n/begin MEASUREMENT 5");
+        MemoryInputFile input(text);
+        EXPECT_EQ(reader.parse(root, input), -1);
+        EXPECT_EQ(reader.lineNumber(), 3);
+        EXPECT_EQ(reader.errorCount(), 1);
+        EXPECT_EQ(reader.moduleByteOrder(), PhByteOrder::LittleEndian);
+        EXPECT_EQ(reader.parse(root), status);
+        EXPECT_EQ(reader.lineNumber(), 1);
+        EXPECT_EQ(reader.errorCount(), 0);
+        EXPECT_EQ(reader.moduleByteOrder(), PhByteOrder::Undefined);
+        reader.setFileName(std::nullopt);
+    }
+}
+
+TEST(PhA2l, AnErrorBehindAMeasurementCounts) {
+    CollectingConsole console;
+    PhA2l reader(console, "a.a2l");
+    PhRoot root;
+    const std::string text =
+        moduleText("/begin MEASUREMENT m \"\" UBYTE c 0 0 0 1 /end MEASUREMENT /*");
+    MemoryInputFile input(text);
+    EXPECT_EQ(reader.parse(root, input), -1);
+    EXPECT_EQ(reader.errorCount(), 1);
+    EXPECT_EQ(root.documents.at(0).documents.at(0).signals.count(), 1U);
+}
+
+TEST(PhA2l, TokensCanBePrintedAfterAFailedParse) {
+    const TempDir directory;
+    const std::string name = directory.file("t.a2l");
+    std::ofstream(name, std::ios::binary) << "5";
+    CollectingConsole console;
+    PhA2l reader(console, name);
+    PhRoot root;
+    EXPECT_EQ(reader.parse(root), -1);
+    console.out.clear();
+    EXPECT_EQ(reader.print_tokens(), 0);
+    EXPECT_EQ(console.out, "-: print_tokens ()\n-: 5\n-: EOF\n");
+}
+
 TEST(PhA2l, AByteOrderOutlivesItsModuleButNotTheParse) {
     CollectingConsole console;
     PhA2l reader(console, "a.a2l");
