@@ -93,7 +93,7 @@ int parseCanParam(BlockReader& reader, Transport& transport) {
 
 int parseChecksumCalculation(BlockReader& reader, Transport& transport) {
     static constexpr InterfaceWord kCalculations[] = {{ACTIVE_PAGE, 0}, {BIT_OR_WITH_OPT_PAGE, 1}};
-    if (const auto code = findWord(reader, kCalculations, reader.next())) {
+    if (const auto code = readWord(reader, kCalculations)) {
         transport.settings.station().protocolParam().properties->setInteger("checksum_calculation",
                                                                             *code);
     }

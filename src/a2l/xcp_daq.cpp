@@ -90,8 +90,8 @@ int parseTimestampSupported(BlockReader& reader, XcpDaqTarget& target) {
     // Files leave the number of ticks out when it is 1.
     std::int32_t ticks = 1;
     int kind = reader.next();
-    if (kind == TOK_INTEGER) {
-        ticks = reader.token().intValue;
+    if (const PhNumber number = numberOf(reader, kind); number.isPresent()) {
+        ticks = number.toInteger();
         kind = reader.next();
     }
     const std::optional<std::int32_t> size = findWord(reader, kTimestampSizes, kind);

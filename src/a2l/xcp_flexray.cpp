@@ -17,20 +17,19 @@ constexpr InterfaceWord kHeaderTypes[] = {
 
 constexpr InterfaceWord kChannels[] = {{A, 0}, {B, 1}};
 
-/// Reads what stands before the value of a part of a slot: FIXED, or VARIABLE and INITIAL_VALUE.
-/// Returns true before a value; else `kind` is the kind of the token after the part.
+/// Reads what stands before the value of a part of a slot: FIXED, or VARIABLE and INITIAL_VALUE;
+/// another word counts as VARIABLE, after the warning "Unexpected token '%s' found". Returns true
+/// before a value; else `kind` is the kind of the token after the part.
 bool readAssignment(BlockReader& reader, int& kind) {
     kind = reader.next();
     if (kind == FIXED) {
         return true;
     }
-    if (kind == VARIABLE) {
-        kind = reader.next();
-        return kind == INITIAL_VALUE;
+    if (kind != VARIABLE) {
+        reader.unexpectedTokenWarning(kind);
     }
-    reader.unexpectedTokenWarning(kind);
     kind = reader.next();
-    return false;
+    return kind == INITIAL_VALUE;
 }
 
 int parseSlotId(BlockReader& reader, PhFlexRayBuffer& buffer) {
@@ -50,7 +49,7 @@ int parseChannel(BlockReader& reader, PhFlexRayBuffer& buffer) {
     if (!readAssignment(reader, kind)) {
         return kind;
     }
-    if (const std::optional<std::int32_t> channel = findWord(reader, kChannels, reader.next())) {
+    if (const std::optional<std::int32_t> channel = readWord(reader, kChannels)) {
         reader.keepInteger(*buffer.properties, "channel", *channel);
     }
     return reader.next();

@@ -631,7 +631,9 @@ TEST(CcpTransport, ChecksumParametersAreProtocolProperties) {
               fixedPart + "value checksum_calculation=0\n");
     EXPECT_EQ(properties("CHECKSUM_CALCULATION BIT_OR_WITH_OPT_PAGE"),
               fixedPart + "value checksum_calculation=1\n");
-    EXPECT_EQ(properties("CHECKSUM_CALCULATION 5"), fixedPart);
+    EXPECT_EQ(ccpMessages(tpBlob("/begin CHECKSUM_PARAM 1 2 CHECKSUM_CALCULATION 5 "
+                                 "/end CHECKSUM_PARAM")),
+              "Warning 1: Unexpected token 'token=300' found\n");
 }
 
 TEST(CcpTransport, Errors) {

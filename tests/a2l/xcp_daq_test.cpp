@@ -284,6 +284,11 @@ TEST(XcpTimestamp, WithoutTicks) {
               "timebase resolution=100 scale=2 byteLength=2\n");
 }
 
+TEST(XcpTimestamp, ARealCountsAsTicks) {
+    EXPECT_EQ(linesWith("timebase", xcpDump(daq(timestamp("2.9 SIZE_WORD UNIT_100MS")))),
+              "timebase resolution=200 scale=2 byteLength=2\n");
+}
+
 TEST(XcpTimestamp, WrongWords) {
     const auto parse = [](std::string_view content) {
         return parseModule(xcpBlock(daq(timestamp(content))));

@@ -362,10 +362,24 @@ TEST(XcpOnFlx, WrongWordsAndTexts) {
     EXPECT_EQ(flxMessages(std::string(kFlxFixed) + "TRANSPORT_LAYER_INSTANCE x"),
               "Error 1: String expected\n");
     EXPECT_EQ(flxMessages(std::string(kFlxFixed) +
-                          "/begin POOL_BUFFER 1 /begin LPDU_ID OFFSET 5 CHANNEL A OFFSET FIXED 5 "
-                          "/end LPDU_ID /end POOL_BUFFER /end XCP_ON_FLX"),
+                          "/begin POOL_BUFFER 1 /begin LPDU_ID OFFSET 5 CHANNEL A CHANNEL FIXED "
+                          "DAQ OFFSET FIXED 5 /end LPDU_ID /end POOL_BUFFER /end XCP_ON_FLX"),
               "Warning 1: Unexpected token 'token=300' found\n"
-              "Warning 1: Unexpected token 'A' found\n");
+              "Warning 1: Unexpected token 'A' found\n"
+              "Warning 1: Unexpected token 'DAQ' found\n");
+}
+
+TEST(XcpOnFlx, AWrongSlotWordIsReadOnAsVariable) {
+    const std::string block =
+        xcpBlock("/begin XCP_ON_FLX " + std::string(kFlxFixed) +
+                 "/begin POOL_BUFFER 1 /begin LPDU_ID FLX_SLOT_ID DAQ INITIAL_VALUE 62 OFFSET 5 "
+                 "CYCLE_REPETITION DAQ /end LPDU_ID /end POOL_BUFFER /end XCP_ON_FLX");
+    EXPECT_EQ(messages(block),
+              "Warning 1: Unexpected token 'DAQ' found\n"
+              "Warning 1: Unexpected token 'token=300' found\n"
+              "Warning 1: Unexpected token 'DAQ' found\n");
+    EXPECT_EQ(linesWith("flexRayBuffer", parseModule(block).model),
+              "flexRayBuffer role=3 number=1 slotId=62\n");
 }
 
 TEST(XcpOnFlx, Ends) {
