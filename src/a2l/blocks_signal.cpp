@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "a2l/data_type.h"
 #include "a2l/ph_a2l.h"
@@ -129,11 +130,11 @@ void PhA2l::applyDimensions(const Measurement& measurement) {
         }
         std::copy_n(given.begin(), count, dims.begin());
         if (measurement.hasArraySize &&
-            elementCount(given) != static_cast<std::uint64_t>(measurement.arraySize)) {
+            std::cmp_not_equal(elementCount(given), measurement.arraySize)) {
             warning("Array-size mismatch (%d).", {measurement.arraySize});
         }
     } else if (measurement.hasArraySize && measurement.arraySize != 1) {
-        dims[0] = measurement.arraySize;
+        dims[0] = std::max(measurement.arraySize, 0);
     }
     if (dims != decltype(dims){}) {
         measurement.signal.extras().matrixDims = dims;
@@ -194,16 +195,12 @@ int PhA2l::readByteOrder(PhByteOrder& byteOrder) {
     return next();
 }
 
-// Negative sizes count as "not present" before anything is computed from them.
 int PhA2l::parseArraySize(Measurement& measurement) {
-    std::int32_t size = 0;
-    if (readIntegerOrWarn(size)) {
-        measurement.hasArraySize = true;
-        measurement.arraySize = std::max(size, 0);
-    }
+    measurement.hasArraySize |= readIntegerOrWarn(measurement.arraySize);
     return next();
 }
 
+// Negative sizes count as "not present" before anything is computed from them.
 int PhA2l::parseMatrixDim(Measurement& measurement) {
     measurement.hasMatrixDim = true;
     measurement.matrixDim = {1, 1, 1};

@@ -136,6 +136,9 @@ TEST(Measurement, ArraySizeMustFitTheMatrix) {
     EXPECT_EQ(warnings("MATRIX_DIM 2 ARRAY_SIZE 1"), "Warning 1: Array-size mismatch (1).\n");
     EXPECT_EQ(warnings("MATRIX_DIM ARRAY_SIZE 2"), "Warning 1: Array-size mismatch (2).\n");
     EXPECT_EQ(warnings("MATRIX_DIM -2 3 ARRAY_SIZE 0"), "");
+    EXPECT_EQ(warnings("MATRIX_DIM -2 3 ARRAY_SIZE -6"), "Warning 1: Array-size mismatch (-6).\n");
+    EXPECT_EQ(warnings("MATRIX_DIM 2147483647 2147483647 2147483647 ARRAY_SIZE -1"),
+              "Warning 1: Array-size mismatch (-1).\n");
     EXPECT_EQ(warnings("MATRIX_DIM 2147483647 2147483647 2147483647 ARRAY_SIZE 1"),
               "Warning 1: Array-size mismatch (1).\n");
 }
