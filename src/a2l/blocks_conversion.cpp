@@ -197,10 +197,10 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 }
 
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
-    const PhString name(kTablePrefix, readIdentifier().view());
-    auto table = define(placeholders_.conversions, name.view());
+    const PhString name = readIdentifier();
+    auto table = define(placeholders_.conversions, PhString(kTablePrefix, name.view()).view());
     readLongIdentifier(*table);
-    traceBlock(traceFormat, *table);
+    traceText(traceFormat, name);
     return table;
 }
 

@@ -209,14 +209,13 @@ TEST(PhA2l, VerboseTracesEveryBlock) {
         "/begin USER_RIGHTS l /end USER_RIGHTS /begin IF_DATA Z /end IF_DATA /end MODULE /end "
         "PROJECT",
         {.verbose = true});
-    EXPECT_EQ(
-        parsed.console,
-        "-: Parse PROJECT 'P'\n-: Parse HEADER 'h'\n-: Parse MODULE 'M'\n-:   Parse A2ML \n"
-        "-:   Parse MOD_PAR 'p'\n-: Parse UNIT 'u'\n-: Parse RECORD_LAYOUT\n"
-        "-: Parse COMPU_METHOD 'c'\n-: Parse COMPU_TAB 'TAB::t'\n-: Parse COMPU_VTAB 'TAB::v'\n"
-        "-: Parse COMPU_VTAB_RANGE 'TAB::w'\n-: Parse MEASUREMENT 'm'\n"
-        "-: Parse CHARACTERISTIC 'k'\n-: Parse GROUP 'g'\n-: Parse FUNCTION 'f'\n"
-        "-: Parse FRAME 'a'\n-: Parse USER_RIGHTS\n-:   Parse unknown IF_DATA 'Z'\n");
+    EXPECT_EQ(parsed.console,
+              "-: Parse PROJECT 'P'\n-: Parse HEADER 'h'\n-: Parse MODULE 'M'\n-:   Parse A2ML \n"
+              "-:   Parse MOD_PAR 'p'\n-: Parse UNIT 'u'\n-: Parse RECORD_LAYOUT\n"
+              "-: Parse COMPU_METHOD 'c'\n-: Parse COMPU_TAB 't'\n-: Parse COMPU_VTAB 'v'\n"
+              "-: Parse COMPU_VTAB_RANGE 'w'\n-: Parse MEASUREMENT 'm'\n"
+              "-: Parse CHARACTERISTIC 'k'\n-: Parse GROUP 'g'\n-: Parse FUNCTION 'f'\n"
+              "-: Parse FRAME 'a'\n-: Parse USER_RIGHTS\n-:   Parse unknown IF_DATA 'Z'\n");
 }
 
 TEST(PhA2l, PrintTokensTracesOneLineEach) {
