@@ -36,7 +36,7 @@ std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
 }  // namespace
 
 int PhA2l::parseMeasurement(PhGroup& module) {
-    auto signal = defineNext(placeholders_.signals);
+    auto signal = defineNext(&PhGroup::signals, placeholders_.signals);
     Measurement measurement{*signal};
     const int kind = parseMeasurementBody(measurement);
     if (kind != END || next() != MEASUREMENT) {
@@ -275,7 +275,7 @@ int PhA2l::parseVirtual(Measurement& measurement) {
 }
 
 int PhA2l::parseCharacteristic(PhGroup& module) {
-    auto owner = defineNext(placeholders_.signals);
+    auto owner = defineNext(&PhGroup::signals, placeholders_.signals);
     PhEntity& signal = *owner;
     readLongIdentifier(signal);
     keepIn(module.signals, std::move(owner));

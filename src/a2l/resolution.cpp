@@ -14,6 +14,7 @@ class ScopeResolver {
     void resolveAll();
 
   private:
+    void resolveType(PhTypeData& type);
     void resolveConversion(PhConversion& conversion);
     void resolveSignal(PhEntity& signal);
     void resolveFunction(PhFunction& function);
@@ -35,7 +36,16 @@ constexpr std::string_view kSignalMessage = "Signal '%s' unresolved.\n";
 constexpr std::string_view kFunctionMessage = "Function '%s' unresolved.\n";
 constexpr std::string_view kRecordLayoutMessage = "RecordLayout '%s' unresolved.\n";
 
+// Whoever follows the messages sees them in this order.
 void ScopeResolver::resolveAll() {
+    for (PhEntity& signal : scope_.signals) {
+        resolveReference(signal.recordLayout, &PhGroup::recordLayouts, kRecordLayoutMessage);
+    }
+    for (PhRecordLayout& layout : scope_.recordLayouts) {
+        if (layout.dataType) {
+            resolveType(*layout.dataType);
+        }
+    }
     for (PhConversion& conversion : scope_.conversions) {
         resolveConversion(conversion);
     }
@@ -50,14 +60,22 @@ void ScopeResolver::resolveAll() {
     }
 }
 
+// The conversion may be that of an enclosing scope, whose own turn comes later.
+void ScopeResolver::resolveType(PhTypeData& type) {
+    resolveReference(type.conversion, &PhGroup::conversions, kConversionMessage);
+    if (type.conversion) {
+        resolveConversion(*type.conversion);
+    }
+    resolveReference(type.unit, &PhGroup::units, kUnitMessage);
+}
+
 void ScopeResolver::resolveConversion(PhConversion& conversion) {
     resolveReference(conversion.tableRef, &PhGroup::conversions, kConversionMessage);
     resolveReference(conversion.unit, &PhGroup::units, kUnitMessage);
 }
 
 void ScopeResolver::resolveSignal(PhEntity& signal) {
-    resolveReference(signal.recordLayout, &PhGroup::recordLayouts, kRecordLayoutMessage);
-    resolveReference(signal.datatype.conversion, &PhGroup::conversions, kConversionMessage);
+    resolveType(signal.datatype);
     if (PhEntity::Extras* extras = signal.extrasIfAny()) {
         resolveReferences(extras->virtualMembers, &PhGroup::signals, kSignalMessage);
     }

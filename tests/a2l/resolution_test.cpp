@@ -107,6 +107,67 @@ TEST(Resolve, MissingDefinitionLeavesAMarkedPlaceholderAndTellsTheLogger) {
     EXPECT_TRUE(model.inner->signals.at(0).datatype.conversion->isUnresolved());
 }
 
+/// A reader's warnings about references, in the order in which they are sent.
+std::string unresolvedIn(std::string_view content) {
+    CollectingConsole console;
+    const std::string text = moduleText(content);
+    MemoryInputFile input(text);
+    PhRoot root;
+    WarningLogger logger;
+    EXPECT_EQ(PhA2l(console, "a.a2l").parse(root, input), 0);
+    root.logger = &logger;
+    resolve(root);
+    return logger.record;
+}
+
+TEST(Resolve, ALoggerSeesOneKindAfterTheOther) {
+    EXPECT_EQ(
+        unresolvedIn("/begin FRAME f \"\" 0 0 FRAME_MEASUREMENT s3 /end FRAME "
+                     "/begin GROUP g \"\" /begin SUB_GROUP g2 /end SUB_GROUP "
+                     "/begin REF_MEASUREMENT s2 /end REF_MEASUREMENT /end GROUP "
+                     "/begin MEASUREMENT m \"\" UBYTE c1 0 0 0 1 "
+                     "/begin VIRTUAL s1 /end VIRTUAL /end MEASUREMENT "
+                     "/begin CHARACTERISTIC k \"\" VALUE 0 r1 0 c2 0 1 /end CHARACTERISTIC "
+                     "/begin CHARACTERISTIC l \"\" VALUE 0 r2 0 c3 0 1 /end CHARACTERISTIC "
+                     "/begin COMPU_METHOD c3 \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF t REF_UNIT "
+                     "u /end COMPU_METHOD"),
+        "RecordLayout 'r1' unresolved.\nRecordLayout 'r2' unresolved.\n"
+        "Conversion 'TAB::t' unresolved.\nUnit 'u' unresolved.\n"
+        "Conversion 'c1' unresolved.\nSignal 's1' unresolved.\n"
+        "Conversion 'c2' unresolved.\n"
+        "Signal 's2' unresolved.\nFunction 'g2' unresolved.\nSignal 's3' unresolved.\n");
+}
+
+TEST(Resolve, AMissingNameIsToldOnce) {
+    const std::string twice =
+        "/begin MEASUREMENT m \"\" UBYTE c 0 0 0 1 /begin VIRTUAL s s /end VIRTUAL "
+        "/end MEASUREMENT "
+        "/begin CHARACTERISTIC k \"\" VALUE 0 r 0 c 0 1 /end CHARACTERISTIC "
+        "/begin COMPU_METHOD d \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF t REF_UNIT u "
+        "/end COMPU_METHOD "
+        "/begin GROUP g \"\" /begin SUB_GROUP h h /end SUB_GROUP "
+        "/begin REF_MEASUREMENT s s /end REF_MEASUREMENT /end GROUP "
+        "/begin FRAME f \"\" 0 0 FRAME_MEASUREMENT s s /end FRAME ";
+    EXPECT_EQ(unresolvedIn(twice + twice),
+              "RecordLayout 'r' unresolved.\nConversion 'TAB::t' unresolved.\n"
+              "Unit 'u' unresolved.\nConversion 'c' unresolved.\nSignal 's' unresolved.\n"
+              "Function 'h' unresolved.\n");
+}
+
+TEST(Resolve, ASignalsConversionInAnOuterScopeIsResolvedWithTheSignal) {
+    TwoScopes model;
+    WarningLogger logger;
+    model.root.logger = &logger;
+    const auto outer = conversion("c");
+    outer->tableRef = conversion("TAB::t", true);
+    model.outer->conversions.append(conversion("b"));
+    model.outer->conversions.at(0).tableRef = conversion("TAB::s", true);
+    model.outer->conversions.append(outer);
+    model.inner->signals.append(signalWith(conversion("c", true)));
+    resolve(model.root);
+    EXPECT_EQ(logger.record, "Conversion 'TAB::t' unresolved.\nConversion 'TAB::s' unresolved.\n");
+}
+
 TEST(Resolve, RealObjectsAreLeftAlone) {
     TwoScopes model;
     const auto own = conversion("c");
@@ -214,6 +275,20 @@ TEST(Definition, OfASignalThatIsItsOwnMember) {
     resolveScope(*makePh<PhRoot>(), *module);
     PhEntity& signal = module->signals.at(0);
     EXPECT_EQ(&signal.extras().virtualMembers.at(0), &signal);
+}
+
+TEST(Definition, OfASignalThatIsItsOwnMemberAndIsDefinedTwice) {
+    const std::string own =
+        std::string(kMeasurement) + "/begin VIRTUAL m /end VIRTUAL /end MEASUREMENT ";
+    for (const std::string& before : {std::string(), std::string(kGroup)}) {
+        ParsedModule module(before + own + own);
+        resolveScope(*makePh<PhRoot>(), *module);
+        ASSERT_EQ(module->signals.count(), 2U);
+        for (PhEntity& signal : module->signals) {
+            EXPECT_FALSE(signal.isPlaceholder());
+            EXPECT_EQ(&signal.extras().virtualMembers.at(0), &module->signals.at(0));
+        }
+    }
 }
 
 TEST(Definition, OfATableTakesItsPlaceholder) {

@@ -129,6 +129,10 @@ TEST(Xcp, OutsideOfAModuleNothingIsKept) {
         "/begin DAQ_EVENT FIXED_EVENT_LIST EVENT 1 /end DAQ_EVENT /end IF_DATA";
     EXPECT_EQ(moduleDump("/begin GROUP G \"\" " + block + " /end GROUP"),
               "function G longIdentifier=\"\"\n");
+    EXPECT_EQ(moduleDump("/begin MOD_PAR \"\" /begin MEMORY_SEGMENT S \"\" DATA RAM INTERN 0 0 0 0 "
+                         "0 0 0 " +
+                         block + " /end MEMORY_SEGMENT /end MOD_PAR"),
+              "memoryPage S longIdentifier=\"\" use=Data memoryType=Ram attribute=Intern\n");
     EXPECT_EQ(parseModule("/begin GROUP G \"\" " + block + " /end GROUP", {.verbose = true})
                   .console.find("Merging"),
               std::string::npos);
