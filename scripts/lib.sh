@@ -4,7 +4,7 @@ project_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$project_root"
 
 build_packages=(g++ cmake ninja-build qt6-base-dev zlib1g-dev libarchive-dev)
-test_packages=(libgtest-dev libgmock-dev mandoc python3 make)
+test_packages=(libgtest-dev libgmock-dev mandoc python3 make expect zsh)
 lint_packages=(clang-format clang-tidy cppcheck)
 windows_packages=(g++-mingw-w64-x86-64-win32)
 fuzz_packages=(clang libclang-rt-dev)

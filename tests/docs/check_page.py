@@ -65,16 +65,18 @@ VARIABLES = [
 
 @dataclass
 class Block:
-    """Lines of code, the paragraph before them, and the number of the first one."""
+    """Lines of code, the number of the first one, and the text before them: a paragraph, a section."""
 
     line: int
     intro: str
+    text_so_far: str
     lines: list
 
 
 @dataclass
 class Section:
     title: str
+    text: str = ""
     blocks: list = field(default_factory=list)
     tables: list = field(default_factory=list)
 
@@ -116,7 +118,7 @@ class PageReader:
         self.behind_blank = line == ""
 
     def start_block(self, number):
-        self.block = Block(number, " ".join(self.paragraph), [])
+        self.block = Block(number, " ".join(self.paragraph), self.section.text, [])
         self.section.blocks.append(self.block)
         self.paragraph = []
 
@@ -133,6 +135,7 @@ class PageReader:
             self.table.append((number, [cell.strip() for cell in cells]))
         else:
             self.table = None
+        self.section.text += line + "\n"
         if line:
             self.paragraph = [*([] if self.behind_blank else self.paragraph), line]
 
@@ -259,7 +262,7 @@ class Page:
         (place / "build/release/bin/quillmark").symlink_to(self.program)
 
     def copy_mentioned(self, block, place):
-        text = "\n".join([block.intro, *block.lines])
+        text = "\n".join([block.text_so_far, *block.lines])
         for name in re.findall(r"examples/([a-z-]+)\b", text):
             if (self.source / "examples" / name).is_dir():
                 shutil.copytree(self.source / "examples" / name, place, dirs_exist_ok=True)
