@@ -2,7 +2,10 @@
 
 #include <QDateTime>
 #include <QTimeZone>
+#include <chrono>
 #include <cstdlib>
+
+#include "platform/time_zone.h"
 
 namespace quillmark {
 
@@ -24,7 +27,8 @@ GenerationTime describe(const QDateTime& local) {
 }  // namespace
 
 GenerationTime currentGenerationTime() {
-    return describe(QDateTime::currentDateTime());
+    const std::int64_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    return generationTimeAt(now, utcOffsetAt(now));
 }
 
 GenerationTime generationTimeAt(std::int64_t secondsSinceEpoch, std::int32_t utcOffset) {

@@ -1,5 +1,6 @@
 #include "package/archive.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -10,9 +11,10 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <sys/stat.h>
 
+#include "package/entry_status.h"
 #include "package/error_texts.h"
+#include "platform/file_name.h"
 #include "platform/file_stream.h"
 #include "platform/input_file.h"
 
@@ -23,12 +25,10 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kBlockBytes = 8192;
 
-using OpenFile = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 using Entry = std::unique_ptr<archive_entry, void (*)(archive_entry*)>;
 using Writer = std::unique_ptr<archive, int (*)(archive*)>;
 
-/// A warning means that all was written, though not in the way that was asked for: a name that is
-/// no text in the current locale is kept as bytes.
+/// A warning means that all was written, though not in the way that was asked for.
 bool succeeded(int result) {
     return result == ARCHIVE_OK || result == ARCHIVE_WARN;
 }
@@ -71,12 +71,10 @@ bool writeFile(archive* writer, const StagedFile& staged) {
         return false;
     }
     StandardInputFile file(stream);
-    struct stat status {};
     const Entry entry(archive_entry_new(), &archive_entry_free);
-    if (entry == nullptr || stat(staged.path.c_str(), &status) != 0) {
+    if (entry == nullptr || !copyStatus(stream, entry.get())) {
         return false;
     }
-    archive_entry_copy_stat(entry.get(), &status);
     archive_entry_set_pathname(entry.get(), staged.entryName.c_str());
     return succeeded(archive_write_header(writer, entry.get())) &&
            writeContent(writer, file, archive_entry_size(entry.get())) &&
@@ -92,14 +90,36 @@ bool writeFiles(archive* writer, const std::vector<StagedFile>& files) {
     return true;
 }
 
+bool isAscii(const StagedFile& file) {
+    constexpr unsigned char kLastAscii = 0x7F;
+    return std::ranges::all_of(file.entryName,
+                               [](unsigned char byte) { return byte <= kLastAscii; });
+}
+
+/// Names are bytes in the package, too. That is said in a header of each entry, which is spared
+/// where it would say nothing; without it Windows would take the bytes for Latin-1.
+bool setFormat(archive* writer, const std::vector<StagedFile>& files) {
+    return succeeded(archive_write_set_format_pax_restricted(writer)) &&
+           (std::ranges::all_of(files, &isAscii) ||
+            succeeded(archive_write_set_format_option(writer, nullptr, "hdrcharset", "BINARY")));
+}
+
+// The library has a call for each kind of characters that paths of a system are made of.
+int openFile(archive* writer, const char* path) {
+    return archive_write_open_filename(writer, path);
+}
+[[maybe_unused]] int openFile(archive* writer, const wchar_t* path) {
+    return archive_write_open_filename_w(writer, path);
+}
+
 /// Writes the whole archive into the file of that name.
 int writeArchive(const fs::path& path, const std::vector<StagedFile>& files, int compression) {
     const Writer writer(archive_write_new(), &archive_write_free);
     if (writer == nullptr || !succeeded(addFilter(writer.get(), compression)) ||
-        !succeeded(archive_write_set_format_pax_restricted(writer.get()))) {
+        !setFormat(writer.get(), files)) {
         return kArchiveNotMade;
     }
-    if (!succeeded(archive_write_open_filename(writer.get(), path.string().c_str()))) {
+    if (!succeeded(openFile(writer.get(), path.c_str()))) {
         return kArchiveNotOpened;
     }
     const bool complete = writeFiles(writer.get(), files);
@@ -129,7 +149,8 @@ std::optional<fs::path> withoutLinks(fs::path path) {
 }
 
 bool isWritable(const fs::path& file) {
-    return OpenFile(openStream(file.string(), "r+b"), &std::fclose) != nullptr;
+    std::FILE* const stream = openStream(toName(file), "r+b");
+    return stream != nullptr && std::fclose(stream) == 0;
 }
 
 /// Creates an empty file that did not exist, in the directory of another one. The name is short
@@ -138,8 +159,7 @@ std::optional<fs::path> createFileBeside(const fs::path& other) {
     constexpr int kMostNames = 1000;
     for (int i = 1; i <= kMostNames; ++i) {
         const fs::path path = other.parent_path() / (".zpki_" + std::to_string(i) + ".part");
-        const OpenFile file(openStream(path.string(), "wbx"), &std::fclose);
-        if (file != nullptr) {
+        if (createEmptyFile(toName(path))) {
             return path;
         }
         std::error_code error;
@@ -189,7 +209,7 @@ int replaceArchive(const fs::path& target, const fs::file_status& old,
 
 int createArchive(const std::string& archivePath, const std::vector<StagedFile>& files,
                   int compression) {
-    const std::optional<fs::path> target = withoutLinks(archivePath);
+    const std::optional<fs::path> target = withoutLinks(toPath(archivePath));
     if (!target || target->filename().empty()) {
         return kArchiveNotOpened;
     }

@@ -1,15 +1,19 @@
 #include "package/package_builder.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
+#include <QTimeZone>
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
 #include "package/archive.h"
 #include "package/error_texts.h"
+#include "platform/directories.h"
+#include "platform/file_name.h"
+#include "platform/time_zone.h"
 
 namespace quillmark {
 namespace {
@@ -35,17 +39,20 @@ bool mayStandInPrefix(char c) {
 /// package has already taken its place; and what is no file (a device) is not ours to delete.
 void removePackedFile(const std::string& includeFile, const std::string& package) {
     std::error_code error;
-    if (fs::equivalent(includeFile, package, error) || !fs::is_regular_file(includeFile, error)) {
+    const fs::path path = toPath(includeFile);
+    if (fs::equivalent(path, toPath(package), error) || !fs::is_regular_file(path, error)) {
         return;
     }
-    fs::remove(includeFile, error);
+    fs::remove(path, error);
 }
 
 }  // namespace
 
 PackageEnvironment currentPackageEnvironment() {
-    const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd_hhmmss"));
-    return {QFile::encodeName(QDir::tempPath()).toStdString(), now.toStdString()};
+    const std::int64_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    const QString name = QDateTime::fromSecsSinceEpoch(now, QTimeZone(utcOffsetAt(now)))
+                             .toString(QStringLiteral("yyyyMMdd_hhmmss"));
+    return {temporaryDirectory(), name.toStdString()};
 }
 
 cGenerator::cGenerator(PackageEnvironment environment, Console& console)

@@ -1,14 +1,14 @@
 #include "package/staging.h"
 
-#include <QByteArray>
-#include <QDir>
-#include <QFile>
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
 
 #include "package/error_texts.h"
 #include "platform/copy_file.h"
+#include "platform/directories.h"
+#include "platform/file_name.h"
 
 namespace quillmark {
 namespace {
@@ -21,7 +21,7 @@ constexpr std::string_view kSigtrak = "deviceconf/sigtrak";
 
 bool isDirectory(const std::string& path) {
     std::error_code error;
-    return fs::is_directory(path, error);
+    return fs::is_directory(toPath(path), error);
 }
 
 /// Whether files inside a directory can be reached, which takes the right to search it.
@@ -31,30 +31,32 @@ bool canEnter(const std::string& directory) {
 
 bool exists(const std::string& path) {
     std::error_code error;
-    return fs::exists(path, error);
+    return fs::exists(toPath(path), error);
 }
 
 /// False also if there is something of that name.
 bool createDirectory(const std::string& path) {
     std::error_code error;
-    return fs::create_directory(path, error);
+    return fs::create_directory(toPath(path), error);
 }
 
-/// Copies over what has the target's name, even if it is a copy that may not be written to.
-bool stageCopy(const std::string& source, const std::string& target) {
-    std::error_code ignored;
-    fs::permissions(target, fs::perms::owner_write, fs::perm_options::add, ignored);
-    return copyFile(source, target);
+/// Removes a file, even a copy that may not be written to.
+bool removeFile(const std::string& name) {
+    const fs::path path = toPath(name);
+    std::error_code error;
+    fs::permissions(path, fs::perms::owner_write, fs::perm_options::add, error);
+    fs::remove(path, error);
+    return !error;
 }
 
-/// As createDirectory, closed to everybody else from the start.
-bool createPrivateDirectory(const std::string& path) {
-    return QDir().mkdir(QFile::decodeName(QByteArray::fromStdString(path)),
-                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+bool removeDirectory(const std::string& path) {
+    std::error_code error;
+    fs::remove(toPath(path), error);
+    return !error;
 }
 
 std::string fileNameOf(const std::string& path) {
-    return fs::path(path).filename().string();
+    return toName(toPath(path).filename());
 }
 
 std::string joined(std::string_view directory, std::string_view name) {
@@ -68,11 +70,11 @@ int cZpkcCommon::createStagingTree(const std::string& baseDir, const std::string
         return kBaseDirectoryMissing;
     }
     std::error_code error;
-    const fs::path base = fs::absolute(baseDir, error);
+    const fs::path base = fs::absolute(toPath(baseDir), error);
     if (error) {
         return kBaseDirectoryMissing;
     }
-    stagingDir_ = (base / name).string();
+    stagingDir_ = toName(base / name);
     if (!createPrivateDirectory(stagingDir_)) {
         return kStagingNotCreated;
     }
@@ -115,10 +117,9 @@ int cZpkcCommon::copyUserFiles(const std::vector<std::string>& files, std::strin
         }
         const std::string entryName =
             joined(kUserFiles, std::string(prefix).append(fileNameOf(file)));
-        if (!stageCopy(file, pathOf(entryName))) {
+        if (!stage(file, entryName)) {
             return kCopyingUserFileFailed;
         }
-        remember(entryName);
         report("Database file %1 copied to %2", {file, pathOf(entryName)});
     }
     failedFile_.clear();
@@ -138,19 +139,16 @@ int cZpkcCommon::copyConfigurationFile(const std::string& file, bool keepName) {
     const std::string entryName = joined(kSigtrak, keepName ? fileNameOf(file) : "sigtrak.cfg");
     // Whoever wrote the document into a pipe would wait for it to come out there forever.
     std::error_code error;
-    if (fs::is_fifo(file, error) || !stageCopy(file, pathOf(entryName))) {
+    if (fs::is_fifo(toPath(file), error) || !stage(file, entryName)) {
         return kCopyingConfigurationFileFailed;
     }
-    remember(entryName);
     report("Configuration file %1 copied to %2", {file, pathOf(entryName)});
     return kPackageOk;
 }
 
 int cZpkcCommon::cleanUp() {
-    std::error_code error;
     for (const StagedFile& file : staged_) {
-        fs::remove(file.path, error);
-        if (error) {
+        if (!removeFile(file.path)) {
             return kRemovingStagedFileFailed;
         }
         report("Temporary file %1 removed", {file.path});
@@ -160,18 +158,39 @@ int cZpkcCommon::cleanUp() {
     constexpr std::array<std::string_view, 6> kInnermostFirst = {
         "descriptionfiles", kUserFiles, kSigtrak, "deviceconf/vistrel", kDeviceConf, ""};
     for (const std::string_view directory : kInnermostFirst) {
-        fs::remove(pathOf(directory), error);
-        if (error) {
+        if (!removeDirectory(pathOf(directory))) {
             return kRemovingDirectoryFailed;
         }
     }
     return kPackageOk;
 }
 
-void cZpkcCommon::remember(const std::string& entryName) {
-    if (entryNames_.insert(entryName).second) {
-        staged_.push_back({pathOf(entryName), entryName});
+bool cZpkcCommon::stage(const std::string& file, const std::string& entryName) {
+    const bool replacesAnother = isStaged(entryName);
+    if (replacesAnother) {
+        // As it may not be written to, it could stand in the way.
+        removeFile(pathOf(entryName));
     }
+    if (!copyFile(file, pathOf(entryName))) {
+        return false;
+    }
+    if (!replacesAnother) {
+        staged_.push_back({pathOf(entryName), entryName});
+        entryNames_.insert(entryName);
+    }
+    return true;
+}
+
+bool cZpkcCommon::isStaged(const std::string& entryName) const {
+    if (entryNames_.contains(entryName)) {
+        return true;
+    }
+    // Where capitals and small letters are the same, two names may be those of one file.
+    const fs::path path = toPath(pathOf(entryName));
+    std::error_code error;
+    return fs::exists(path, error) && std::ranges::any_of(staged_, [&](const StagedFile& other) {
+               return fs::equivalent(toPath(other.path), path, error);
+           });
 }
 
 void cZpkcCommon::report(std::string_view text, std::initializer_list<std::string_view> arguments) {

@@ -48,7 +48,8 @@ class cZpkcCommon {
 
   private:
     int createSubdirectories() const;
-    void remember(const std::string& entryName);
+    bool stage(const std::string& file, const std::string& entryName);
+    bool isStaged(const std::string& entryName) const;
     void report(std::string_view text, std::initializer_list<std::string_view> arguments);
     std::string pathOf(std::string_view entryName) const;
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/file_name.h"
 #include "platform/file_stream.h"
 
 namespace quillmark {
@@ -63,7 +64,7 @@ std::size_t MemoryInputFile::read(char* buffer, std::size_t size) {
 
 std::size_t announcedSize(const std::string& name) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(name, error);
+    const std::uintmax_t size = std::filesystem::file_size(toPath(name), error);
     return error ? 0 : static_cast<std::size_t>(size);
 }
 

@@ -26,9 +26,20 @@ std::string contentOf(const fs::directory_entry& entry) {
     return probe ? readBytes(entry.path()) : "{{UNREADABLE}}";
 }
 
+/// Whether a name has a backslash that is not the second byte of a Japanese character.
+bool hasBackslash(const std::string& name) {
+    constexpr unsigned char kLastAscii = 0x7F;
+    std::size_t i = name.find('\\');
+    while (i != std::string::npos && i > 0 &&
+           static_cast<unsigned char>(name[i - 1]) > kLastAscii) {
+        i = name.find('\\', i + 1);
+    }
+    return i != std::string::npos;
+}
+
 bool isProperName(const std::string& name) {
     const fs::path path(name);
-    if (name.empty() || path.is_absolute() || name.find('\\') != std::string::npos) {
+    if (name.empty() || path.is_absolute() || hasBackslash(name)) {
         return false;
     }
     for (const fs::path& part : path) {

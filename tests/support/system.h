@@ -27,6 +27,10 @@ bool becomeUnknownUser();
 /// Makes a named pipe; false if that cannot be, as on Windows.
 bool makePipe(const std::string& name);
 
+/// The code page whose text the names of files are on Windows; kAnyBytes elsewhere.
+inline constexpr unsigned kAnyBytes = 0;
+unsigned codePage();
+
 /// The most memory that this process has held at any time [bytes].
 std::size_t peakMemory();
 

@@ -31,6 +31,10 @@ bool makePipe(const std::string& name) {
     return mkfifo(name.c_str(), 0600) == 0;
 }
 
+unsigned codePage() {
+    return kAnyBytes;
+}
+
 std::size_t peakMemory() {
     constexpr std::size_t kKibibyte = 1024;
     rusage usage{};

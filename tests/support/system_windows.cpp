@@ -1,9 +1,12 @@
 #include <array>
 #include <cstdlib>
 
+// The others build on the first.
+// clang-format off
+#include <windows.h>
 #include <lmcons.h>
 #include <psapi.h>
-#include <windows.h>
+// clang-format on
 
 #include "support/system.h"
 
@@ -29,6 +32,10 @@ bool becomeUnknownUser() {
 
 bool makePipe(const std::string&) {
     return false;
+}
+
+unsigned codePage() {
+    return GetACP();
 }
 
 std::size_t peakMemory() {
