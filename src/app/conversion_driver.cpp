@@ -1,12 +1,12 @@
 #include "app/conversion_driver.h"
 
 #include <cstddef>
-#include <filesystem>
 
 #include "a2l/ph_a2l.h"
 #include "a2l/resolution.h"
 #include "cfginclude/include_document.h"
 #include "package/package_builder.h"
+#include "platform/file_name.h"
 
 namespace quillmark {
 namespace {
@@ -22,10 +22,6 @@ bool readDescription(const std::string& fileName, PhRoot& model, Console& consol
     resolve(model);
     return true;
 }
-
-// A backslash parts directories on Windows only; elsewhere it may stand in a file's name.
-constexpr std::string_view kDirectorySeparators =
-    std::filesystem::path::preferred_separator == '/' ? "/" : "/\\";
 
 }  // namespace
 
@@ -50,8 +46,7 @@ ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, C
 }
 
 std::string zpkiNameFor(std::string_view outputFile) {
-    const std::size_t separator = outputFile.find_last_of(kDirectorySeparators);
-    const std::size_t fileStart = separator == std::string_view::npos ? 0 : separator + 1;
+    const std::size_t fileStart = startOfLastPart(outputFile, kDirectorySeparators);
     const std::size_t dot = outputFile.rfind('.');
     if (dot == std::string_view::npos || dot < fileStart || dot + 1 == outputFile.size()) {
         return {};

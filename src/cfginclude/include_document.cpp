@@ -4,6 +4,7 @@
 
 #include "cfginclude/include_format.h"
 #include "cfginclude/module_output.h"
+#include "platform/file_name.h"
 #include "platform/login_name.h"
 #include "platform/output_sink.h"
 #include "platform/program.h"
@@ -20,7 +21,7 @@ std::string joined(std::string_view first, std::string_view second) {
 
 /// The file part of a path of either kind of system.
 std::string_view baseName(std::string_view path) {
-    return path.substr(path.find_last_of("/\\") + 1);  // npos + 1 is 0: the whole name
+    return path.substr(startOfLastPart(path, "/\\"));
 }
 
 /// Adds the stations of all modules; false when one of them lacks what every station must tell.

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "support/collecting_console.h"
+#include "support/system.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -37,6 +38,18 @@ TEST(ZpkiNameFor, NoSuffixNoName) {
 
 TEST(ZpkiNameFor, BytesTravelUnchanged) {
     EXPECT_EQ(zpkiNameFor("\xff\xe4 x/st\xfc.y"), "\xff\xe4 x/st\xfc.zpki");
+}
+
+TEST(ZpkiNameFor, ABackslashPartsDirectoriesOnWindowsOnly) {
+    EXPECT_EQ(zpkiNameFor("v1.2\\station"), kIsWindows ? "" : "v1.zpki");
+    EXPECT_EQ(zpkiNameFor("out\\station.x"), "out\\station.zpki");
+    EXPECT_EQ(zpkiNameFor("v1.2\\st.x/y"), "");
+}
+
+TEST(ZpkiNameFor, HalfACharacterIsNoBackslash) {
+    // In code page 932 the first two bytes behind the dot are one character.
+    const bool isOneCharacter = !kIsWindows || codePage() == 932;
+    EXPECT_EQ(zpkiNameFor("v1.\x95\x5cx"), isOneCharacter ? "v1.zpki" : "");
 }
 
 // --- convertCommand ---------------------------------------------------------------------------

@@ -10,6 +10,7 @@
 #include "platform/login_name.h"
 #include "support/collecting_console.h"
 #include "support/refusals.h"
+#include "support/system.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -157,6 +158,13 @@ TEST_F(IncludeDocumentTest, FirstCommentHasTheFilePartOfTheInput) {
         EXPECT_EQ(text.substr(0, text.find('\n')),
                   "#" + std::string(row.base) + " created by: VELTRA Quillmark 1.43");
     }
+}
+
+TEST_F(IncludeDocumentTest, FirstCommentKeepsCharactersWhole) {
+    // In code page 932 the byte of a backslash is the second one of a character here.
+    request_.inputFile = "dir\\\x95\x5c.a2l";
+    const std::string base = codePage() == 932 ? "\x95\x5c.a2l" : ".a2l";
+    EXPECT_TRUE(written().starts_with("#" + base + " created by: "));
 }
 
 TEST_F(IncludeDocumentTest, SourceHasTheInputAsGiven) {
