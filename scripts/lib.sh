@@ -6,7 +6,8 @@ cd "$project_root"
 build_packages=(g++ cmake ninja-build qt6-base-dev zlib1g-dev libarchive-dev)
 test_packages=(libgtest-dev libgmock-dev mandoc python3 make expect zsh)
 lint_packages=(clang-format clang-tidy cppcheck)
-windows_packages=(g++-mingw-w64-x86-64-win32)
+windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build dpkg-dev
+    qt6-base-dev libarchive-dev googletest wine wine64 zip unzip)
 fuzz_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev)
@@ -50,6 +51,12 @@ need_packages() {
     fi
 }
 
+# source_version PACKAGE: the version of the source package that an installed package was made of.
+source_version() {
+    # shellcheck disable=SC2016 # dpkg-query fills this in
+    dpkg-query -W -f '${source:Version}\n' "$1"
+}
+
 # build PRESET [TARGET...]: configures and builds. QUILLMARK_WARNINGS_AS_ERRORS=ON in the environment
 # makes every warning an error, as the gate does; another compiler need not share our view of them.
 build() {
@@ -67,4 +74,26 @@ build() {
 # own_sources: prints the C++ files of the project, each ended by a NUL.
 own_sources() {
     find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
+}
+
+# start_wine: makes the prefix of Wine that scripts/wine uses, if it is not there, and keeps a program
+# alive in it until this script ends, without which every start would take seconds.
+start_wine() {
+    export WINEPREFIX=${WINEPREFIX:-$project_root/build/wine}
+    if [[ ! -e $WINEPREFIX/ready ]]; then
+        mkdir -p "$WINEPREFIX"
+        scripts/wine wineboot --init >"$WINEPREFIX/log" 2>&1
+        # What these say would be stronger than the TMP that scripts/wine hands on.
+        local key name
+        for key in 'HKCU\Environment' \
+            'HKLM\System\CurrentControlSet\Control\Session Manager\Environment'; do
+            for name in TMP TEMP; do
+                scripts/wine reg delete "$key" /v "$name" /f >>"$WINEPREFIX/log" 2>&1
+            done
+        done
+        env -u TMPDIR wineserver --wait
+        touch "$WINEPREFIX/ready"
+    fi
+    # It waits for a key until this script has ended.
+    exec {wine_keeper}> >(exec scripts/wine cmd /c pause >/dev/null 2>&1)
 }
