@@ -16,7 +16,8 @@
 //              env NAME=VALUE
 //              file-limit BYTES         no file of the program grows longer, as on a full disk
 //              memory-limit BYTES       so much address space has the program; the case is passed
-//                                       over where a sanitizer needs more than any limit
+//                                       over where a sanitizer needs more than any limit. A program
+//                                       for Windows has no limit
 //              occupy-staging-names     other directories have the names of staging directories
 //   stdout, stderr   the output of all runs; absent if empty
 //   exit     the exit statuses, one per line; absent if all are 0
@@ -24,8 +25,13 @@
 //            folder x.zpki.d/ holds the files and x.zpki.list their names and sizes in order
 //   gone     the files of in/ that disappeared
 //   tmp/     what is left in the directory for temporary files
+//   windows  why no program for Windows can do that; such a program is not run then
 // What differs from run to run is written as a placeholder (see placeholders.h). --update records
 // what the program does now; the difference is then to be reviewed.
+//
+// With --windows LAUNCHER the program is one for Windows, which LAUNCHER runs. Its console is to
+// end each line by CR LF, which the record does not show, and its paths begin with the drive Z:. If
+// no case could be run the status is 77.
 
 #include <algorithm>
 #include <array>
@@ -67,6 +73,8 @@ std::time_t secondsNow() {
 namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kCaseTimeLimit{20};
+constexpr std::chrono::seconds kCaseTimeLimitWindows{200};  // each run of a launcher takes its time
+constexpr int kSkipped = 77;
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kHasSanitizer = true;
@@ -75,6 +83,25 @@ constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
 #else
 constexpr bool kHasSanitizer = false;
 #endif
+
+/// How the program is run.
+struct Settings {
+    bool isForWindows() const { return !launcher.empty(); }
+    /// A path as the program names it.
+    std::string pathOf(const fs::path& path) const {
+        return (isForWindows() ? "Z:" : "") + path.string();
+    }
+
+    std::chrono::seconds timeLimit() const {
+        return isForWindows() ? kCaseTimeLimitWindows : kCaseTimeLimit;
+    }
+
+    fs::path program;
+    fs::path launcher;  ///< what runs a program for Windows
+    bool update = false;
+};
+
+enum class Outcome { Passed, Failed, Skipped };
 
 /// Everything that is compared of a case.
 struct Record {
@@ -252,14 +279,44 @@ void addFile(const std::string& name, const std::string& content, const RunConte
     files[name + ".list"] = list;
 }
 
+/// Takes away what is special about the lines that a program for Windows prints.
+void unifyLineEnds(std::string& text, std::vector<std::string>& problems) {
+    std::string unified;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n' && !unified.ends_with('\r')) {
+            problems.push_back("a line of the console ends without CR behind: " + unified);
+        } else if (text[i] == '\n') {
+            unified.pop_back();
+        }
+        unified += text[i];
+    }
+    text = unified;
+}
+
+RunResult runCommand(const Settings& settings, const Arguments& arguments,
+                     const Playground& playground, const RunLimits& limits,
+                     std::vector<std::string>& problems) {
+    if (!settings.isForWindows()) {
+        return runProgram(settings.program, arguments, playground.work, playground.root, limits);
+    }
+    Arguments all = {settings.program.string()};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    RunResult result = runProgram(settings.launcher, all, playground.work, playground.root, limits);
+    unifyLineEnds(result.out, problems);
+    unifyLineEnds(result.err, problems);
+    return result;
+}
+
 /// Runs every command of the case. What is wrong whatever the record says goes to `problems`.
-Record runCase(const fs::path& program, const fs::path& caseDir, Playground& playground,
+Record runCase(const Settings& settings, const fs::path& caseDir, Playground& playground,
                std::vector<std::string>& problems) {
     Record record;
     const FileTree before = readTree(playground.work);
-    RunContext context{secondsNow(), 0, userName(), playground.work, playground.temp};
-    const RunLimits limits{std::chrono::steady_clock::now() + kCaseTimeLimit,
-                           playground.memoryLimit};
+    RunContext context{secondsNow(), 0, userName(), settings.pathOf(playground.work),
+                       settings.pathOf(playground.temp)};
+    // A launcher takes more address space than any limit; what is printed must be the same without.
+    const RunLimits limits{std::chrono::steady_clock::now() + settings.timeLimit(),
+                           settings.isForWindows() ? 0 : playground.memoryLimit};
     bool failed = false;
     const std::string commands = readBytes(caseDir / "cmd");
     for (const std::string_view line : splitLines(commands)) {
@@ -268,8 +325,7 @@ Record runCase(const fs::path& program, const fs::path& caseDir, Playground& pla
             problems.push_back("open quote: " + std::string(line));
             continue;
         }
-        const RunResult result =
-            runProgram(program, *arguments, playground.work, playground.root, limits);
+        const RunResult result = runCommand(settings, *arguments, playground, limits, problems);
         record.out += result.out;
         record.err += result.err;
         record.exit += result.exit + '\n';
@@ -390,11 +446,15 @@ bool compareRecords(const Record& expected, const Record& actual) {
     return compareTree("tmp/", expected.tempFiles, actual.tempFiles) && same;
 }
 
-/// Returns whether the case passed, or could be recorded.
-bool checkCase(const fs::path& program, const fs::path& caseDir, bool update) {
+/// A case that could be recorded has passed.
+Outcome checkCase(const Settings& settings, const fs::path& caseDir) {
     if (!fs::exists(caseDir / "cmd")) {
         std::cout << caseDir.string() << ": no case\n";
-        return false;
+        return Outcome::Failed;
+    }
+    if (settings.isForWindows() && fs::exists(caseDir / "windows")) {
+        std::cout << caseDir.string() << ": not on Windows: " << readBytes(caseDir / "windows");
+        return Outcome::Skipped;
     }
     std::vector<std::string> problems;
     Record actual;
@@ -402,50 +462,59 @@ bool checkCase(const fs::path& program, const fs::path& caseDir, bool update) {
         Playground playground;
         playground.setVariable("TMPDIR", playground.temp);
         if (!setUp(caseDir, playground)) {
-            return false;
+            return Outcome::Failed;
         }
         if (playground.memoryLimit != 0 && kHasSanitizer) {
             std::cout << caseDir.string() << ": passed over, a sanitizer has no memory limit\n";
-            return true;
+            return Outcome::Passed;
         }
-        actual = runCase(program, caseDir, playground, problems);
+        actual = runCase(settings, caseDir, playground, problems);
     }
     for (const std::string& problem : problems) {
         std::cout << problem << '\n';
     }
-    if (update) {
+    if (settings.update) {
         writeRecord(caseDir, actual);
-        return problems.empty();
+        return problems.empty() ? Outcome::Passed : Outcome::Failed;
     }
-    return compareRecords(readRecord(caseDir), actual) && problems.empty();
+    return compareRecords(readRecord(caseDir), actual) && problems.empty() ? Outcome::Passed
+                                                                           : Outcome::Failed;
 }
 
 int runCases(const std::vector<std::string_view>& arguments) {
-    fs::path program;
-    bool update = false;
+    Settings settings;
     std::vector<fs::path> cases;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--update") {
-            update = true;
+            settings.update = true;
         } else if (arguments[i] == "--program" && i + 1 < arguments.size()) {
             ++i;
-            program = fs::absolute(arguments[i]);
+            settings.program = fs::absolute(arguments[i]);
+        } else if (arguments[i] == "--windows" && i + 1 < arguments.size()) {
+            ++i;
+            settings.launcher = fs::absolute(arguments[i]);
         } else {
             cases.emplace_back(arguments[i]);
         }
     }
-    if (program.empty() || cases.empty()) {
-        std::cout << "usage: golden_runner --program FILE [--update] CASE...\n";
+    if (settings.program.empty() || cases.empty()) {
+        std::cout << "usage: golden_runner --program FILE [--windows FILE] [--update] CASE...\n";
         return 2;
     }
     std::size_t failures = 0;
+    std::size_t skipped = 0;
     for (const fs::path& caseDir : cases) {
-        if (!checkCase(program, fs::absolute(caseDir), update)) {
+        const Outcome outcome = checkCase(settings, fs::absolute(caseDir));
+        skipped += outcome == Outcome::Skipped ? 1 : 0;
+        if (outcome == Outcome::Failed) {
             std::cout << "FAILED " << caseDir.string() << '\n';
             ++failures;
         }
     }
-    return failures == 0 ? 0 : 1;
+    if (failures != 0) {
+        return 1;
+    }
+    return skipped == cases.size() ? kSkipped : 0;
 }
 
 }  // namespace
