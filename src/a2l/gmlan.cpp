@@ -52,6 +52,13 @@ int parseAddress(BlockReader& reader, PhTransportParam& transport) {
                               kind);
 }
 
+int parseTransportVersion(BlockReader& reader, PhTransportParam& transport) {
+    static constexpr InterfaceWord kVersions[] = {{ISO15765_2_2003, 2}};
+    readWord(reader, kVersions);
+    return readInterfaceParts(reader, kNoInterfaceRules<PhTransportParam>, transport,
+                              TransportProtocolVersion, reader.next());
+}
+
 int parseTransportCan(BlockReader& reader, PhTransportParam& transport) {
     static constexpr InterfaceRule<PhTransportParam> kParts[] = {
         {Form::Bare, SamplePoint, nullptr, 1},
@@ -63,7 +70,7 @@ int parseTransportCan(BlockReader& reader, PhTransportParam& transport) {
         {Form::Bare, USDTP_TIMING_DEFAULTS, &dropTimings},
         {Form::Bare, USDTP_TIMING, &dropTimings},
         {Form::Block, ADDRESS, &parseAddress},
-        {Form::Block, TransportProtocolVersion, &dropBlock<TransportProtocolVersion, 1>},
+        {Form::Block, TransportProtocolVersion, &parseTransportVersion},
     };
     return readInterfaceParts(reader, kParts, transport, CAN,
                               storeProperty<kBitrate>(reader, transport));

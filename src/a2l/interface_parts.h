@@ -114,6 +114,13 @@ int storeNumber(BlockReader& reader, Context& context) {
     return reader.next();
 }
 
+/// One of these words; which one is not kept.
+template <const auto& Words, typename Context>
+int judgeWord(BlockReader& reader, Context&) {
+    readWord(reader, Words);
+    return reader.next();
+}
+
 /// No parameter: the keyword sets a flag.
 template <auto Field, typename Context>
 int setFlag(BlockReader& reader, Context& context) {

@@ -18,6 +18,11 @@ constexpr InterfaceWord kDirections[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
 constexpr std::int32_t kDaqBit = 1;
 constexpr std::int32_t kStimBit = 2;
 
+constexpr InterfaceWord kConsistencies[] = {{DAQ, 0}, {EVENT, 1}, {ODT, 2}, {NONE, 3}};
+constexpr InterfaceWord kDaqCounters[] = {{TOK_IDENT, 0, "INSERT_COUNTER"},
+                                          {INSERT_STIM_COUNTER_COPY, 1}};
+constexpr InterfaceWord kStimCounters[] = {{DO_NOT_CHECK_COUNTER, 0}, {CHECK_COUNTER, 1}};
+
 constexpr InterfaceWord kGroupings[] = {{ELEMENT_GROUPED, 1}, {EVENT_GROUPED, 2}};
 constexpr InterfaceWord kTimestampPlaces[] = {{STS_LAST, 0}, {STS_FIRST, 1}};
 constexpr InterfaceWord kObligations[] = {{OPTIONAL, 0}, {MANDATORY, 1}};
@@ -54,13 +59,13 @@ int parseDaqPackedMode(BlockReader& reader, PhRaster& event) {
 
 constexpr InterfaceRule<PhRaster> kEventParts[] = {
     {Form::Bare, COMPLEMENTARY_BYPASS_EVENT_CHANNEL_NUMBER, nullptr, 1},
-    {Form::Bare, CONSISTENCY, nullptr, 1},
+    {Form::Bare, CONSISTENCY, &judgeWord<kConsistencies>},
     {Form::Bare, EVENT_COUNTER_PRESENT, nullptr, 0},
     {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER, nullptr, 1},
     {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER_FIXED, nullptr, 0},
-    {Form::Bare, DTO_CTR_DAQ_MODE, nullptr, 1},
+    {Form::Bare, DTO_CTR_DAQ_MODE, &judgeWord<kDaqCounters>},
     {Form::Bare, DTO_CTR_DAQ_MODE_FIXED, nullptr, 0},
-    {Form::Bare, DTO_CTR_STIM_MODE, nullptr, 1},
+    {Form::Bare, DTO_CTR_STIM_MODE, &judgeWord<kStimCounters>},
     {Form::Bare, DTO_CTR_STIM_MODE_FIXED, nullptr, 0},
     {Form::Bare, STIM_DTO_CTR_COPY_PRESENT, nullptr, 0},
     {Form::Bare, CPU_LOAD_MAX, nullptr, 1},

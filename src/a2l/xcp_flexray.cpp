@@ -17,6 +17,12 @@ constexpr InterfaceWord kHeaderTypes[] = {
 
 constexpr InterfaceWord kChannels[] = {{A, 0}, {B, 1}};
 
+constexpr InterfaceWord kLengthKinds[] = {{FIXED, 0}, {VARIABLE, 1}};
+
+/// Whether a buffer may carry packets of a kind, and how far that is fixed.
+constexpr InterfaceWord kPacketUses[] = {
+    {NOT_ALLOWED, 0}, {FIXED, 1}, {VARIABLE_INITIALISED, 2}, {VARIABLE, 3}};
+
 /// Reads what stands before the value of a part of a slot: FIXED, or VARIABLE and INITIAL_VALUE;
 /// another word counts as VARIABLE, after the warning "Unexpected token '%s' found". Returns true
 /// before a value; else `kind` is the kind of the token after the part.
@@ -70,15 +76,18 @@ int parseLpduId(BlockReader& reader, PhFlexRayBuffer& buffer) {
 
 int parseXcpPacket(BlockReader& reader, PhFlexRayBuffer& buffer) {
     static constexpr InterfaceRule<PhFlexRayBuffer> kParts[] = {
-        {Form::Bare, CMD, nullptr, 1},     {Form::Bare, RES_ERR, nullptr, 1},
-        {Form::Bare, EV_SERV, nullptr, 1}, {Form::Bare, DAQ, nullptr, 1},
-        {Form::Bare, STIM, nullptr, 1},    {Form::Bare, MULTICAST, nullptr, 1},
+        {Form::Bare, CMD, &judgeWord<kPacketUses>},
+        {Form::Bare, RES_ERR, &judgeWord<kPacketUses>},
+        {Form::Bare, EV_SERV, &judgeWord<kPacketUses>},
+        {Form::Bare, DAQ, &judgeWord<kPacketUses>},
+        {Form::Bare, STIM, &judgeWord<kPacketUses>},
+        {Form::Bare, MULTICAST, &judgeWord<kPacketUses>},
     };
     return readInterfaceParts(reader, kParts, buffer, XCP_PACKET, reader.next());
 }
 
 int parseMaxLength(BlockReader& reader, PhFlexRayBuffer& buffer) {
-    reader.next();  // FIXED or VARIABLE: a length follows either way
+    readWord(reader, kLengthKinds);  // a length follows either way
     return storeInteger<&PhFlexRayBuffer::maxLength>(reader, buffer);
 }
 

@@ -331,6 +331,7 @@ TEST(GmlanTransport, ClosingErrors) {
     EXPECT_EQ(gmlanMessages(tpBlob("/begin CAN 1 /begin ADDRESS 1 2 /end CAN")),
               "Error 1: Keyword 'ADDRESS' expected after /end\n");
     EXPECT_EQ(gmlanMessages(tpBlob("/begin CAN 1 /begin TransportProtocolVersion 2 /end CAN")),
+              "Warning 1: Unexpected token 'token=300' found\n"
               "Error 1: Keyword 'TransportProtocolVersion' expected after /end\n");
     EXPECT_EQ(
         gmlanMessages(tpBlob("/begin ADDRESS_AND_LENGTH_FORMAT_IDENTIFIER 1 /end CAN")),

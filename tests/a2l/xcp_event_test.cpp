@@ -177,6 +177,14 @@ TEST(XcpEvent, KeywordsWithoutMeaning) {
     }
 }
 
+TEST(XcpEvent, WrongWordsOfKeywordsWithoutMeaning) {
+    EXPECT_EQ(xcpMessages(eventWith("CONSISTENCY STIM DTO_CTR_DAQ_MODE CHECK_COUNTER "
+                                    "DTO_CTR_STIM_MODE INSERT_COUNTER")),
+              "Warning 1: Unexpected token 'STIM' found\n"
+              "Warning 1: Unexpected token 'CHECK_COUNTER' found\n"
+              "Warning 1: Unexpected token 'token=303' found\n");
+}
+
 TEST(XcpEvent, Ends) {
     EXPECT_EQ(xcpMessages(eventWith("/end DAQ")), "Error 1: Keyword 'EVENT' expected after /end\n");
     EXPECT_EQ(xcpMessages(eventWith("/begin MIN_CYCLE_TIME 1 2 /end EVENT")),

@@ -382,6 +382,17 @@ TEST(XcpOnFlx, AWrongSlotWordIsReadOnAsVariable) {
               "flexRayBuffer role=3 number=1 slotId=62\n");
 }
 
+TEST(XcpOnFlx, WrongWordsOfBuffers) {
+    EXPECT_EQ(flxMessages(std::string(kFlxFixed) +
+                          "/begin POOL_BUFFER 1 MAX_FLX_LEN_BUF DAQ 48 /begin XCP_PACKET CMD A "
+                          "RES_ERR 5 EV_SERV FIXED DAQ NOT_ALLOWED STIM VARIABLE "
+                          "MULTICAST VARIABLE_INITIALISED "
+                          "/end XCP_PACKET /end POOL_BUFFER /end XCP_ON_FLX"),
+              "Warning 1: Unexpected token 'DAQ' found\n"
+              "Warning 1: Unexpected token 'A' found\n"
+              "Warning 1: Unexpected token 'token=300' found\n");
+}
+
 TEST(XcpOnFlx, Ends) {
     const std::string fixed(kFlxFixed);
     EXPECT_EQ(flxMessages(fixed + "/end DAQ"),
