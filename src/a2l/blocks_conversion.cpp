@@ -78,7 +78,7 @@ int PhA2l::parseCompuMethod(PhGroup& module) {
         {Form::Bare, STATUS_STRING_REF, nullptr, 1},
         {Form::Block, FORMULA, &PhA2l::parseFormula},
     };
-    const auto conversion = defineNext(&PhGroup::conversions, placeholders_.conversions);
+    const auto conversion = defineNext(placeholders_.conversions);
     readLongIdentifier(*conversion);
     traceBlock("Parse COMPU_METHOD '%s'\n", *conversion);
     keep(conversion->conversionType, readChoice(*this, kKinds));
@@ -198,8 +198,7 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
     const PhString name = readIdentifier();
-    auto table = define(&PhGroup::conversions, placeholders_.conversions,
-                        PhString(kTablePrefix, name.view()).view());
+    auto table = define(placeholders_.conversions, PhString(kTablePrefix, name.view()).view());
     readLongIdentifier(*table);
     traceText(traceFormat, name);
     return table;
@@ -269,7 +268,7 @@ int PhA2l::parseUnit(PhGroup& module) {
         {Form::Bare, UNIT_CONVERSION, nullptr, 2},
     };
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
-    const auto unit = defineNext(&PhGroup::units, placeholders_.units);
+    const auto unit = defineNext(placeholders_.units);
     readLongIdentifier(*unit);
     const PhString displayText = readString();
     commit([&] { unit->setDisplayText(displayText); });

@@ -50,7 +50,7 @@ int PhA2l::parseGroup(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    const auto group = defineNext(&PhGroup::functions, placeholders_.functions);
+    const auto group = defineNext(placeholders_.functions);
     readLongIdentifier(*group);
     traceBlock("Parse GROUP '%s'\n", *group);
     keepIn(module.functions, group);
@@ -70,7 +70,7 @@ int PhA2l::parseFunction(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    const auto function = defineNext(&PhGroup::functions, placeholders_.functions);
+    const auto function = defineNext(placeholders_.functions);
     readLongIdentifier(*function);
     traceBlock("Parse FUNCTION '%s'\n", *function);
     keepIn(module.functions, function);

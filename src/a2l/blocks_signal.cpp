@@ -36,11 +36,13 @@ std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
 }  // namespace
 
 int PhA2l::parseMeasurement(PhGroup& module) {
-    auto signal = defineNext(&PhGroup::signals, placeholders_.signals);
+    auto signal = defineNext(placeholders_.signals);
     Measurement measurement{*signal};
     const int kind = parseMeasurementBody(measurement);
     if (kind != END || next() != MEASUREMENT) {
         ++errorCount_;
+        // A signal that is its own member would keep itself for ever; no module frees this one.
+        signal->extras().virtualMembers.clear();
         return kind == END ? fail("Keyword '%s' expected after /end", {keywordName(MEASUREMENT)})
                            : kind;
     }
@@ -268,14 +270,18 @@ int PhA2l::parseSignExtend(PhEntity& signal) {
 }
 
 int PhA2l::parseVirtual(Measurement& measurement) {
-    auto& members = measurement.signal.extras().virtualMembers;
+    PhEntity& signal = measurement.signal;
+    auto& members = signal.extras().virtualMembers;
     return readNameBlock(VIRTUAL, [&](std::string_view name) {
-        members.append(refer(&PhGroup::signals, placeholders_.signals, name));
+        // A placeholder of the signal's own name would become the next definition of that name.
+        const bool isOwn = name == signal.name().view() && module_->signals.find(name) == nullptr;
+        members.append(isOwn ? PhHandle<PhEntity>(&signal)
+                             : refer(&PhGroup::signals, placeholders_.signals, name));
     });
 }
 
 int PhA2l::parseCharacteristic(PhGroup& module) {
-    auto owner = defineNext(&PhGroup::signals, placeholders_.signals);
+    auto owner = defineNext(placeholders_.signals);
     PhEntity& signal = *owner;
     readLongIdentifier(signal);
     keepIn(module.signals, std::move(owner));

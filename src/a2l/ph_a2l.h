@@ -206,14 +206,11 @@ class PhA2l final : public BlockReader {
 
     /// The object that a block of that name defines. Its placeholder, if there is one, becomes that
     /// object: whatever referred to it is bound by that, and millions of names that stand before
-    /// their definitions cost no second object each. A placeholder that the first definition itself
-    /// left behind, being its own member, is not for the second one.
+    /// their definitions cost no second object each.
     template <typename T>
-    PhHandle<T> define(PhObjectList<T> PhGroup::*kind, PhObjectList<T>& placeholders,
-                       std::string_view name) {
-        if (T* placeholder = placeholders.find(name); placeholder != nullptr &&
-                                                      placeholder->isPlaceholder() &&
-                                                      (module_->*kind).find(name) == nullptr) {
+    PhHandle<T> define(PhObjectList<T>& placeholders, std::string_view name) {
+        if (T* placeholder = placeholders.find(name);
+            placeholder != nullptr && placeholder->isPlaceholder()) {
             placeholder->markDefined();
             --openPlaceholders_;
             return PhHandle<T>(placeholder);
@@ -226,8 +223,8 @@ class PhA2l final : public BlockReader {
     /// The same for a block whose name is the next token, as it should be: else the error
     /// "Identifier expected", and an object without a name.
     template <typename T>
-    PhHandle<T> defineNext(PhObjectList<T> PhGroup::*kind, PhObjectList<T>& placeholders) {
-        return expectIdentifier() ? define(kind, placeholders, token().text) : makePh<T>();
+    PhHandle<T> defineNext(PhObjectList<T>& placeholders) {
+        return expectIdentifier() ? define(placeholders, token().text) : makePh<T>();
     }
     PhHandle<PhConversion> referConversion(std::string_view name) {
         return refer(&PhGroup::conversions, placeholders_.conversions, name);

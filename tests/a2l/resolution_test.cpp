@@ -291,6 +291,13 @@ TEST(Definition, OfASignalThatIsItsOwnMemberAndIsDefinedTwice) {
     }
 }
 
+TEST(Definition, OfASignalThatIsItsOwnMemberAndIsNotFinished) {
+    for (const std::string& before : {std::string(), std::string(kGroup)}) {
+        EXPECT_EQ(messages(before + std::string(kMeasurement) + "/begin VIRTUAL m /end VIRTUAL 5"),
+                  "Error 1: Unexpected token 'token=300' found\n");
+    }
+}
+
 TEST(Definition, OfATableTakesItsPlaceholder) {
     ParsedModule module(
         "/begin COMPU_METHOD c \"\" TAB_VERB \"\" \"\" COMPU_TAB_REF c /end COMPU_METHOD "
