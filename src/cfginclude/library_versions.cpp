@@ -4,10 +4,10 @@
 #include <QStringList>
 #include <QXmlStreamReader>
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <system_error>
@@ -40,13 +40,46 @@ struct Bound {
 
 using Bounds = std::vector<Bound>;
 
-constexpr std::string_view kFirstRange = "sigTrak+1.4.4-1.5.5";
-constexpr std::string_view kSecondRange = "sigTrak+1.5.5-2017.06.0";
-constexpr std::string_view kThirdRange = "sigTrak+2017.06.0-2021.10.0";
-constexpr std::string_view kShiftRanges =
-    "sigTrak+2017.10.23-2017.10.99+2018.10.10-2018.10.99+2019.02.6-2019.02.99+2019.06.2-2021.10.0";
-constexpr std::string_view kThirdRangeToTop = "sigTrak+2017.06.0-";
-constexpr std::string_view kNewestRangeToTop = "sigTrak+2021.10.0-";
+// One generation of the library: versions that understand the same. A range spec that ends in "-"
+// goes on to the top version.
+struct Generation {
+    std::string_view versions;
+    RangeMode mode;
+    LibraryFeatures features;
+    std::string_view shiftVersions;  // those that also understand shift attributes
+    std::string_view declared;       // what the document declares, and where user ranges may lie
+    std::string_view lastVersions;   // the last versions that a user range may have; empty for a
+                                     // generation that another one declares as well
+};
+
+constexpr Generation kGenerations[] = {
+    {"sigTrak+1.4.4-1.5.5", RangeMode::kStrict, {}, "", "sigTrak+1.4.4-1.5.5", "1.4.4 - 1.5.4"},
+    {"sigTrak+1.5.5-2017.06.0",
+     RangeMode::kLenient,
+     {.writeJsonSource = true},
+     "",
+     "sigTrak+1.5.5-2017.06.0",
+     "1.5.5 - 2017.06.0"},
+    {"sigTrak+2017.06.0-2021.10.0",
+     RangeMode::kLenient,
+     {.writeJsonSource = true, .writeValueTables = true},
+     "sigTrak+2017.10.23-2017.10.99+2018.10.10-2018.10.99+2019.02.6-2019.02.99"
+     "+2019.06.2-2021.10.0",
+     "sigTrak+2017.06.0-",
+     "2017.06.0 - "},
+    {"sigTrak+2021.10.0-",
+     RangeMode::kLenient,
+     {.writeJsonSource = true,
+      .writeValueTables = true,
+      .writeShiftAttributes = true,
+      .includeAsciiCharacteristics = true},
+     "",
+     "sigTrak+2021.10.0-",
+     ""},
+};
+
+constexpr const Generation& kOldestGeneration = kGenerations[0];
+constexpr const Generation& kNewestGeneration = kGenerations[std::size(kGenerations) - 1];
 
 // Takes the text up to the next separator off the front of `rest`; everything if there is none.
 std::string_view takePart(std::string_view& rest, char separator) {
@@ -275,15 +308,16 @@ UserRange splitUserRange(std::string_view libraryText) {
     return range;
 }
 
+// What is left of a selection once the reason has been reported.
+LibrarySelection refusal() {
+    return {SelectionStatus::kRefused, {}, {}};
+}
+
 // Carries what the steps of one selection share.
 class Selector {
   public:
     Selector(std::string_view libraryText, const VersionInfo& info, Console& console)
-        : libraryText_(libraryText),
-          info_(info),
-          console_(console),
-          toTop_(join(kThirdRangeToTop, info.topVersion)),
-          newestToTop_(join(kNewestRangeToTop, info.topVersion)) {}
+        : libraryText_(libraryText), info_(info), console_(console) {}
 
     LibrarySelection select();
 
@@ -291,22 +325,22 @@ class Selector {
     LibrarySelection refuse(std::string_view message);
     bool isUserRangeValid(const UserRange& range);
     void warnOfRestrictions(const Version& last, const std::optional<Version>& first);
-    std::optional<LibrarySelection> chooseFeatures(std::string_view selection,
-                                                   LibraryFeatures& features);
-    std::optional<LibrarySelection> chooseNewFeatures(std::string_view selection,
-                                                      LibraryFeatures& features);
-    std::string compatibleVersions(const LibraryFeatures& features) const;
+    const Generation* chooseGeneration(std::string_view selection);
+    std::string toTop(std::string_view text) const;
 
     std::string_view libraryText_;
     const VersionInfo& info_;
     Console& console_;
-    std::string toTop_;
-    std::string newestToTop_;
 };
+
+// A text that is left open ("2017.06.0-") with the top version behind it; any other as it stands.
+std::string Selector::toTop(std::string_view text) const {
+    return join(text, trimmed(text).ends_with('-') ? info_.topVersion : std::string());
+}
 
 LibrarySelection Selector::refuse(std::string_view message) {
     console_.printError(message);
-    return {SelectionStatus::kRefused, {}, {}};
+    return refusal();
 }
 
 LibrarySelection Selector::select() {
@@ -314,7 +348,8 @@ LibrarySelection Selector::select() {
         console_.printLine("Latest sigTrak version: " + info_.topVersion);
     }
     if (libraryText_.empty()) {
-        return {SelectionStatus::kOk, {}, std::string(kFirstRange)};
+        return {SelectionStatus::kOk, kOldestGeneration.features,
+                toTop(kOldestGeneration.declared)};
     }
     if (contains(libraryText_, "sigTrak=") && contains(libraryText_, "-")) {
         return refuse("Two library versions detected. Please use sigTrak+ instead of sigTrak=");
@@ -325,8 +360,7 @@ LibrarySelection Selector::select() {
     if (contains(libraryText_, "sigTrak+")) {
         const UserRange range = splitUserRange(libraryText_);
         if (!isUserRangeValid(range)) {
-            result.status = SelectionStatus::kRefused;
-            return result;
+            return refusal();
         }
         result.compatibleVersions = libraryText_;
         selection = range.first;
@@ -340,103 +374,73 @@ LibrarySelection Selector::select() {
         selection.insert(0, "sigTrak=");
     }
 
-    if (const auto refused = chooseFeatures(selection, result.features)) {
-        return *refused;
+    const Generation* const generation = chooseGeneration(selection);
+    if (generation == nullptr) {
+        return refusal();
     }
     if (!selectedVersion(selection)) {
         return refuse("Library software name not recognized (2).");
     }
+    result.features = generation->features;
+    if (checkRange(selection, generation->shiftVersions, RangeMode::kStrict) ==
+        RangeResult::kInside) {
+        result.features.writeShiftAttributes = true;
+    }
     if (result.compatibleVersions.empty()) {
-        result.compatibleVersions = compatibleVersions(result.features);
+        result.compatibleVersions = toTop(generation->declared);
     }
     return result;
 }
 
-// Returns the refusal if there is one.
-std::optional<LibrarySelection> Selector::chooseFeatures(std::string_view selection,
-                                                         LibraryFeatures& features) {
-    switch (checkRange(selection, kFirstRange, RangeMode::kStrict)) {
-        case RangeResult::kInside:
-            return std::nullopt;
-        case RangeResult::kBelow:
-        case RangeResult::kBetween:
-            return refuse("Library version not supported. Only supporting sigTrak+1.4.4!");
-        case RangeResult::kAbove:
-            return chooseNewFeatures(selection, features);
-        case RangeResult::kUnknown:
-            break;
+// The generation that the selected version belongs to; nullptr after reporting why it is refused.
+const Generation* Selector::chooseGeneration(std::string_view selection) {
+    RangeResult result = checkRange(selection, kOldestGeneration.versions, kOldestGeneration.mode);
+    if (result == RangeResult::kUnknown) {
+        console_.printError("Library software name not recognized.");
+        return nullptr;
     }
-    return refuse("Library software name not recognized.");
-}
-
-// The features of the versions from 1.5.5 on.
-std::optional<LibrarySelection> Selector::chooseNewFeatures(std::string_view selection,
-                                                            LibraryFeatures& features) {
-    const auto liesIn = [selection](std::string_view spec, RangeMode mode) {
-        return checkRange(selection, spec, mode) == RangeResult::kInside;
-    };
-    if (liesIn(kSecondRange, RangeMode::kLenient)) {
-        features.writeJsonSource = true;
-        return std::nullopt;
+    if (result == RangeResult::kBelow || result == RangeResult::kBetween) {
+        console_.printError("Library version not supported. Only supporting sigTrak+1.4.4!");
+        return nullptr;
     }
-    if (liesIn(kThirdRange, RangeMode::kLenient)) {
-        features.writeJsonSource = true;
-        features.writeValueTables = true;
-        features.writeShiftAttributes = liesIn(kShiftRanges, RangeMode::kStrict);
-        return std::nullopt;
+    for (const Generation& generation : kGenerations) {
+        result = checkRange(selection, toTop(generation.versions), generation.mode);
+        if (result == RangeResult::kInside) {
+            return &generation;
+        }
     }
-    const RangeResult newest = checkRange(selection, newestToTop_, RangeMode::kLenient);
-    const bool isTop = newest == RangeResult::kAbove && contains(selection, info_.topVersion);
-    if (newest == RangeResult::kInside || isTop) {
-        features = {true, true, true, true};
-        return std::nullopt;
+    if (result != RangeResult::kAbove) {
+        return &kOldestGeneration;  // a top version can hold a gap, of which nothing is known
     }
-    if (newest == RangeResult::kAbove) {
-        console_.printError("Library version not supported yet. Only supporting until: " +
-                            info_.topVersion);
-        return refuse(join("Selected library version: ", libraryText_));
+    if (contains(selection, info_.topVersion)) {
+        return &kNewestGeneration;
     }
-    return std::nullopt;
-}
-
-std::string Selector::compatibleVersions(const LibraryFeatures& features) const {
-    if (!features.writeJsonSource) {
-        return std::string(kFirstRange);
-    }
-    if (features.includeAsciiCharacteristics) {
-        return newestToTop_;
-    }
-    return features.writeValueTables ? toTop_ : std::string(kSecondRange);
+    console_.printError("Library version not supported yet. Only supporting until: " +
+                        info_.topVersion);
+    console_.printError(join("Selected library version: ", libraryText_));
+    return nullptr;
 }
 
 // Judges a range given by the user, all comparisons being strict.
 bool Selector::isUserRangeValid(const UserRange& range) {
-    const std::string& top = info_.topVersion;
-    struct Row {
-        std::string_view spec;
-        std::string lastVersionMessage;
-    };
-    const std::array<Row, 3> rows = {
-        Row{kFirstRange, "Invalid second library version. Please select between 1.4.4 - 1.5.4"},
-        Row{kSecondRange,
-            "Invalid second library version. Please select between 1.5.5 - 2017.06.0"},
-        Row{toTop_, "Invalid second library version. Please select between 2017.06.0 - " + top},
-    };
-
     const std::optional<Version> first = selectedVersion(range.first);
     const Version last = parseGivenVersion(range.last);
     warnOfRestrictions(last, first);
-    for (const Row& row : rows) {
-        if (checkVersion(first, row.spec, RangeMode::kStrict) != RangeResult::kInside) {
+    for (const Generation& generation : kGenerations) {
+        const std::string declared = toTop(generation.declared);
+        if (generation.lastVersions.empty() ||
+            checkVersion(first, declared, RangeMode::kStrict) != RangeResult::kInside) {
             continue;
         }
-        if (checkVersion(last, row.spec, RangeMode::kStrict) == RangeResult::kInside) {
+        if (checkVersion(last, declared, RangeMode::kStrict) == RangeResult::kInside) {
             return true;
         }
-        console_.printError(row.lastVersionMessage);
+        console_.printError("Invalid second library version. Please select between " +
+                            toTop(generation.lastVersions));
         return false;
     }
-    console_.printError("Invalid first libary version. Please select between 1.4.4 - " + top);
+    console_.printError("Invalid first libary version. Please select between 1.4.4 - " +
+                        info_.topVersion);
     return false;
 }
 
