@@ -4,26 +4,31 @@
 #include <cstddef>
 #include <string_view>
 
+#include "app/options.h"
 #include "app/usage.h"
 
 namespace quillmark {
 namespace {
 
+constexpr OptionRow<CompareRequest> kOptions[] = {
+    // Refused, in spite of its first word.
+    {"-v", " : show compared values", &CompareRequest::verbose, Repetition::refused,
+     "Warning: Option -v cannot be used more than once."},
+};
+
 /// Returns the message of the first mistake, or an empty text.
-std::string_view readArguments(std::span<const char* const> arguments, CompareRequest& request) {
+std::string_view readArguments(std::span<const char* const> arguments, CompareRequest& request,
+                               Console& console) {
     const std::array files = {&request.oldFile, &request.newFile};
     std::size_t fileCount = 0;
-    for (const std::string_view argument : arguments) {
-        if (argument == "-v") {
-            if (request.verbose) {
-                // Fatal, in spite of its first word.
-                return "Warning: Option -v cannot be used more than once.";
+    const std::string_view mistake =
+        readOptions(kOptions, arguments, request, console, [&](std::string_view argument) {
+            if (fileCount < files.size()) {
+                *files[fileCount++] = argument;
             }
-            request.verbose = true;
-        } else if (fileCount < files.size()) {
-            *files[fileCount] = argument;
-            ++fileCount;
-        }
+        });
+    if (!mistake.empty()) {
+        return mistake;
     }
     if (request.oldFile.empty()) {
         return "Error: no valid file 1 specified.";
@@ -36,9 +41,13 @@ std::string_view readArguments(std::span<const char* const> arguments, CompareRe
 
 }  // namespace
 
+void printCompareOptions(Console& console) {
+    printOptionLines(kOptions, console);
+}
+
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,
                          Console& console) {
-    const std::string_view mistake = readArguments(arguments, request);
+    const std::string_view mistake = readArguments(arguments, request, console);
     if (!mistake.empty()) {
         console.printLine(mistake);
         printUsage(console);

@@ -21,4 +21,7 @@ struct CompareRequest {
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,
                          Console& console);
 
+/// Prints what the usage text says of the options.
+void printCompareOptions(Console& console);
+
 }  // namespace quillmark

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 
 #include "app/conversion_driver.h"
+#include "app/options.h"
 #include "app/usage.h"
 
 namespace quillmark {
@@ -15,43 +15,32 @@ struct ConvertArguments : ConvertRequest {
     std::string userFileList;
 };
 
-enum class OptionKind { text, flag };
-
-/// One option word. A text option takes the very next argument, whatever it looks like; `target`
-/// or `flag` is the field it fills.
-struct OptionRow {
-    std::string_view word;
-    OptionKind kind;
-    std::string ConvertArguments::*target;
-    bool ConvertArguments::*flag;
-    /// Text option: refusal while the field is not empty; none if empty. Flag: warning.
-    std::string_view duplicateText;
-    std::string_view missingText;
-};
-
-// A second -l is never refused: the last selection wins, so a script can append its own to a
+// In the order of the usage text, in which -epk-file-prefix has always lacked the blank before its
+// colon. A second -l is never refused: the last selection wins, so a script can append its own to a
 // command line that it was handed.
-constexpr OptionRow kOptions[] = {
-    {"-n", OptionKind::text, &ConvertArguments::stationName, nullptr,
-     "Error: Option -n cannot be used more than once.",
+constexpr OptionRow<ConvertArguments> kOptions[] = {
+    {"-z", " : use zlib compression", &ConvertArguments::compress, Repetition::warns,
+     "Warning: Using option -z more than once has no effect."},
+    {"-i", " : use indentation in output file", &ConvertArguments::indent, Repetition::warns,
+     "Warning: Using option -i more than once has no effect."},
+    {"-n", " <station name> : set station name.", &ConvertArguments::stationName,
+     Repetition::refused, "Error: Option -n cannot be used more than once.",
      "Error: Option -n has to be followed by another argument."},
-    {"-p", OptionKind::text, &ConvertArguments::namePrefix, nullptr,
+    {"-p", " <prefix> : add name prefix.", &ConvertArguments::namePrefix, Repetition::refused,
      "Error: Option -p cannot be used more than once.",
      "Error: Option -p has to be followed by another argument."},
-    {"-l", OptionKind::text, &ConvertArguments::library, nullptr, "",
-     "Error: Option -l has to be followed by another argument."},
-    {"-z", OptionKind::flag, nullptr, &ConvertArguments::compress,
-     "Warning: Using option -z more than once has no effect.", ""},
-    {"-epk-file-prefix", OptionKind::flag, nullptr, &ConvertArguments::epkFilePrefix,
-     "Warning: Using option -epk-file-prefix more than once has no effect.", ""},
-    {"-zpki", OptionKind::text, &ConvertArguments::zpkiFile, nullptr,
-     "Error: Option -zpki cannot be used more than once",
-     "Error: Option -zpki has to followed by another argument."},
-    {"-userfiles", OptionKind::text, &ConvertArguments::userFileList, nullptr,
+    {"-l", " <library> : select library (e.g. -l sigTrak=1.5.4)", &ConvertArguments::library,
+     Repetition::replaces, "", "Error: Option -l has to be followed by another argument."},
+    {"-userfiles", " <userfiles csl> : user files for zpki in a comma separated list",
+     &ConvertArguments::userFileList, Repetition::refused,
      "Error: Option -userfiles cannot be used more than once",
      "Error: Option -userfiles has to be followed by another argument."},
-    {"-i", OptionKind::flag, nullptr, &ConvertArguments::indent,
-     "Warning: Using option -i more than once has no effect.", ""},
+    {"-zpki", " <name> : path and name of output zpki", &ConvertArguments::zpkiFile,
+     Repetition::refused, "Error: Option -zpki cannot be used more than once",
+     "Error: Option -zpki has to followed by another argument."},
+    {"-epk-file-prefix", ": use EPK as user file name prefix for zpki generation",
+     &ConvertArguments::epkFilePrefix, Repetition::warns,
+     "Warning: Using option -epk-file-prefix more than once has no effect."},
 };
 
 void takePositional(ConvertArguments& values, std::string_view argument) {
@@ -61,36 +50,6 @@ void takePositional(ConvertArguments& values, std::string_view argument) {
     } else if (values.outputFile.empty()) {
         values.outputFile = argument;
     }
-}
-
-/// Returns the message of the first mistake, or an empty text.
-std::string_view readArguments(std::span<const char* const> arguments, ConvertArguments& values,
-                               Console& console) {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string_view argument = arguments[i];
-        const auto* const row = std::ranges::find(kOptions, argument, &OptionRow::word);
-        if (row == std::end(kOptions)) {
-            takePositional(values, argument);
-            continue;
-        }
-        if (row->kind == OptionKind::flag) {
-            if (values.*(row->flag)) {
-                console.printLine(row->duplicateText);
-            }
-            values.*(row->flag) = true;
-            continue;
-        }
-        std::string& target = values.*(row->target);
-        if (!target.empty() && !row->duplicateText.empty()) {
-            return row->duplicateText;
-        }
-        if (i + 1 == arguments.size()) {
-            return row->missingText;
-        }
-        ++i;
-        target = arguments[i];
-    }
-    return {};
 }
 
 /// Checks what only the whole command line tells, and derives the package's name where user files
@@ -127,10 +86,16 @@ std::vector<std::string> splitUserFiles(std::string_view list) {
     return items;
 }
 
+void printConvertOptions(Console& console) {
+    printOptionLines(kOptions, console);
+}
+
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
                          Console& console) {
     ConvertArguments values;
-    std::string_view mistake = readArguments(arguments, values, console);
+    std::string_view mistake =
+        readOptions(kOptions, arguments, values, console,
+                    [&](std::string_view argument) { takePositional(values, argument); });
     if (mistake.empty()) {
         mistake = checkCombinations(values);
     }

@@ -17,6 +17,9 @@ namespace quillmark {
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
                          Console& console);
 
+/// Prints what the usage text says of the options.
+void printConvertOptions(Console& console);
+
 /// Cuts a list at its commas. Empty items are kept, except one behind a comma that ends the list:
 /// "a,,b," gives "a", "", "b".
 std::vector<std::string> splitUserFiles(std::string_view list);
