@@ -141,7 +141,6 @@ int BlockReader::skipBlock(int keyword) {
 void BlockReader::startOver() {
     failed_ = false;
     resetLineNumber();
-    useKeywords(kCoreKeywords);  // a parse that failed inside an interface block left another table
 }
 
 void BlockReader::lexicalError(std::string_view message) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <iterator>
 #include <span>
 #include <string_view>
@@ -11,7 +12,11 @@
 
 #include "a2l/keyword_tables.h"
 #include "a2l/lexer.h"
+#include "a2l/message_text.h"
 #include "a2l/ph_reader.h"
+#include "model/ph_object.h"
+#include "model/ph_string.h"
+#include "model/ph_value.h"
 
 namespace quillmark {
 

@@ -70,7 +70,7 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
         return fail("Identifier expected");
     }
     bindConversionSoon(signal, token().text);
-    drop(1);  // resolution and accuracy
+    drop(1);  // resolution; the token read is the accuracy, which nobody looks at
     readLimits(signal);
 
     using Rule = OptionalRule<PhA2l, Measurement>;

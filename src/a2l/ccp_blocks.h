@@ -2,6 +2,7 @@
 
 #include "a2l/block_reader.h"
 #include "model/module_model.h"
+#include "model/ph_object.h"
 #include "model/protocol_model.h"
 
 namespace quillmark {

@@ -7,6 +7,9 @@
 #include <string_view>
 
 #include "a2l/block_reader.h"
+#include "a2l/keyword_tables.h"
+#include "a2l/lexer.h"
+#include "model/ph_object.h"
 #include "model/ph_value.h"
 
 namespace quillmark {

@@ -1,14 +1,22 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "a2l/block_reader.h"
+#include "a2l/lexer.h"
 #include "a2l/name_batch.h"
 #include "a2l/resolution.h"
 #include "a2l/text_pool.h"
+#include "model/enumerations.h"
 #include "model/module_model.h"
+#include "model/ph_object.h"
+#include "model/ph_object_list.h"
+#include "model/ph_string.h"
+#include "model/ph_value.h"
+#include "model/signal_model.h"
 
 namespace quillmark {
 
