@@ -32,10 +32,10 @@ from pathlib import Path
 
 # Commands of listings, and who runs them.
 RUN_ELSEWHERE = {
-    r"git clone \S+ quillmark && cd quillmark": "scripts/bare",
+    r"git clone \S+ quillmark && cd quillmark$": "scripts/bare",
     r"scripts/(demo|test|package|bare)\b.*": ".ci/run, scripts/bare",
     r"scripts/(bench|coverage|fuzz|lint|memcheck|damage-check|windows)\b.*": ".ci/run",
-    r"(sudo )?apt-get (update|install) .*": "scripts/test-package, scripts/bare",
+    r"sudo apt-get (update|install)\b.*": "scripts/bare",
     r"cmake --(preset|build|install) .*": "scripts/test, scripts/package",
     r"ctest --preset release.*": "scripts/test",
     r"build/(release|asan|fuzz|bench)/bin/\w+ .*": "the tests, scripts/fuzz",
@@ -242,6 +242,10 @@ class Page:
         """Whether the headings and files to which the page points are there."""
         headings = re.findall(r"^#+ (.*)", text, re.M)
         anchors = {re.sub(r"[^\w -]", "", each).lower().replace(" ", "-") for each in headings}
+        if self.path.name == "README.md":
+            for page in (self.source / "docs").glob("*.md"):
+                if f"`docs/{page.name}`" not in text:
+                    self.fail(1, f"docs/{page.name} is not named")
         for number, line in enumerate(text.split("\n"), 1):
             for target in re.findall(r"\]\(([^)]+)\)", line):
                 self.checks += 1
