@@ -1,4 +1,4 @@
-# Warnings and sanitizers, carried by one interface target that every own target links.
+# Warnings, hardening and sanitizers, carried by interface targets that every own target links.
 add_library(quillmark_compiler_options INTERFACE)
 
 # The scripts that compile without CMake read the same list.
@@ -11,6 +11,17 @@ target_compile_options(quillmark_compiler_options INTERFACE
 
 if(QUILLMARK_WARNINGS_AS_ERRORS)
     target_compile_options(quillmark_compiler_options INTERFACE -Werror)
+endif()
+
+# What Debian builds its own programs with. A compiler by itself does some of it, here and there.
+add_library(quillmark_hardening INTERFACE)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QUILLMARK_SANITIZE AND NOT QUILLMARK_COVERAGE)
+    # Any address, and no table of functions that could be overwritten.
+    target_compile_options(quillmark_compiler_options INTERFACE -fPIE)
+    target_link_options(quillmark_compiler_options INTERFACE -pie -Wl,-z,relro,-z,now)
+    # Checks of buffers and of the stack: for what users get, compiled with optimisation.
+    set(buffer_checks -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    target_compile_options(quillmark_hardening INTERFACE "$<$<CONFIG:Release>:${buffer_checks}>")
 endif()
 
 if(QUILLMARK_SANITIZE)
@@ -42,5 +53,6 @@ function(quillmark_add_library folder)
     foreach(dependency IN LISTS ARG_DEPENDS)
         target_link_libraries(${target} PUBLIC quillmark_${dependency})
     endforeach()
-    target_link_libraries(${target} PRIVATE quillmark_compiler_options ${ARG_PRIVATE_LIBRARIES})
+    target_link_libraries(${target} PRIVATE quillmark_compiler_options quillmark_hardening
+        ${ARG_PRIVATE_LIBRARIES})
 endfunction()

@@ -7,8 +7,26 @@ set(QUILLMARK_BASH_COMPLETION_DIR ${CMAKE_INSTALL_DATADIR}/bash-completion/compl
 # Who installs only the program need not build the tests.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
+# Whoever builds: directories are open to all.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+# install_compressed(FILE DIRECTORY): as Debian keeps manuals and changelogs, always the same bytes.
+find_program(GZIP_PROGRAM gzip REQUIRED)
+function(install_compressed file directory)
+    get_filename_component(name ${file} NAME)
+    set(compressed ${PROJECT_BINARY_DIR}/${name}.gz)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${file})
+    execute_process(COMMAND ${GZIP_PROGRAM} -9 -n -c ${PROJECT_SOURCE_DIR}/${file}
+        OUTPUT_FILE ${compressed} RESULT_VARIABLE status)
+    if(NOT status EQUAL 0)
+        message(FATAL_ERROR "Cannot compress ${file}")
+    endif()
+    install(FILES ${compressed} DESTINATION ${directory})
+endfunction()
+
 install(TARGETS quillmark RUNTIME)
-install(FILES docs/quillmark.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install_compressed(docs/quillmark.1 ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES completions/quillmark.bash
     DESTINATION ${QUILLMARK_BASH_COMPLETION_DIR} RENAME quillmark)
 install(CODE "
@@ -23,18 +41,30 @@ install(FILES examples/sigtrakVersions.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
-# Where users of Debian look for a licence.
-install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
+# Where users of Debian look for the licences and for the history of a package.
+install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install_compressed(packaging/changelog ${CMAKE_INSTALL_DOCDIR})
+if(EXISTS /etc/debian_version AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    install(FILES packaging/lintian-overrides
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME quillmark)
+endif()
 
 # The Debian package; scripts/package builds it.
 set(CPACK_PACKAGE_NAME quillmark)
 set(CPACK_PACKAGE_VENDOR "VELTRA Quillmark maintainers")
-set(CPACK_PACKAGE_CONTACT "VELTRA Quillmark maintainers")
+set(CPACK_PACKAGE_CONTACT "VELTRA Quillmark maintainers <maintainers@quillmark.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "converter of ECU description files for a data logger")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Converts the description file of a control unit (A2L, ASAM MCD-2 MC) into the include file with
-which a sigTrak data logger learns the unit's signals, and compares two descriptions.")
+"Quillmark reads the description of a control unit (A2L, ASAM MCD-2 MC) that
+is measured with CCP or XCP.
+.
+It converts the description into the include file with which a sigTrak data
+logger learns the signals of the unit: their addresses, conversions and units.
+It packs that file together with others for the logger, expands a compressed
+one, and compares two descriptions: whether a logger that was set up for one
+release of a unit can measure the next.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)

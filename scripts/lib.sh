@@ -12,9 +12,10 @@ fuzz_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev)
 package_packages=(dpkg-dev file)
+package_check_packages=(lintian binutils)
 all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
     "${windows_packages[@]}" "${fuzz_packages[@]}" "${memcheck_packages[@]}" "${bench_packages[@]}"
-    "${package_packages[@]}")
+    "${package_packages[@]}" "${package_check_packages[@]}")
 
 # need_packages NAME...: makes sure that these Debian packages are there. Installs what is missing
 # if this user may, else says what to install and ends the script.
