@@ -270,9 +270,9 @@ int PhA2l::parseUnit(PhGroup& module) {
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
     const auto unit = defineNext(placeholders_.units);
     readLongIdentifier(*unit);
+    traceBlock("Parse UNIT '%s'\n", *unit);
     const PhString displayText = readString();
     commit([&] { unit->setDisplayText(displayText); });
-    traceBlock("Parse UNIT '%s'\n", *unit);
     keepIn(module.units, unit);
     const int kind = readOptionals(*this, kRules, *unit, drop(kKindWords));
     return kind == END ? closeBlock(UNIT) : kind;

@@ -218,6 +218,12 @@ TEST(PhA2l, VerboseTracesEveryBlock) {
               "-: Parse FRAME 'a'\n-: Parse USER_RIGHTS\n-:   Parse unknown IF_DATA 'Z'\n");
 }
 
+TEST(PhA2l, AUnitIsTracedBeforeItsDisplayTextIsJudged) {
+    EXPECT_EQ(parseModule("/begin UNIT u \"\" 5", {.verbose = true}).console,
+              "-: Parse PROJECT 'P'\n-: Parse MODULE 'Ecu'\n-: Parse UNIT 'u'\n"
+              "-: Error (a.a2l:1): String expected\n");
+}
+
 TEST(PhA2l, PrintTokensTracesOneLineEach) {
     const TempDir directory;
     const std::string name = directory.file("t.a2l");
