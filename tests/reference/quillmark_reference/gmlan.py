@@ -79,6 +79,8 @@ def _parse_tp_blob(reader, comm_param):
             _parse_can(reader, transport)
         elif is_block and word in _TP_BLOCKS:
             reader.drop(_TP_BLOCKS[word])
+            if word == "DIAG_BAUD":
+                _skip_integers(reader)  # more parameter bytes
             read_words(reader, word, {})
         else:
             unknown_part(reader, is_block)
@@ -125,12 +127,15 @@ def _parse_can(reader, transport):
 
 
 def _parse_address(reader):
+    """Two identifiers, and up to two words with a number each."""
     reader.drop(2)
-    for is_block, _ in reader.parts("ADDRESS"):
-        if not is_block and (reader.plain_word or b"").startswith(b"TGT_"):
-            reader.drop()
-        else:
-            unknown_part(reader, is_block)
+    for _ in range(2):
+        reader.next()
+        if not (reader.plain_word or b"").startswith(b"TGT_"):
+            reader.push_back()
+            break
+        reader.drop()
+    read_words(reader, "ADDRESS", {})
 
 
 def _skip_integers(reader):

@@ -147,7 +147,7 @@ def _create_archive(staging, name, console):
         with stream, tarfile.open(mode="w", fileobj=stream, format=tarfile.PAX_FORMAT) as archive:
             for inner_path in staging.files:
                 staged = os.path.join(staging.path, inner_path)
-                archive.add(os.fsdecode(staged), os.fsdecode(inner_path))
+                archive.add(os.fsdecode(staged), os.fsdecode(inner_path), filter=_plain_entry)
                 stream.flush()
                 console.line(b"File %s added to archive %s" % (staged, name))
         if path != name:
@@ -156,6 +156,13 @@ def _create_archive(staging, name, console):
         if os.path.isfile(path):
             os.remove(path)
         raise _Failure(b"Writing tar file failed!") from None
+
+
+def _plain_entry(entry):
+    """Without what needs an extended header or depends on the machine."""
+    entry.mtime = int(entry.mtime)
+    entry.uname = entry.gname = ""
+    return entry
 
 
 def _open_for_writing(name):

@@ -273,7 +273,6 @@ def _compatible_versions(features, top):
 def _check_user_range(option, info, console):
     """Judges a range given by the user. Returns the selection of its first version."""
     first_part, _, second_part = option.replace(b"+", b"=", 1).partition(b"-")
-    first_part = first_part.strip(b" \t")
     first = version_of_library(first_part)
     second = parse_version(second_part.strip(b" \t"))
     for restriction in info.restrictions:

@@ -133,22 +133,31 @@ def _store_choice(reader, properties, key, choices):
 
 def _parse_communication_mode(reader, properties, is_block):
     """The plain form ends at the first word that does not belong to it, the block at its end."""
-    while True:
+    if not is_block:
         reader.next()
-        word = reader.word
-        if word == "SLAVE":
-            properties["slave_block_mode_supported"] = 1
-        elif word == "MASTER":
-            properties["master_block_mode_supported"] = 1
-            properties["max_bs"] = reader.read_int()
-            properties["min_st"] = reader.read_int()
-        elif word == "INTERLEAVED":
-            properties["queue_size"] = reader.read_int()
-        elif word != "BLOCK":
-            break
-    reader.push_back()
-    if is_block:
-        read_words(reader, "COMMUNICATION_MODE_SUPPORTED", {})
+        while _read_communication_word(reader, properties):
+            reader.next()
+        reader.push_back()
+        return
+    for is_inner_block, _ in reader.parts("COMMUNICATION_MODE_SUPPORTED"):
+        if is_inner_block or not _read_communication_word(reader, properties):
+            unknown_part(reader, is_inner_block)
+
+
+def _read_communication_word(reader, properties):
+    """Reads what follows the current word. Returns False if it tells nothing of this kind."""
+    word = reader.word
+    if word == "SLAVE":
+        properties["slave_block_mode_supported"] = 1
+    elif word == "MASTER":
+        properties["master_block_mode_supported"] = 1
+        properties["max_bs"] = reader.read_int()
+        properties["min_st"] = reader.read_int()
+    elif word == "INTERLEAVED":
+        properties["queue_size"] = reader.read_int()
+    else:
+        return word == "BLOCK"
+    return True
 
 
 # DAQ
@@ -430,10 +439,17 @@ def _parse_daq_event(reader):
     for is_block, word in reader.parts("DAQ_EVENT"):
         if is_block and word in _EVENT_LISTS:
             read_words(reader, word, {"EVENT": 1})
-        elif not is_block and word == "EVENT":
-            reader.drop()
-        elif is_block or word not in ("FIXED_EVENT_LIST", "VARIABLE") + _EVENT_LISTS:
+        elif not is_block and word in ("FIXED_EVENT_LIST",) + _EVENT_LISTS:
+            _skip_events(reader)
+        elif is_block or word != "VARIABLE":
             unknown_part(reader, is_block)
+
+
+def _skip_events(reader):
+    reader.next()
+    while reader.word == "EVENT":
+        reader.drop(2)  # its number, and what follows
+    reader.push_back()
 
 
 # Transports
