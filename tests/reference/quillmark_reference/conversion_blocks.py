@@ -20,10 +20,8 @@ def parse_unit(reader, module):
     unit = model.Unit(name, reader.read_string())
     reader.drop()  # extended or derived
     module.units.append(unit)
-    for is_block, word in reader.parts("UNIT"):
-        if is_block:
-            reader.unexpected()
-        elif word == "SI_EXPONENTS":
+    for word in reader.words("UNIT"):
+        if word == "SI_EXPONENTS":
             reader.drop(7)
         elif word in ("REF_UNIT", "UNIT_REF"):
             reader.drop()
@@ -66,8 +64,8 @@ def parse_conversion(reader, module):
 def _parse_formula(reader):
     if reader.next() != keywords.STRING:
         reader.push_back()
-    for is_block, word in reader.parts("FORMULA"):
-        if is_block or word != "FORMULA_INV":
+    for word in reader.words("FORMULA"):
+        if word != "FORMULA_INV":
             reader.unexpected()
         reader.drop()
 
@@ -118,10 +116,10 @@ def parse_table(reader, module):
         reader.error(b"Integer value (element count) expected")
     for _ in range(reader.int_value):
         table.entries.append(_ENTRY_READERS[block](reader))
-    for is_block, word in reader.parts(block):
-        if not is_block and word == "DEFAULT_VALUE":
+    for word in reader.words(block):
+        if word == "DEFAULT_VALUE":
             table.default_text = reader.read_string()
-        elif not is_block and word == "DEFAULT_VALUE_NUMERIC" and block == "COMPU_TAB":
+        elif word == "DEFAULT_VALUE_NUMERIC" and block == "COMPU_TAB":
             reader.drop()
         else:
             reader.unexpected()

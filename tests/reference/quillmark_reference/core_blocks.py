@@ -59,8 +59,8 @@ def _parse_project(reader, root):
 
 def _parse_header(reader):
     reader.read_string()
-    for is_block, word in reader.parts("HEADER"):
-        if not is_block and word in ("VERSION", "PROJECT_NO"):
+    for word in reader.words("HEADER"):
+        if word in ("VERSION", "PROJECT_NO"):
             reader.drop()
         else:
             reader.unexpected()
@@ -191,10 +191,8 @@ _MOD_COMMON_DROPPED = (
 
 def _parse_mod_common(reader):
     reader.read_string()
-    for is_block, word in reader.parts("MOD_COMMON"):
-        if is_block:
-            reader.unexpected()
-        elif word == "BYTE_ORDER":
+    for word in reader.words("MOD_COMMON"):
+        if word == "BYTE_ORDER":
             reader.module_byte_order = read_byte_order(reader)
         elif word in _MOD_COMMON_DROPPED:
             reader.drop()
@@ -239,8 +237,8 @@ _LAYOUT_WORDS = {"s": _SIZE_WORDS, "o": _INDEX_ORDERS, "a": _ADDRESSINGS}
 def _parse_record_layout(reader, module):
     layout = model.RecordLayout(reader.read_identifier())
     module.record_layouts.append(layout)
-    for is_block, word in reader.parts("RECORD_LAYOUT"):
-        if is_block or word not in _LAYOUT_COMPONENTS:
+    for word in reader.words("RECORD_LAYOUT"):
+        if word not in _LAYOUT_COMPONENTS:
             reader.unexpected()
         for parameter in _LAYOUT_COMPONENTS[word]:
             if parameter == "n":

@@ -214,17 +214,18 @@ class Reader:
                 yield False, self.word
         self.close(block, complaint)
 
+    def words(self, block):
+        """`parts` for a block in which no other block may stand: there /begin is a word like others."""
+        while self.next() != keywords.END:
+            yield self.word
+        self.close(block)
+
     def close(self, block, complaint=None):
         """After /end: the block's own keyword must follow."""
         self.next()
         if self.word != block:
             name = (complaint or block).encode("ascii")
             self.error(b"Keyword '%s' expected after /end" % name)
-
-    def end(self, block):
-        """Reads the end of a block in which nothing else may stand."""
-        for _ in self.parts(block):
-            self.unexpected()
 
     def skip_block(self):
         """Skips a block that nobody reads, its keyword being the current token."""

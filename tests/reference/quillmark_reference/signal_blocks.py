@@ -266,8 +266,8 @@ def _parse_word_of_characteristic(reader, signal, word):
 def _parse_names(reader, block=None):
     """A block that lists names. Returns them."""
     names = []
-    for is_block, _ in reader.parts(block or reader.word):
-        if is_block or reader.kind != keywords.IDENTIFIER:
+    for _ in reader.words(block or reader.word):
+        if reader.kind != keywords.IDENTIFIER:
             reader.unexpected()
         names.append(reader.text)
     return names
@@ -278,20 +278,20 @@ def _parse_annotation(reader):
         if not is_block and word in ("ANNOTATION_LABEL", "ANNOTATION_ORIGIN"):
             reader.drop()
         elif is_block and word == "ANNOTATION_TEXT":
-            for is_inner_block, _ in reader.parts("ANNOTATION_TEXT"):
-                if is_inner_block or reader.kind != keywords.STRING:
+            for _ in reader.words("ANNOTATION_TEXT"):
+                if reader.kind != keywords.STRING:
                     reader.unexpected()
         else:
             reader.unexpected()
 
 
 def _parse_bit_operation(reader, signal):
-    for is_block, word in reader.parts("BIT_OPERATION"):
-        if not is_block and word in ("LEFT_SHIFT", "RIGHT_SHIFT"):
+    for word in reader.words("BIT_OPERATION"):
+        if word in ("LEFT_SHIFT", "RIGHT_SHIFT"):
             signal.bit_operation = 1 if word == "LEFT_SHIFT" else 2
             reader.next()
             signal.shift_count = reader.int_value
-        elif not is_block and word == "SIGN_EXTEND":
+        elif word == "SIGN_EXTEND":
             signal.sign_extend = True
         else:
             reader.unexpected()
