@@ -200,6 +200,8 @@ def read(path):
 class Page:
     def __init__(self, path, program, source, limits):
         self.path, self.program, self.source, self.limits = path, program, source, limits
+        code = "\n".join(read(file) for file in sorted(source.glob("src/**/*.[ch]*")))
+        self.program_texts = re.sub(r'"\s*\n\s*"', "", code).replace('\\"', '"')
         self.checks = 0
         self.failures = 0
 
@@ -302,22 +304,41 @@ class Page:
             if not COMMAND.match(line + " ") or re.match(r"quillmark \w+ <", line):
                 continue
             self.checks += 1
+            script = line.split()[0]
             if not any(re.match(pattern, line) for pattern in RUN_ELSEWHERE):
                 self.fail(block.line + offset, f"nothing runs this command: {line}")
+            elif script.startswith("scripts/") and not (self.source / script).exists():
+                self.fail(block.line + offset, f"there is no {script}")
+
+    def check_in_sources(self, line, messages):
+        """Whether the longest piece of each message between its variables is a text of the program.
+
+        Labels such as "Error: ", and the first word where it has a choice, are put before it.
+        """
+        for message in messages:
+            self.checks += 1
+            message = re.sub(r"^(Error|ERROR|Warning|Cannot compare modules): ", "", message)
+            piece = max(re.split(r"%[sd]", message), key=len).strip()
+            behind_first_word = piece.partition(" ")[2] or piece
+            if behind_first_word not in self.program_texts:
+                self.fail(line, f"the program has no text with {piece}")
 
     def check_messages(self, table, shell):
         """Runs a table of messages: each example in its row has to give the row's first message.
 
-        An example is a command, options behind `convert a b`, or a description, in which letters stand
+        Messages without one have to be texts of the program. An example is a command, options behind `convert a b`, or a description, in which letters stand
         for what is AROUND. In a message %s and %d stand for anything.
         """
         header = [re.sub(r" \(.*", "", cell) for cell in table[0][1]]
-        if "Message" not in header or "Smallest input" not in header:
+        if "Message" not in header:
             return
         for line, row in table[2:]:
             cells = dict(zip(header, row))
             messages = re.findall(r"`([^`]+)`", cells["Message"])
-            for example in re.findall(r"`([^`]+)`", cells["Smallest input"]):
+            examples = re.findall(r"`([^`]+)`", cells.get("Smallest input", ""))
+            if not examples:
+                self.check_in_sources(line, messages)
+            for example in examples:
                 self.checks += 1
                 printed = shell.run(run_of_example(example.replace("\\|", "|")))
                 pattern = ".*".join(map(re.escape, re.split(r"%[sd]", messages[0])))

@@ -53,6 +53,10 @@ ASAP2_VERSION 1 60
 | `Error: no valid output file specified.` | `convert a` | |
 | `libraryVersion: %s` | `-l sigTrak=1.5.4` | |
 
+| Message | Meaning |
+|---|---|
+| `ERROR: Cannot open input file: %s` | The file is missing. |
+
     scripts/test
 """
 
@@ -81,6 +85,7 @@ class CheckPage(unittest.TestCase):
             "an exit status": ("    4 3", "    1 3"),
             "the input of a message": ("`M(x)`", '`M(/begin MOD_PAR "" /end MOD_PAR)`'),
             "a message": ("no valid output file", "no valid input file"),
+            "a message without an input": ("Cannot open input", "Cannot read input"),
             "a link": ("#title", "#tilte"),
             "the name of a file": ("docs/quillmark.1", "docs/quillmark.2"),
             "a command that nothing runs": ("    scripts/test", "    scripts/no-such-script"),
