@@ -105,7 +105,7 @@ bool setFormat(archive* writer, const std::vector<StagedFile>& files) {
 }
 
 // The library has a call for each kind of characters that paths of a system are made of.
-int openFile(archive* writer, const char* path) {
+[[maybe_unused]] int openFile(archive* writer, const char* path) {
     return archive_write_open_filename(writer, path);
 }
 [[maybe_unused]] int openFile(archive* writer, const wchar_t* path) {
@@ -209,6 +209,9 @@ int replaceArchive(const fs::path& target, const fs::file_status& old,
 
 int createArchive(const std::string& archivePath, const std::vector<StagedFile>& files,
                   int compression) {
+    // On Windows the library makes a slash of each backslash in the name of an entry. It has to
+    // know which of them are bytes of other characters.
+    const NameCharacters characters;
     const std::optional<fs::path> target = withoutLinks(toPath(archivePath));
     if (!target || target->filename().empty()) {
         return kArchiveNotOpened;

@@ -27,4 +27,17 @@ std::size_t startOfLastPart(std::string_view name, std::string_view separators);
 /// except on Windows.
 extern const std::string_view kDirectorySeparators;
 
+/// As long as it lives, the C library takes bytes for the text that names are on this system, and
+/// so does every library that asks it what characters they are. It changes nothing but on Windows.
+class NameCharacters {
+  public:
+    NameCharacters();
+    NameCharacters(const NameCharacters&) = delete;
+    NameCharacters& operator=(const NameCharacters&) = delete;
+    ~NameCharacters();
+
+  private:
+    std::string old_;
+};
+
 }  // namespace quillmark

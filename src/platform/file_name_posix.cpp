@@ -16,4 +16,8 @@ std::size_t startOfLastPart(std::string_view name, std::string_view separators) 
     return name.find_last_of(separators) + 1;  // npos + 1 is 0: the whole name
 }
 
+NameCharacters::NameCharacters() = default;
+
+NameCharacters::~NameCharacters() = default;
+
 }  // namespace quillmark

@@ -38,4 +38,13 @@ std::size_t startOfLastPart(std::string_view name, std::string_view separators) 
     return start;
 }
 
+NameCharacters::NameCharacters() : old_(std::setlocale(LC_CTYPE, nullptr)) {
+    // By number: without one it would be the user's code page, which need not be the system's.
+    std::setlocale(LC_CTYPE, ("." + std::to_string(GetACP())).c_str());
+}
+
+NameCharacters::~NameCharacters() {
+    std::setlocale(LC_CTYPE, old_.c_str());
+}
+
 }  // namespace quillmark
