@@ -29,9 +29,12 @@ bool canEnter(const std::string& directory) {
     return isDirectory(directory + "/.");
 }
 
-bool exists(const std::string& path) {
+/// A slash behind the name of a file makes it one of a directory, which does not exist then; not
+/// every system says so.
+bool exists(const std::string& name) {
+    const fs::path path = toPath(name);
     std::error_code error;
-    return fs::exists(toPath(path), error);
+    return path.has_filename() ? fs::exists(path, error) : fs::is_directory(path, error);
 }
 
 /// False also if there is something of that name.

@@ -95,11 +95,12 @@ TEST_F(CreateArchive, ContentAroundTheBlockSize) {
 
 TEST_F(CreateArchive, LongNamesAndNamesThatAreNoText) {
     const std::string longName(250, 'n');
+    const std::string bytes = kIsWindows ? "\xb1" : "\xb1\xff";  // every code page has the first
     stage(longName, "long");
-    stage("\xe9\xff", "bytes");
+    stage(bytes, "bytes");
     EXPECT_EQ(create(), kPackageOk);
     EXPECT_THAT(packed(target), ElementsAre("userfiles/a", "content of a", "userfiles/" + longName,
-                                            "long", "userfiles/\xe9\xff", "bytes"));
+                                            "long", "userfiles/" + bytes, "bytes"));
 }
 
 TEST_F(CreateArchive, Compression) {
@@ -109,6 +110,9 @@ TEST_F(CreateArchive, Compression) {
     };
     for (const Row& row : {Row{0, "userfiles/a"}, Row{1, "\x1f\x8b"}, Row{2, "BZh"},
                            Row{3, "userfiles/a"}, Row{-1, "userfiles/a"}}) {
+        if (kIsWindows && (row.compression == 1 || row.compression == 2)) {
+            continue;  // what no package needs, its archive library is built without there
+        }
         EXPECT_EQ(createArchive(target, files, row.compression), kPackageOk);
         EXPECT_TRUE(readFile(target).starts_with(row.start)) << row.compression;
     }
@@ -117,9 +121,10 @@ TEST_F(CreateArchive, Compression) {
 TEST_F(CreateArchive, ReplacesAnOldPackage) {
     writeFile(target, "old");
     fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write);
+    const fs::perms permissions = fs::status(target).permissions();
     EXPECT_EQ(create(), kPackageOk);
     EXPECT_EQ(packed(target).size(), 2U);
-    EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(target).permissions(), permissions);
     EXPECT_THAT(namesIn("out"), ElementsAre("x.zpki"));
 }
 
@@ -226,6 +231,9 @@ TEST_F(CreateArchive, APackageThatMayNotBeWrittenStaysAsItWas) {
 }
 
 TEST_F(CreateArchive, ATargetInADirectoryWithoutWritePermissionIsWritten) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows a directory that is marked as read-only takes new files";
+    }
     writeFile(target, "old package");
     fs::permissions(target, fs::perms::all);
     fs::permissions(dir.file("out"),
@@ -234,7 +242,7 @@ TEST_F(CreateArchive, ATargetInADirectoryWithoutWritePermissionIsWritten) {
     {
         const OrdinaryUser user;
         if (!user.isOrdinary()) {
-            GTEST_SKIP();
+            GTEST_SKIP() << "nothing is refused to the superuser";
         }
         EXPECT_EQ(create(), kPackageOk);
         EXPECT_EQ(createArchive(dir.file("out/new.zpki"), files, 0), kArchiveNotOpened);
@@ -252,7 +260,7 @@ TEST_F(CreateArchive, ATargetThatNothingCanBeMovedOverIsWritten) {
     {
         const OrdinaryUser user;
         if (!user.isOrdinary()) {
-            GTEST_SKIP();
+            GTEST_SKIP() << "nothing is refused to the superuser";
         }
         EXPECT_EQ(create(), kPackageOk);
     }

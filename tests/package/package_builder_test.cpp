@@ -18,8 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
-using testing::MatchesRegex;
 
 class PackageBuilder : public testing::Test {
   protected:
@@ -95,8 +95,8 @@ TEST_F(PackageBuilder, SaysWhatItDoes) {
 TEST_F(PackageBuilder, ASecondPackageInTheSameSecond) {
     request.userFiles = {"missing"};
     EXPECT_EQ(generate(), 1);
-    EXPECT_THAT(console.out, MatchesRegex("(.|\n)*Generation of zpkc failed!\n"
-                                          "ERROR: Database file \"missing\" does not exist!\n"));
+    EXPECT_THAT(console.out, EndsWith("Generation of zpkc failed!\n"
+                                      "ERROR: Database file \"missing\" does not exist!\n"));
     request.userFiles.clear();
     EXPECT_EQ(generate(), 1);
     EXPECT_EQ(console.out,
@@ -111,16 +111,15 @@ TEST_F(PackageBuilder, ASecondPackageInTheSameSecond) {
 TEST_F(PackageBuilder, APlaceInAFileNameIsNoPlace) {
     request.userFiles = {"%1%2"};
     EXPECT_EQ(generate(), 1);
-    EXPECT_THAT(console.out,
-                MatchesRegex("(.|\n)*ERROR: Database file \"%1%2\" does not exist!\n"));
+    EXPECT_THAT(console.out, EndsWith("ERROR: Database file \"%1%2\" does not exist!\n"));
 }
 
 TEST_F(PackageBuilder, AFailedArchiveLeavesEverythingElse) {
     request.zpkiFile = dir.file("missing/ecu.zpki");
     EXPECT_EQ(generate(), 1);
-    EXPECT_THAT(console.out, MatchesRegex("(.|\n)*Creating archive file...\n"
-                                          "Generation of zpkc failed!\n"
-                                          "ERROR: File could not be written\n"));
+    EXPECT_THAT(console.out, EndsWith("Creating archive file...\n"
+                                      "Generation of zpkc failed!\n"
+                                      "ERROR: File could not be written\n"));
     EXPECT_EQ(readFile(tree + "/deviceconf/sigtrak/ecu.cfginclude"), "document");
     EXPECT_EQ(readFile(request.outputFile), "document");
 }
@@ -140,7 +139,7 @@ TEST_F(PackageBuilder, AnIncludeFileThatIsADevice) {
     request.outputFile = dir.file("pipe");
     ASSERT_TRUE(makePipe(request.outputFile));
     EXPECT_EQ(generate(), 1);
-    EXPECT_THAT(console.out, MatchesRegex("(.|\n)*ERROR: Copying configuration file failed!\n"));
+    EXPECT_THAT(console.out, EndsWith("ERROR: Copying configuration file failed!\n"));
     fs::remove_all(tree);
     request.outputFile = "/dev/null";
     EXPECT_EQ(generate(), 0);
@@ -227,7 +226,10 @@ TEST_F(BuildPackage, AnIncludeFileThatCannotBeWrittenIsAllThatIsReported) {
 TEST_F(BuildPackage, TheEnvironmentOfTheProcess) {
     const PackageEnvironment environment = currentPackageEnvironment();
     EXPECT_EQ(environment.tempDirectory, fs::canonical(temp.path()).generic_string());
-    EXPECT_THAT(environment.stagingName, MatchesRegex("20[0-9]{6}_[0-9]{6}"));
+    std::string pattern = environment.stagingName;
+    std::ranges::replace_if(
+        pattern, [](char c) { return c >= '0' && c <= '9'; }, '9');
+    EXPECT_EQ(pattern, "99999999_999999");
     setTemporaryPath(temp.file("missing"));
     EXPECT_EQ(buildPackage(request, root, model, console), 1);
     EXPECT_EQ(console.out,
