@@ -13,9 +13,6 @@ using Rule = OptionalRule<PhA2l, PhConversion>;
 
 namespace {
 
-/// Tables are kept among the conversions, under names that no conversion method can have.
-constexpr std::string_view kTablePrefix = "TAB::";
-
 void appendIfPresent(std::vector<PhNumber>& list, const PhNumber& value) {
     if (value.isPresent()) {
         list.push_back(value);
@@ -131,7 +128,7 @@ int PhA2l::parseRefUnit(PhConversion& conversion) {
 }
 
 int PhA2l::parseCompuTabRef(PhConversion& conversion) {
-    const PhString name(kTablePrefix, readIdentifier().view());
+    const PhString name(PhConversion::kTablePrefix, readIdentifier().view());
     auto table = referConversion(name.view());
     if (table.get() != &conversion) {
         keep(conversion.tableRef, std::move(table));
@@ -198,7 +195,8 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
     const PhString name = readIdentifier();
-    auto table = define(placeholders_.conversions, PhString(kTablePrefix, name.view()).view());
+    auto table =
+        define(placeholders_.conversions, PhString(PhConversion::kTablePrefix, name.view()).view());
     readLongIdentifier(*table);
     traceText(traceFormat, name);
     return table;

@@ -3,6 +3,7 @@
 
 #include "a2l/enumeration_parameter.h"
 #include "a2l/ph_a2l.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -130,15 +131,15 @@ int PhA2l::parseModPar(PhGroup& module) {
 }
 
 int PhA2l::parseVersion(PhGroup& module) {
-    return storeText(module, "mod_par/version");
+    return storeText(module, setting::kVersion);
 }
 
 int PhA2l::parseEpk(PhGroup& module) {
-    return storeText(module, "mod_par/epk");
+    return storeText(module, setting::kEpk);
 }
 
 int PhA2l::parseEcu(PhGroup& module) {
-    return storeText(module, "mod_par/ecu");
+    return storeText(module, setting::kEcu);
 }
 
 int PhA2l::storeText(PhGroup& module, std::string_view property) {
@@ -150,7 +151,7 @@ int PhA2l::storeText(PhGroup& module, std::string_view property) {
 int PhA2l::parseAddrEpk(PhGroup& module) {
     std::int32_t address = 0;
     if (readIntegerOrWarn(address)) {
-        module.obtainProperties().setInteger("mod_par/addr_epk", address);
+        module.obtainProperties().setInteger(setting::kEpkAddress, address);
     }
     return next();
 }

@@ -9,6 +9,7 @@
 #include "a2l/daq_source.h"
 #include "a2l/if_data.h"
 #include "a2l/interface_parts.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -64,13 +65,13 @@ PhHandle<PhValue> readSetting(BlockReader& reader, const DaqSource& source, std:
 }
 
 int parseCanIdVariable(BlockReader& reader, DaqSource& source) {
-    appendInteger(source.entry, "can_id_variable", 1);
+    appendInteger(source.entry, setting::kCanIdVariable, 1);
     source.tpCan.canId = {};
     return reader.next();
 }
 
 int parseCanIdFixed(BlockReader& reader, DaqSource& source) {
-    reader.keep(source.tpCan.canId, readSetting(reader, source, "can_id_fixed"));
+    reader.keep(source.tpCan.canId, readSetting(reader, source, setting::kCanIdFixed));
     return reader.next();
 }
 
@@ -78,20 +79,20 @@ int parseCanIdFixed(BlockReader& reader, DaqSource& source) {
 int parseSourceRaster(BlockReader& reader, DaqSource& source) {
     const int kind = reader.next();
     if (kind == TOK_STRING) {
-        appendText(source.entry, "raster", reader.token().text);
+        appendText(source.entry, setting::kRaster, reader.token().text);
         return reader.next();
     }
     const PhNumber channel = numberOf(reader, kind);
     if (!channel.isPresent()) {
         return reader.unexpectedToken(kind);
     }
-    appendInteger(source.entry, "source_id", channel.toInteger());
+    appendInteger(source.entry, setting::kSourceId, channel.toInteger());
     source.daq.sourceId = PhValue::ofInteger(channel.toInteger());
     return reader.next();
 }
 
 int parseFirstPid(BlockReader& reader, DaqSource& source) {
-    reader.keep(source.daq.firstPid, readSetting(reader, source, "first_pid"));
+    reader.keep(source.daq.firstPid, readSetting(reader, source, setting::kFirstPid));
     return reader.next();
 }
 
@@ -101,7 +102,7 @@ int parseLength(BlockReader& reader, DaqSource& source) {
 }
 
 int parseQpBlob(BlockReader& reader, DaqSource& source) {
-    const PhHandle<PhValue> number = readSetting(reader, source, "daq_number");
+    const PhHandle<PhValue> number = readSetting(reader, source, setting::kDaqNumber);
     reader.keep(source.daq.number, number);
     reader.keep(source.tpCan.number, PhValue::ofInteger(number->toInteger()));
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SOURCE/QP_BLOB\n");
@@ -125,8 +126,8 @@ int parseSource(BlockReader& reader, CcpSettings& settings) {
     const PhString name(reader.token().text);
     source.entry.setName(name);
     source.daq.setName(name);
-    readSetting(reader, source, "scaling_unit");
-    readSetting(reader, source, "period");
+    readSetting(reader, source, setting::kScalingUnit);
+    readSetting(reader, source, setting::kPeriod);
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SOURCE\n");
     static constexpr InterfaceRule<DaqSource> kParts[] = {
         {Form::Bare, DISPLAY_IDENTIFIER, nullptr, 1},
@@ -171,11 +172,14 @@ int parseEventGroup(BlockReader& reader, CcpSettings& settings) {
     const auto group = makePh<PhValue>();
     group->setName(PhString(reader.token().text));
     reader.next();
-    appendText(*group, "short_name", reader.token().text);
+    appendText(*group, setting::kShortName, reader.token().text);
     PhValue& rasters = appendList(group->list());
-    rasters.setName(PhString("rasters"));
+    rasters.setName(PhString(setting::kRasters));
     reader.commit([&] {
-        settings.station().daqCapabilities().properties->list("event_groups").push_back(group);
+        settings.station()
+            .daqCapabilities()
+            .properties->list(setting::kEventGroups)
+            .push_back(group);
     });
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/EVENT_GROUP\n");
     static constexpr InterfaceRule<PhValue> kParts[] = {
@@ -185,8 +189,8 @@ int parseEventGroup(BlockReader& reader, CcpSettings& settings) {
 }
 
 int parseSeedKey(BlockReader& reader, CcpSettings& settings) {
-    for (const std::string_view key :
-         {"seed_key_dll_name_cal", "seed_key_dll_name_daq", "seed_key_dll_name_pgm"}) {
+    for (const std::string_view key : {setting::kSeedKeyDllCalibration, setting::kSeedKeyDllDaq,
+                                       setting::kSeedKeyDllProgramming}) {
         if (!readText(reader)) {
             return TOK_ERROR;
         }
@@ -201,7 +205,7 @@ int parseChecksum(BlockReader& reader, CcpSettings& settings) {
     if (!readText(reader)) {
         return TOK_ERROR;
     }
-    settings.station().protocolParam().properties->setText("checksum_dll_name",
+    settings.station().protocolParam().properties->setText(setting::kChecksumDll,
                                                            reader.token().text);
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/CHECKSUM\n");
     return readInterfaceParts(reader, kNoInterfaceRules<CcpSettings>, settings, CHECKSUM,

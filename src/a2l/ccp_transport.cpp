@@ -7,6 +7,7 @@
 #include "a2l/ccp_blocks.h"
 #include "a2l/if_data.h"
 #include "a2l/interface_parts.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -38,7 +39,7 @@ std::int32_t readByteOrderCode(BlockReader& reader) {
 
 void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
     const std::int32_t code = readByteOrderCode(reader);
-    reader.keepInteger(*protocol.properties, "ccp_byteorder_code", code);
+    reader.keepInteger(*protocol.properties, setting::kCcpByteOrderCode, code);
     switch (code) {
         case static_cast<std::int32_t>(PhByteOrder::BigEndian):
         case static_cast<std::int32_t>(PhByteOrder::LittleEndian):
@@ -50,19 +51,20 @@ void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
 }
 
 int parseBaudrate(BlockReader& reader, Transport& transport) {
-    reader.keepInteger(*transport.param.properties, "bitrate", readTruncated(reader));
+    reader.keepInteger(*transport.param.properties, setting::kBitrate, readTruncated(reader));
     return reader.next();
 }
 
 int parseBytesOnly(BlockReader& reader, Transport& transport) {
-    reader.keepInteger(*transport.param.properties, "bytes_only", 1);
+    reader.keepInteger(*transport.param.properties, setting::kBytesOnly, 1);
     return reader.next();
 }
 
 int parseDaqMode(BlockReader& reader, Transport& transport) {
     static constexpr InterfaceWord kModes[] = {{ALTERNATING, 0}, {BURST, 1}};
     if (const auto code = readWord(reader, kModes)) {
-        transport.settings.station().daqCapabilities().properties->setInteger("daq_mode", *code);
+        transport.settings.station().daqCapabilities().properties->setInteger(setting::kDaqMode,
+                                                                              *code);
     }
     return reader.next();
 }
@@ -72,7 +74,7 @@ int parseAddressExtension(BlockReader& reader, Transport& transport) {
     constexpr std::array<std::int32_t, 2> kTypes{3, 2};  // one per DAQ list, one per ODT
     if (const auto code = readWord(reader, kExtensions)) {
         PhDaqCapabilities& capabilities = transport.settings.station().daqCapabilities();
-        capabilities.properties->setInteger("address_extension", *code);
+        capabilities.properties->setInteger(setting::kAddressExtension, *code);
         capabilities.addressExtension = kTypes.at(static_cast<std::size_t>(*code));
     }
     return reader.next();
@@ -81,7 +83,8 @@ int parseAddressExtension(BlockReader& reader, Transport& transport) {
 int parseOptionalCommand(BlockReader& reader, Transport& transport) {
     PhProperties& properties = *transport.settings.station().protocolParam().properties;
     auto command = readIntegerValue(reader);
-    reader.commit([&] { properties.list("optional_cmd").push_back(std::move(command)); });
+    reader.commit(
+        [&] { properties.list(setting::kOptionalCommands).push_back(std::move(command)); });
     return reader.next();
 }
 
@@ -94,16 +97,16 @@ int parseCanParam(BlockReader& reader, Transport& transport) {
 int parseChecksumCalculation(BlockReader& reader, Transport& transport) {
     static constexpr InterfaceWord kCalculations[] = {{ACTIVE_PAGE, 0}, {BIT_OR_WITH_OPT_PAGE, 1}};
     if (const auto code = readWord(reader, kCalculations)) {
-        transport.settings.station().protocolParam().properties->setInteger("checksum_calculation",
-                                                                            *code);
+        transport.settings.station().protocolParam().properties->setInteger(
+            setting::kChecksumCalculation, *code);
     }
     return reader.next();
 }
 
 int parseChecksumParam(BlockReader& reader, Transport& transport) {
     PhProperties& properties = *transport.settings.station().protocolParam().properties;
-    reader.keepInteger(properties, "checksum_procedure", readTruncated(reader));
-    reader.keepInteger(properties, "checksum_max_block_length", readTruncated(reader));
+    reader.keepInteger(properties, setting::kChecksumProcedure, readTruncated(reader));
+    reader.keepInteger(properties, setting::kChecksumMaxBlockLength, readTruncated(reader));
     traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB/CHECKSUM_PARAM\n");
     static constexpr InterfaceRule<Transport> kParts[] = {
         {Form::Bare, CHECKSUM_CALCULATION, &parseChecksumCalculation},

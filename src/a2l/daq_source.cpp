@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "model/setting_names.h"
+
 namespace quillmark {
 
 namespace {
@@ -18,7 +20,7 @@ DaqSource addDaqSource(PhStationParam& station) {
     capabilities.daqLists.append(makePh<PhDaq>());
     PhObjectList<PhDaqTpCan>& tpCans = station.daqTpCapabilities().daqLists;
     tpCans.append(makePh<PhDaqTpCan>());
-    PhValue& entry = appendList(capabilities.properties->list("sources"));
+    PhValue& entry = appendList(capabilities.properties->list(setting::kSources));
     return {capabilities.daqLists.last(), tpCans.last(), entry};
 }
 

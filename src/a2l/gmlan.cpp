@@ -5,6 +5,7 @@
 #include "a2l/daq_source.h"
 #include "a2l/if_data.h"
 #include "a2l/interface_parts.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -28,8 +29,6 @@ int dropBlock(BlockReader& reader, PhTransportParam& transport) {
 }
 
 // --- TP_BLOB -------------------------------------------------------------------------------------
-
-constexpr char kBitrate[] = "bitrate";
 
 /// Timings come in a long and a short form.
 int dropTimings(BlockReader& reader, PhTransportParam&) {
@@ -73,7 +72,7 @@ int parseTransportCan(BlockReader& reader, PhTransportParam& transport) {
         {Form::Block, TransportProtocolVersion, &parseTransportVersion},
     };
     return readInterfaceParts(reader, kParts, transport, CAN,
-                              storeProperty<kBitrate>(reader, transport));
+                              storeProperty<setting::kBitrate>(reader, transport));
 }
 
 /// Four parameters and any number of further parameter bytes.
@@ -112,15 +111,9 @@ int parseTpBlob(BlockReader& reader, PhCommParam& commParam) {
 
 // --- SOURCE --------------------------------------------------------------------------------------
 
-constexpr char kCanIdFirst[] = "can_id_first";
-constexpr char kCanIdLast[] = "can_id_last";
-constexpr char kPacketIdFirst[] = "packet_id_first";
-constexpr char kPacketIdLast[] = "packet_id_last";
-constexpr char kParameterIdFirst[] = "parameter_id_first";
-constexpr char kParameterIdLast[] = "parameter_id_last";
-
 /// A block that tells the first and the last identifier of a range.
-template <int Keyword, int FirstKeyword, const char* First, int LastKeyword, const char* Last>
+template <int Keyword, int FirstKeyword, const std::string_view& First, int LastKeyword,
+          const std::string_view& Last>
 int parseRange(BlockReader& reader, PhDaqCapabilities& capabilities) {
     static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {
         {Form::Bare, FirstKeyword, &storeProperty<First, PhDaqCapabilities>},
@@ -132,7 +125,8 @@ int parseRange(BlockReader& reader, PhDaqCapabilities& capabilities) {
 int parseSourceCan(BlockReader& reader, PhDaqCapabilities& capabilities) {
     static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {
         {Form::Block, UUDT_CAN_IDs,
-         &parseRange<UUDT_CAN_IDs, FIRST_CAN_ID, kCanIdFirst, LAST_CAN_ID, kCanIdLast>},
+         &parseRange<UUDT_CAN_IDs, FIRST_CAN_ID, setting::kCanIdFirst, LAST_CAN_ID,
+                     setting::kCanIdLast>},
     };
     return readInterfaceParts(reader, kParts, capabilities, CAN, reader.next());
 }
@@ -167,11 +161,11 @@ int parseSource(BlockReader& reader, PhCommParam& commParam) {
         {Form::Bare, AVAILABLE_ON, nullptr, 1},
         {Form::Block, CAN, &parseSourceCan},
         {Form::Block, AVAILABLE_PERIODIC_IDENTIFIER_RANGE,
-         &parseRange<AVAILABLE_PERIODIC_IDENTIFIER_RANGE, FIRST_ID, kPacketIdFirst, LAST_ID,
-                     kPacketIdLast>},
+         &parseRange<AVAILABLE_PERIODIC_IDENTIFIER_RANGE, FIRST_ID, setting::kPacketIdFirst,
+                     LAST_ID, setting::kPacketIdLast>},
         {Form::Block, AVAILABLE_PARAMETER_IDENTIFIER_RANGE,
-         &parseRange<AVAILABLE_PARAMETER_IDENTIFIER_RANGE, FIRST_ID, kParameterIdFirst, LAST_ID,
-                     kParameterIdLast>},
+         &parseRange<AVAILABLE_PARAMETER_IDENTIFIER_RANGE, FIRST_ID, setting::kParameterIdFirst,
+                     LAST_ID, setting::kParameterIdLast>},
     };
     return readInterfaceParts(reader, kParts, capabilities, SOURCE, reader.next());
 }

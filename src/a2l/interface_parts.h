@@ -132,21 +132,21 @@ int setFlag(BlockReader& reader, Context& context) {
 }
 
 /// An integer, stored as a property of the context.
-template <const char* Key, typename Context>
+template <const std::string_view& Key, typename Context>
 int storeProperty(BlockReader& reader, Context& context) {
     reader.keepInteger(*context.properties, Key, readTruncated(reader));
     return reader.next();
 }
 
 /// No parameter: the keyword sets a property to 1.
-template <const char* Key, typename Context>
+template <const std::string_view& Key, typename Context>
 int setProperty(BlockReader& reader, Context& context) {
     reader.keepInteger(*context.properties, Key, 1);
     return reader.next();
 }
 
 /// A text, stored as a property of the context.
-template <const char* Key, typename Context>
+template <const std::string_view& Key, typename Context>
 int storeTextProperty(BlockReader& reader, Context& context) {
     if (readText(reader)) {
         reader.keepText(*context.properties, Key, reader.token().text);

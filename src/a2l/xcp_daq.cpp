@@ -3,6 +3,7 @@
 #include "a2l/interface_parts.h"
 #include "a2l/xcp.h"
 #include "a2l/xcp_time.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -76,9 +77,9 @@ int parseStim(BlockReader& reader, XcpDaqTarget& target) {
         {Form::Bare, MIN_ST_STIM, nullptr, 1},
     };
     PhProperties& properties = *target.daq.properties;
-    reader.keepInteger(properties, "granularity_odt_entry_size_stim",
+    reader.keepInteger(properties, setting::kGranularityStim,
                        readWord(reader, kStimGranularities).value_or(0));
-    reader.keepInteger(properties, "max_odt_entry_size_stim", readTruncated(reader));
+    reader.keepInteger(properties, setting::kMaxEntrySizeStim, readTruncated(reader));
     return readInterfaceParts(reader, kParts, target, STIM, reader.next());
 }
 
@@ -107,9 +108,9 @@ int parseTimestampSupported(BlockReader& reader, XcpDaqTarget& target) {
     PhProperties& properties = *target.daq.properties;
     if (size) {
         timebase->byteLength = PhValue::ofInteger(*size);
-        reader.keepInteger(properties, "timestamp_size", *size);
+        reader.keepInteger(properties, setting::kTimestampSize, *size);
     }
-    reader.keepInteger(properties, "timestamp_resolution", timebase->resolution);
+    reader.keepInteger(properties, setting::kTimestampResolution, timebase->resolution);
     reader.keep(target.daq.timebase, timebase);
     return readInterfaceParts(reader, kParts, *timebase, TIMESTAMP_SUPPORTED, reader.next());
 }

@@ -6,6 +6,7 @@
 #include "a2l/interface_parts.h"
 #include "a2l/xcp.h"
 #include "a2l/xcp_time.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -82,11 +83,11 @@ constexpr InterfaceRule<PhRaster> kEventParts[] = {
 /// Enters the event among the sources of measured data.
 void addSource(PhProperties& properties, const PhRaster& event) {
     auto channel = PhValue::ofInteger(event.channel->toInteger());
-    channel->setName(PhString("source_id"));
+    channel->setName(PhString(setting::kSourceId));
     auto source = makePh<PhValue>();
     source->setName(event.name());
     source->list().push_back(std::move(channel));
-    properties.list("sources").push_back(std::move(source));
+    properties.list(setting::kSources).push_back(std::move(source));
 }
 
 using SignalExtras = PhEntity::Extras;
@@ -152,7 +153,7 @@ int parseXcpEvent(BlockReader& reader, XcpDaqTarget& target) {
     const std::int32_t direction = readWord(reader, kDirections).value_or(0);
     reader.keep(event->daqSupported, (direction & kDaqBit) != 0);
     reader.keep(event->stimSupported, (direction & kStimBit) != 0);
-    reader.keepInteger(*event->properties, "max_daq_list", readTruncated(reader));
+    reader.keepInteger(*event->properties, setting::kMaxDaqList, readTruncated(reader));
     reader.keep(event->timebase, readTimeCycle(reader));
     reader.keep(event->priority, readIntegerValue(reader));
     return readInterfaceParts(reader, kEventParts, *event, EVENT, reader.next());

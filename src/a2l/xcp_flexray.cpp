@@ -2,6 +2,7 @@
 
 #include "a2l/interface_parts.h"
 #include "a2l/xcp.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -44,7 +45,7 @@ int parseSlotId(BlockReader& reader, PhFlexRayBuffer& buffer) {
                                         : kind;
 }
 
-template <const char* Key>
+template <const std::string_view& Key>
 int parseSlotNumber(BlockReader& reader, PhFlexRayBuffer& buffer) {
     int kind = 0;
     return readAssignment(reader, kind) ? storeProperty<Key>(reader, buffer) : kind;
@@ -56,19 +57,16 @@ int parseChannel(BlockReader& reader, PhFlexRayBuffer& buffer) {
         return kind;
     }
     if (const std::optional<std::int32_t> channel = readWord(reader, kChannels)) {
-        reader.keepInteger(*buffer.properties, "channel", *channel);
+        reader.keepInteger(*buffer.properties, setting::kChannel, *channel);
     }
     return reader.next();
 }
 
-constexpr char kOffset[] = "offset";
-constexpr char kCycleRepetition[] = "cycle_repetition";
-
 int parseLpduId(BlockReader& reader, PhFlexRayBuffer& buffer) {
     static constexpr InterfaceRule<PhFlexRayBuffer> kParts[] = {
         {Form::Bare, FLX_SLOT_ID, &parseSlotId},
-        {Form::Bare, OFFSET, &parseSlotNumber<kOffset>},
-        {Form::Bare, CYCLE_REPETITION, &parseSlotNumber<kCycleRepetition>},
+        {Form::Bare, OFFSET, &parseSlotNumber<setting::kOffset>},
+        {Form::Bare, CYCLE_REPETITION, &parseSlotNumber<setting::kCycleRepetition>},
         {Form::Bare, CHANNEL, &parseChannel},
     };
     return readInterfaceParts(reader, kParts, buffer, LPDU_ID, reader.next());
@@ -126,7 +124,7 @@ constexpr InterfaceRule<PhTransportParam> kFlexRayParts[] = {
 
 void readHeaderType(BlockReader& reader, PhTransportParam& transport) {
     if (const auto code = readWord(reader, kHeaderTypes, "Unexpected token for Header-Type: %d")) {
-        reader.keepInteger(*transport.properties, "header_type", *code);
+        reader.keepInteger(*transport.properties, setting::kHeaderType, *code);
     }
 }
 
@@ -136,14 +134,14 @@ int parseXcpOnFlx(BlockReader& reader, PhTransportParam& transport) {
     traceBlock(reader, "  Parse IF_DATA XCP_ON_FLEXRAY\n");
     PhProperties& properties = *transport.properties;
     reader.next();  // version of the transport
-    reader.keepInteger(properties, "t1_flx", readTruncated(reader));
+    reader.keepInteger(properties, setting::kT1FlexRay, readTruncated(reader));
     if (readText(reader)) {
         reader.keepText(properties, "FIBEX_FILE", reader.token().text);
     }
     if (readText(reader)) {
         reader.keepText(properties, "CLUSTER_ID", reader.token().text);
     }
-    reader.keepInteger(properties, "nax", readTruncated(reader));
+    reader.keepInteger(properties, setting::kNax, readTruncated(reader));
     readHeaderType(reader, transport);
     readXcpPacketAlignment(reader, transport);
     return readInterfaceParts(reader, kFlexRayParts, transport, XCP_ON_FLX, reader.next());

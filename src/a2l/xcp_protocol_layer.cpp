@@ -2,6 +2,7 @@
 
 #include "a2l/interface_parts.h"
 #include "a2l/xcp.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -10,7 +11,8 @@ namespace {
 using namespace kw::xcp;
 
 constexpr std::string_view kNumberKeys[] = {
-    "xcp_version", "t1", "t2", "t3", "t4", "t5", "t6", "t7", "max_cto", "max_dto",
+    setting::kXcpVersion, setting::kT1, setting::kT2, setting::kT3,     setting::kT4,
+    setting::kT5,         setting::kT6, setting::kT7, setting::kMaxCto, setting::kMaxDto,
 };
 
 constexpr InterfaceWord kByteOrders[] = {
@@ -84,32 +86,28 @@ constexpr InterfaceWord kCommands[] = {
     {DTO_CTR_PROPERTIES, 0xC5},
 };
 
-constexpr char kSeedAndKey[] = "seed_and_key_external_function";
-constexpr char kSlaveBlockMode[] = "slave_block_mode_supported";
-constexpr char kQueueSize[] = "queue_size";
-
 int parseOptionalCmd(BlockReader& reader, PhProtocolParam& protocol) {
     if (const std::optional<std::int32_t> code = readWord(reader, kCommands)) {
         auto command = PhValue::ofInteger(*code);
         command->setName(PhString(reader.token().text));
-        protocol.properties->list("optional_cmd").push_back(std::move(command));
+        protocol.properties->list(setting::kOptionalCommands).push_back(std::move(command));
     }
     return reader.next();
 }
 
 int parseMasterBlockMode(BlockReader& reader, PhProtocolParam& protocol) {
-    reader.keepInteger(*protocol.properties, "master_block_mode_supported", 1);
-    reader.keepInteger(*protocol.properties, "max_bs", readTruncated(reader));
-    reader.keepInteger(*protocol.properties, "min_st", readTruncated(reader));
+    reader.keepInteger(*protocol.properties, setting::kMasterBlockMode, 1);
+    reader.keepInteger(*protocol.properties, setting::kMaxBs, readTruncated(reader));
+    reader.keepInteger(*protocol.properties, setting::kMinSt, readTruncated(reader));
     return reader.next();
 }
 
 /// The grammar has either BLOCK with its modes or INTERLEAVED; files write both, in any order.
 constexpr InterfaceRule<PhProtocolParam> kCommunicationModes[] = {
     {Form::Bare, BLOCK, nullptr, 0},
-    {Form::Bare, SLAVE, &setProperty<kSlaveBlockMode>},
+    {Form::Bare, SLAVE, &setProperty<setting::kSlaveBlockMode>},
     {Form::Bare, MASTER, &parseMasterBlockMode},
-    {Form::Bare, INTERLEAVED, &storeProperty<kQueueSize>},
+    {Form::Bare, INTERLEAVED, &storeProperty<setting::kQueueSize>},
 };
 
 int parseCommunicationModes(BlockReader& reader, PhProtocolParam& protocol) {
@@ -127,7 +125,7 @@ constexpr InterfaceRule<PhProtocolParam> kProtocolLayerParts[] = {
     {Form::Bare, MAX_DTO_STIM, nullptr, 1},
     {Form::Bare, COMMUNICATION_MODE_SUPPORTED, &parseCommunicationModes},
     {Form::Block, COMMUNICATION_MODE_SUPPORTED, &parseCommunicationModeBlock},
-    {Form::Bare, SEED_AND_KEY_EXTERNAL_FUNCTION, &storeTextProperty<kSeedAndKey>},
+    {Form::Bare, SEED_AND_KEY_EXTERNAL_FUNCTION, &storeTextProperty<setting::kSeedAndKeyFunction>},
     {Form::Block, ECU_STATES},
 };
 
@@ -143,12 +141,12 @@ int parseXcpProtocolLayer(BlockReader& reader, PhProtocolParam& protocol) {
     if (!byteOrder) {
         return reader.unexpectedToken(kind);
     }
-    properties.setInteger("xcp_byteorder_code", *byteOrder);
+    properties.setInteger(setting::kXcpByteOrderCode, *byteOrder);
     changeEncoding(reader, protocol,
                    *byteOrder == 1 ? PhByteOrder::BigEndian : PhByteOrder::LittleEndian,
                    "XCP/PROTOCOL_LAYER");
     if (const std::optional<std::int32_t> granularity = readWord(reader, kGranularities)) {
-        properties.setInteger("address_granularity", *granularity);
+        properties.setInteger(setting::kAddressGranularity, *granularity);
     }
     return readInterfaceParts(reader, kProtocolLayerParts, protocol, PROTOCOL_LAYER, reader.next());
 }

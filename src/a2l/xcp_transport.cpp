@@ -2,6 +2,7 @@
 
 #include "a2l/interface_parts.h"
 #include "a2l/xcp.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -21,10 +22,6 @@ constexpr InterfaceWord kPacketAlignments[] = {
     {PACKET_ALIGNMENT_16, 1},
     {PACKET_ALIGNMENT_32, 2},
 };
-
-constexpr char kBitrate[] = "bitrate";
-constexpr char kMaxDlcRequired[] = "max_dlc_required";
-constexpr char kHostName[] = "hostname";
 
 int parseFixedCanId(BlockReader& reader, PhDaqTpCan& list) {
     reader.keep(list.canId, readIntegerValue(reader));
@@ -82,10 +79,10 @@ int parseCanFd(BlockReader& reader, PhTransportParam& transport) {
 }
 
 constexpr InterfaceRule<PhTransportParam> kCanParts[] = {
-    {Form::Bare, BAUDRATE, &storeProperty<kBitrate>},
+    {Form::Bare, BAUDRATE, &storeProperty<setting::kBitrate>},
     {Form::Bare, CAN_ID_MASTER, &storeInteger<&PhTransportParam::masterCanId>},
     {Form::Bare, CAN_ID_SLAVE, &storeInteger<&PhTransportParam::slaveCanId>},
-    {Form::Bare, MAX_DLC_REQUIRED, &setProperty<kMaxDlcRequired>},
+    {Form::Bare, MAX_DLC_REQUIRED, &setProperty<setting::kMaxDlcRequired>},
     {Form::Bare, TRANSPORT_LAYER_INSTANCE, &parseXcpTransportInstance},
     {Form::Bare, CAN_ID_BROADCAST, nullptr, 1},
     {Form::Bare, CAN_ID_GET_DAQ_CLOCK_MULTICAST, nullptr, 1},
@@ -111,8 +108,8 @@ constexpr InterfaceRule<PhTransportParam> kCanParts[] = {
 };
 
 int parseIpV6(BlockReader& reader, PhTransportParam& transport) {
-    reader.keepInteger(*transport.properties, "ipv6", 1);
-    return storeTextProperty<kHostName>(reader, transport);
+    reader.keepInteger(*transport.properties, setting::kIpv6, 1);
+    return storeTextProperty<setting::kHostName>(reader, transport);
 }
 
 int parsePacketAlignment(BlockReader& reader, PhTransportParam& transport) {
@@ -121,8 +118,8 @@ int parsePacketAlignment(BlockReader& reader, PhTransportParam& transport) {
 }
 
 constexpr InterfaceRule<PhTransportParam> kIpParts[] = {
-    {Form::Bare, HOST_NAME, &storeTextProperty<kHostName>},
-    {Form::Bare, ADDRESS, &storeTextProperty<kHostName>},
+    {Form::Bare, HOST_NAME, &storeTextProperty<setting::kHostName>},
+    {Form::Bare, ADDRESS, &storeTextProperty<setting::kHostName>},
     {Form::Bare, IPV6, &parseIpV6},
     {Form::Bare, MAX_BUS_LOAD, nullptr, 1},
     {Form::Bare, MAX_BIT_RATE, nullptr, 1},
@@ -141,10 +138,10 @@ constexpr InterfaceRule<PhTransportParam> kIpParts[] = {
 /// Everything but the end of a UDP or TCP block. Returns the kind of its `/end`, or an error.
 int parseIpParts(BlockReader& reader, PhTransportParam& transport) {
     reader.next();  // version of the transport
-    reader.keepInteger(*transport.properties, "port", readTruncated(reader));
+    reader.keepInteger(*transport.properties, setting::kPort, readTruncated(reader));
     int kind = reader.next();
     if (kind == TOK_STRING) {  // files also write the address without a keyword
-        reader.keepText(*transport.properties, kHostName, reader.token().text);
+        reader.keepText(*transport.properties, setting::kHostName, reader.token().text);
         kind = reader.next();
     }
     return readOptionals(reader, kIpParts, transport, kind);
@@ -193,7 +190,7 @@ int parseXcpTransportInstance(BlockReader& reader, PhTransportParam& transport) 
 void readXcpPacketAlignment(BlockReader& reader, PhTransportParam& transport) {
     if (const auto code =
             readWord(reader, kPacketAlignments, "Unexpected token for Packet-Alignment: %d")) {
-        reader.keepInteger(*transport.properties, "packet_alignment", *code);
+        reader.keepInteger(*transport.properties, setting::kPacketAlignment, *code);
     }
 }
 

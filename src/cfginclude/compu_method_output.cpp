@@ -6,8 +6,6 @@ namespace quillmark {
 
 namespace {
 
-constexpr std::string_view kTablePrefix = "TAB::";
-
 /// What a conversion is written as.
 enum class ConversionForm { Nothing, Identity, ScaleOffset, RatFunc, CompuTab, Vtab };
 
@@ -20,7 +18,7 @@ const std::vector<PhTableEntry>& tableOf(const PhConversion& conversion) {
 
 /// The first entry decides for the whole table.
 ConversionForm tableForm(const PhConversion& conversion, const LibraryFeatures& features) {
-    if (conversion.name().view().starts_with(kTablePrefix)) {
+    if (conversion.name().view().starts_with(PhConversion::kTablePrefix)) {
         return ConversionForm::Nothing;
     }
     const auto& table = tableOf(conversion);

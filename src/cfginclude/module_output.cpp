@@ -8,6 +8,7 @@
 #include "cfginclude/compu_method_output.h"
 #include "cfginclude/include_format.h"
 #include "cfginclude/signal_output.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 
@@ -119,8 +120,9 @@ PhProtocolType stationProtocol(const PhGroup& module) {
 bool writeModule(CfgElement& parent, const PhGroup& project, const PhGroup& module,
                  std::int32_t number, const ModuleOutputSettings& settings, Console& console) {
     const PhProperties* properties = module.properties.get();
-    const PhValue* epk = properties == nullptr ? nullptr : properties->find("mod_par/epk");
-    const PhValue* address = properties == nullptr ? nullptr : properties->find("mod_par/addr_epk");
+    const PhValue* epk = properties == nullptr ? nullptr : properties->find(setting::kEpk);
+    const PhValue* address =
+        properties == nullptr ? nullptr : properties->find(setting::kEpkAddress);
     if (epk == nullptr) {
         console.printLine("ERROR: missing version");
     }

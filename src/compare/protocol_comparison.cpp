@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "compare/compared_fields.h"
+#include "model/setting_names.h"
 
 namespace quillmark {
 namespace {
@@ -54,7 +55,7 @@ const PhValue* transportProperty(const PhTransportParam& transport, std::string_
 
 const PhValue* sourcesOf(const PhCommParam& parameters) {
     const PhDaqCapabilities* daq = daqOf(parameters);
-    return daq == nullptr ? nullptr : daqProperty(*daq, "sources");
+    return daq == nullptr ? nullptr : daqProperty(*daq, setting::kSources);
 }
 
 /// None for a value that is absent or no list.
@@ -134,17 +135,18 @@ constexpr ProtocolRow protocolRow(std::string_view label, std::string_view prope
 }
 
 constexpr ProtocolRow kCcpSeedAndKey[] = {
-    protocolRow("seed_key_dll_name_cal", "seed_key_dll_name_cal"),
-    protocolRow("seed_key_dll_name_daq", "seed_key_dll_name_daq"),
-    protocolRow("seed_key_dll_name_pgm", "seed_key_dll_name_pgm"),
+    protocolRow("seed_key_dll_name_cal", setting::kSeedKeyDllCalibration),
+    protocolRow("seed_key_dll_name_daq", setting::kSeedKeyDllDaq),
+    protocolRow("seed_key_dll_name_pgm", setting::kSeedKeyDllProgramming),
 };
 
 constexpr ProtocolRow kCcpByteOrder[] = {
-    protocolRow("daq capabilities:ccp_byteorder_code", "ccp_byteorder_code"),
+    protocolRow("daq capabilities:ccp_byteorder_code", setting::kCcpByteOrderCode),
 };
 
 constexpr DaqRow kCcpDaqCapabilities[] = {
-    {"daq capabilities:address_extension", DaqRow::NamedValue{&daqProperty, "address_extension"}},
+    {"daq capabilities:address_extension",
+     DaqRow::NamedValue{&daqProperty, setting::kAddressExtension}},
 };
 
 constexpr SourceRow sourceRow(std::string_view label, std::string_view setting) {
@@ -152,13 +154,13 @@ constexpr SourceRow sourceRow(std::string_view label, std::string_view setting) 
 }
 
 constexpr SourceRow kCcpSource[] = {
-    sourceRow("):scaling_unit", "scaling_unit"),
-    sourceRow("):period", "period"),
-    sourceRow("):can_id_variable", "can_id_variable"),
-    sourceRow("):can_id_fixed", "can_id_fixed"),
-    sourceRow("):first_pid", "first_pid"),
-    sourceRow("):raster", "raster"),
-    sourceRow("):source_id", "source_id"),
+    sourceRow("):scaling_unit", setting::kScalingUnit),
+    sourceRow("):period", setting::kPeriod),
+    sourceRow("):can_id_variable", setting::kCanIdVariable),
+    sourceRow("):can_id_fixed", setting::kCanIdFixed),
+    sourceRow("):first_pid", setting::kFirstPid),
+    sourceRow("):raster", setting::kRaster),
+    sourceRow("):source_id", setting::kSourceId),
 };
 
 constexpr DaqListRow kCcpDaqList[] = {
@@ -197,16 +199,15 @@ constexpr RasterRow kXcpEvent[] = {
 };
 
 constexpr ProtocolRow kXcpProtocol[] = {
-    protocolRow("daq capabilities:t1", "t1"),
-    protocolRow("daq capabilities:t2", "t2"),
-    protocolRow("daq capabilities:t3", "t3"),
-    protocolRow("daq capabilities:t4", "t4"),
-    protocolRow("daq capabilities:t5", "t5"),
-    protocolRow("daq capabilities:t6", "t6"),
-    protocolRow("daq capabilities:t7", "t7"),
-    protocolRow("daq capabilities:xcp_byteorder_code", "xcp_byteorder_code"),
-    protocolRow("daq capabilities:seed_and_key_external_function",
-                "seed_and_key_external_function"),
+    protocolRow("daq capabilities:t1", setting::kT1),
+    protocolRow("daq capabilities:t2", setting::kT2),
+    protocolRow("daq capabilities:t3", setting::kT3),
+    protocolRow("daq capabilities:t4", setting::kT4),
+    protocolRow("daq capabilities:t5", setting::kT5),
+    protocolRow("daq capabilities:t6", setting::kT6),
+    protocolRow("daq capabilities:t7", setting::kT7),
+    protocolRow("daq capabilities:xcp_byteorder_code", setting::kXcpByteOrderCode),
+    protocolRow("daq capabilities:seed_and_key_external_function", setting::kSeedAndKeyFunction),
 };
 
 constexpr DaqRow kXcpDaqCapabilities[] = {
@@ -245,7 +246,7 @@ constexpr TransportRow kTxId = {"transport parameter:txId",
 constexpr TransportRow kRxId = {"transport parameter:rxId",
                                 &valueOf<&PhTransportParam::slaveCanId>};
 constexpr TransportRow kBitrate = {"transport parameter:bitrate",
-                                   TransportRow::NamedValue{&transportProperty, "bitrate"}};
+                                   TransportRow::NamedValue{&transportProperty, setting::kBitrate}};
 
 constexpr TransportRow kCcpTransport[] = {
     kTxId,
@@ -261,7 +262,7 @@ constexpr TransportRow kXcpTransport[] = {
     kRxId,
     kBitrate,
     {"transport parameter:max_dlc_required",
-     TransportRow::NamedValue{&transportProperty, "max_dlc_required"}},
+     TransportRow::NamedValue{&transportProperty, setting::kMaxDlcRequired}},
 };
 
 // Numbered collections.
@@ -339,8 +340,8 @@ void compareCommands(const Comparison& comparison, const CommandTexts& texts,
                       protocolOf(newParameters) != nullptr, "protocol_parameter")) {
         return;
     }
-    const PhValue* oldProperty = protocolProperty(oldParameters, "optional_cmd");
-    const PhValue* newProperty = protocolProperty(newParameters, "optional_cmd");
+    const PhValue* oldProperty = protocolProperty(oldParameters, setting::kOptionalCommands);
+    const PhValue* newProperty = protocolProperty(newParameters, setting::kOptionalCommands);
     if (!checkPresent(report, oldProperty != nullptr, newProperty != nullptr,
                       "optional commands")) {
         return;
@@ -423,7 +424,7 @@ void numbered(const Comparison& comparison, const PhCommParam& oldParameters,
 void sourcesOfOld(const Comparison& comparison, const PhCommParam& oldParameters,
                   const PhCommParam&) {
     for (const PhHandle<PhValue>& source : elementsOf(sourcesOf(oldParameters))) {
-        const std::int32_t number = numberOr0(sourceSetting(*source, "daq_number"));
+        const std::int32_t number = numberOr0(sourceSetting(*source, setting::kDaqNumber));
         compareFields(comparison, numberedPrefix("source(", number),
                       std::span<const SourceRow>(kCcpSource), *source, *source);
     }

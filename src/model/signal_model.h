@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -55,11 +56,14 @@ class PhTableEntry {
     PhNumber output_;
 };
 
-/// How raw values become physical ones: a conversion method, or one of its tables (whose name then
-/// begins with "TAB::").
+/// How raw values become physical ones: a conversion method, or one of its tables.
 class PhConversion final : public PhObject {
   public:
     PhConversion() : PhObject(PhClass::Conversion) {}
+
+    /// Begins the names of tables: they are kept among the methods, under names that no method can
+    /// have.
+    static constexpr std::string_view kTablePrefix = "TAB::";
 
     PhConversionType conversionType = PhConversionType::Undefined;
     PhHandle<PhUnit> unit;

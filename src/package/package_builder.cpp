@@ -9,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "model/setting_names.h"
 #include "package/archive.h"
 #include "package/error_texts.h"
 #include "platform/directories.h"
@@ -120,7 +121,7 @@ std::string userFilePrefix(const PhRoot& model) {
     if (module == nullptr || !module->properties) {
         return {};
     }
-    const PhValue* const epk = module->properties->find("mod_par/epk");
+    const PhValue* const epk = module->properties->find(setting::kEpk);
     if (epk == nullptr) {
         return {};
     }
