@@ -1,6 +1,7 @@
 """Parser of IF_DATA XCP and XCPplus."""
 
 from . import interface_reading, keywords, model
+from .lexer import to_int32
 from .interface_reading import read_words, unknown_part
 
 
@@ -41,7 +42,7 @@ def _parse_block(reader, comm_param):
     elif word == "XCP_ON_FLX":
         _parse_flexray(reader, _add_transport(comm_param, model.FLEXRAY_TRANSPORT, b"FlexRay"))
     elif word == "DAQ":
-        _parse_daq(reader, comm_param.station)
+        _parse_daq(reader, comm_param.station, _append_can_id)
     elif word == "DAQ_EVENT":
         _parse_daq_event(reader)
     else:
@@ -230,7 +231,8 @@ def _set_choice(reader, owner, field, choices):
         setattr(owner, field, value)
 
 
-def _parse_daq(reader, station):
+def _parse_daq(reader, station, add_can_id):
+    """`add_can_id` makes the entry of a DAQ list among those that tell CAN identifiers."""
     daq = station.need_daq()
     _set_choice(reader, daq, "configuration_type", _CONFIGURATIONS)
     daq.max_daq = reader.read_int()
@@ -244,7 +246,7 @@ def _parse_daq(reader, station):
     _set_choice(reader, daq, "overload_indication", _OVERLOAD_INDICATIONS)
     for is_block, word in reader.parts("DAQ"):
         if is_block:
-            _parse_block_of_daq(reader, station, daq, word)
+            _parse_block_of_daq(reader, station, add_can_id, word)
         elif word in _DAQ_FLAGS:
             setattr(daq, _DAQ_FLAGS[word], True)
         elif word in _DAQ_DROPPED:
@@ -253,13 +255,17 @@ def _parse_daq(reader, station):
             reader.unexpected()
 
 
-def _parse_block_of_daq(reader, station, daq, word):
+def _parse_block_of_daq(reader, station, add_can_id, word):
+    daq = station.daq
     if word == "STIM":
         _parse_stim(reader, daq.properties)
     elif word == "TIMESTAMP_SUPPORTED":
         _parse_timestamp(reader, daq)
     elif word == "DAQ_LIST":
-        _parse_daq_list(reader, station, daq)
+        daq_list = model.DaqList(number=reader.read_int())
+        daq.daq_lists.append(daq_list)
+        add_can_id(station, daq_list.number)
+        _parse_daq_list(reader, daq_list)
     elif word == "EVENT":
         _parse_event(reader, daq)
     else:
@@ -300,8 +306,8 @@ def _parse_timestamp(reader, daq):
     if size is not None:
         daq.properties["timestamp_size"] = size
     scale, factor = reader.read_choice(_TIME_UNITS) or (0, 1)
-    daq.time_base = model.TimeBase(ticks * factor, scale, size)
-    daq.properties["timestamp_resolution"] = ticks * factor
+    daq.time_base = model.TimeBase(to_int32(ticks * factor), scale, size)
+    daq.properties["timestamp_resolution"] = daq.time_base.resolution
     for is_block, word in reader.parts("TIMESTAMP_SUPPORTED"):
         if not is_block and word == "TIMESTAMP_FIXED":
             daq.time_base.fixed = True
@@ -309,10 +315,7 @@ def _parse_timestamp(reader, daq):
             unknown_part(reader, is_block)
 
 
-def _parse_daq_list(reader, station, daq):
-    daq_list = model.DaqList(number=reader.read_int())
-    daq.daq_lists.append(daq_list)
-    _need_can_id(station, daq_list.number)
+def _parse_daq_list(reader, daq_list):
     fields = {
         "MAX_ODT": "length",
         "MAX_ODT_ENTRIES": "max_odt_entries",
@@ -336,14 +339,18 @@ def _parse_daq_list(reader, station, daq):
             reader.unexpected()
 
 
+def _append_can_id(station, number):
+    entry = model.DaqCanId(number)
+    station.need_daq_can_ids().append(entry)
+    return entry
+
+
 def _need_can_id(station, number):
-    """The entry of a DAQ list among those that tell CAN identifiers, appended if there is none."""
-    entries = station.need_daq_can_ids()
-    for entry in entries:
+    """The first entry of that number; a new one only if there is none."""
+    for entry in station.daq_can_ids or []:
         if entry.number == number:
             return entry
-    entries.append(model.DaqCanId(number))
-    return entries[-1]
+    return _append_can_id(station, number)
 
 
 def _parse_predefined(reader):
@@ -418,7 +425,7 @@ def _read_time(reader):
     if not 0 <= unit < len(_NUMERIC_TIME_UNITS):
         reader.error(b"Could not convert TIME_UNIT")
     scale, factor = _NUMERIC_TIME_UNITS[unit]
-    return model.TimeBase(cycle * factor, scale)
+    return model.TimeBase(to_int32(cycle * factor), scale)
 
 
 def _parse_packed_mode(reader):
@@ -500,7 +507,7 @@ def _parse_override(reader, transport, word):
     if word == "PROTOCOL_LAYER":
         _parse_protocol_layer(reader, transport.station)
     elif word == "DAQ":
-        _parse_daq(reader, transport.station)
+        _parse_daq(reader, transport.station, _need_can_id)
     else:
         reader.skip_block()
 
