@@ -84,7 +84,7 @@ def _pack(request, root, is_complete, console, environment):
 
 
 def _create_staging(environment):
-    base = os.path.normpath(os.path.abspath(os.environb.get(b"TMPDIR") or b"/tmp"))
+    base = os.path.realpath(os.environb.get(b"TMPDIR") or b"/tmp")
     if not os.path.isdir(base):
         raise _Failure(b"Target does not exist!")
     name = environment.now().strftime("%Y%m%d_%H%M%S").encode("ascii")
