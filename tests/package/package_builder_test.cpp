@@ -197,7 +197,7 @@ TEST_F(BuildPackage, WritesTheIncludeFileFirst) {
 
 TEST_F(BuildPackage, AnIncludeFileThatWasCutOffIsNotPacked) {
     if (!fs::exists("/dev/full")) {
-        GTEST_SKIP();
+        GTEST_SKIP() << "this system has no /dev/full";
     }
     EXPECT_EQ(storeIncludeFile("/dev/full", root, false, console), IncludeFileState::cutOff);
     EXPECT_EQ(cGenerator({temp.path().string(), "20240307_140509"}, console)

@@ -114,10 +114,10 @@ TEST_F(Staging, CopiesKeepPermissionsAndTimeOfModification) {
     const std::string file = source.file("n");
     const fs::perms readOnly = fs::perms::owner_read | fs::perms::group_read;
     writeFile(file, "x");
+    fs::last_write_time(file, fs::last_write_time(file) - std::chrono::hours(24 * 400));
     fs::permissions(file, readOnly);
     const fs::perms permissions = fs::status(file).permissions();
     EXPECT_TRUE(kIsWindows || permissions == readOnly);
-    fs::last_write_time(file, fs::last_write_time(file) - std::chrono::hours(24 * 400));
     ASSERT_EQ(createTree(), kPackageOk);
     EXPECT_EQ(staging.copyUserFiles({file}, ""), kPackageOk);
     EXPECT_EQ(staging.copyConfigurationFile(file, true), kPackageOk);
@@ -140,7 +140,7 @@ TEST_F(Staging, AReadOnlyFileGivesWayToAnotherOfItsName) {
     fs::permissions(dir.path(), fs::perms::all);
     const OrdinaryUser user;
     if (!user.isOrdinary()) {
-        GTEST_SKIP();
+        GTEST_SKIP() << "nothing is refused to the superuser";
     }
     ASSERT_EQ(createTree(), kPackageOk);
     EXPECT_EQ(staging.copyUserFiles({source.file("n"), source.file("sub/n")}, ""), kPackageOk);

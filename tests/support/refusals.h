@@ -2,7 +2,12 @@
 
 #include <string_view>
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <filesystem>
+#include <fstream>
+
+#include "support/temp_dir.h"
+#else
 #include <sys/resource.h>
 #include <unistd.h>
 #endif
@@ -20,12 +25,22 @@ class TooManyFiles {
     ~TooManyFiles() {}
 };
 
-/// Windows refuses to write what is marked as read-only to everybody.
+/// Windows refuses everybody to write what is marked as read-only. Wine leaves it to the system
+/// below, which refuses the superuser nothing.
 class OrdinaryUser {
   public:
     ~OrdinaryUser() {}
 
-    static bool isOrdinary() { return true; }
+    static bool isOrdinary() {
+        using std::filesystem::perms;
+        const TempDir directory;
+        const std::string name = directory.file("read-only");
+        writeFile(name, "");
+        std::filesystem::permissions(name, perms::owner_read);
+        const bool isRefused = !std::ofstream(name, std::ios::app).is_open();
+        std::filesystem::permissions(name, perms::owner_read | perms::owner_write);
+        return isRefused;
+    }
 };
 
 #else
