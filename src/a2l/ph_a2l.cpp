@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <optional>
 #include <string>
 
 #include "platform/input_file.h"
@@ -12,10 +13,11 @@ using namespace kw::core;
 
 int PhA2l::parse(PhRoot& root) {
     startOver();
-    if (!fileName()) {
+    const std::optional<std::string>& name = fileName();
+    if (!name) {
         return -1;
     }
-    const auto input = StandardInputFile::open(*fileName());
+    const auto input = StandardInputFile::open(*name);
     return input == nullptr ? -2 : parseProjects(root, *input);
 }
 
@@ -67,10 +69,11 @@ int PhA2l::print_tokens() {
     BlockReader::startOver();
     errorCount_ = 0;
     trace("print_tokens ()\n");
-    if (!fileName()) {
+    const std::optional<std::string>& name = fileName();
+    if (!name) {
         return -1;
     }
-    const auto input = StandardInputFile::open(*fileName());
+    const auto input = StandardInputFile::open(*name);
     if (input == nullptr) {
         return -2;
     }

@@ -158,7 +158,7 @@ bool isWritable(const fs::path& file) {
 std::optional<fs::path> createFileBeside(const fs::path& other) {
     constexpr int kMostNames = 1000;
     for (int i = 1; i <= kMostNames; ++i) {
-        const fs::path path = other.parent_path() / (".zpki_" + std::to_string(i) + ".part");
+        fs::path path = other.parent_path() / (".zpki_" + std::to_string(i) + ".part");
         if (createEmptyFile(toName(path))) {
             return path;
         }
