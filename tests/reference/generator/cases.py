@@ -242,7 +242,7 @@ _KINDS = {
     "odd pair": (4, _odd_pair),
     "decompress": (5, _decompress),
     "round trip": (2, _round_trip),
-    "versions": (5, _versions),
+    "versions": (6, _versions),
     "options": (3, _options),
     "package": (4, _package),
 }

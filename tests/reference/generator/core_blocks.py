@@ -196,7 +196,9 @@ LAYOUTS = {
         "name:table str @numeric_table", "DEFAULT_VALUE str*", "DEFAULT_VALUE_NUMERIC num"
     ),
     "COMPU_VTAB": layout("name:table str @verbal_table", "DEFAULT_VALUE str", "DEFAULT_VALUE str*"),
-    "COMPU_VTAB_RANGE": layout("name:table str @range_table", "DEFAULT_VALUE str", "DEFAULT_VALUE str*"),
+    "COMPU_VTAB_RANGE": layout(
+        "name:table str @range_table", "DEFAULT_VALUE str", "DEFAULT_VALUE str*"
+    ),
     "MEASUREMENT": layout(
         f"name:signal str {_DATA_TYPE} name:conversion int num @limits", "ECU_ADDRESS addr",
         "ECU_ADDRESS addr", "ECU_ADDRESS_EXTENSION int", "BIT_MASK int",

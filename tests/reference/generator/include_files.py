@@ -25,9 +25,9 @@ def compressed_document(dice):
     if dice.chance(0.05):
         document[2:2] = blob
     text = line_end.join(document) + dice.pick([line_end, b"", line_end * 3])
-    if dice.chance(0.1):
+    if dice.chance(0.3):
         text = text.replace(
-            b"</blob>", b"</blob>" + dice.pick([b"\r", b"\n\n\r", b" \r\n", b"\x00\n"])
+            b"</blob>", b"</blob>" + dice.pick([b"\r", b"\n\n\r", b"\r\n\r\n", b" \r\n", b"\x00\n"])
         )
     if dice.chance(0.08):
         place = dice.below(len(text) + 1)

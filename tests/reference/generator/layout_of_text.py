@@ -25,8 +25,9 @@ _OTHER_BLANKS = ["\t", "  ", "\n\n", "\r", "\x00", "\xff ", " \xff", "\r\n", "\x
 
 
 def text_of(tokens, dice, tidy=False):
-    """The text of the tokens, in one of the ways in which tools write it; if not tidy, also in those
-    in which they don't.
+    """The text of the tokens, in one of the ways in which tools write it.
+
+    If it need not be tidy, it may also be in one in which they don't.
     """
     line_end = dice.weighted(_LINE_ENDS)
     remarks = 0 if tidy else dice.pick([0, 0, 0.02, 0.2])

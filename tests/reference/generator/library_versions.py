@@ -94,10 +94,11 @@ def version_file(dice):
 def selection(dice):
     """A value of the option -l."""
     first, second, third = (_version(dice) for _ in range(3))
+    if dice.chance(0.3):
+        return f"sigTrak={first}"
     return dice.pick(
         [
-            f"sigTrak={first}", f"sigTrak={first}", f"sigTrak={first}", f"sigTrak={first}",
-            first,
+            f"sigTrak={first}", first,
             f"sigTrak+{first}-{second}", f"sigTrak+{first}-{second}", f"sigTrak+{first}-{second}",
             f"sigTrak+{first} - {second}", f"sigTrak+{first}", f"sigTrak+{first}-",
             f"sigTrak+-{second}", f"sigTrak={first}-{second}", f"otherLib={first}",
@@ -118,4 +119,6 @@ def _version(dice):
         return dice.pick(_ODD_VERSIONS)
     if dice.chance(0.1):
         return f"{dice.between(1, 2024)}.{dice.below(13)}.{dice.below(30)}"
+    if dice.chance(0.2):
+        return f"2023.4.{dice.below(5)}"  # about the latest one of most version files
     return dice.pick(_VERSIONS)

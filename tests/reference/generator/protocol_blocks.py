@@ -45,8 +45,9 @@ _CCP = {
         "DP_BLOB int addr int",
     ),
     "CCP_SIGNAL": layout(
-        "", "KP_BLOB int addr int", "KP_BLOB int addr int RASTER small", "KP_BLOB @kp_values",
-        "DP_BLOB int addr int", "ADDRESS_MAPPING addr addr int", "begin:CCP/KP_BLOB",
+        "", "KP_BLOB int addr int", "KP_BLOB 0 addr int", "KP_BLOB int addr int RASTER small",
+        "KP_BLOB @kp_values", "DP_BLOB int addr int", "ADDRESS_MAPPING addr addr int",
+        "begin:CCP/KP_BLOB",
     ),
 }
 
@@ -74,8 +75,7 @@ _XCP = {
         f"OPTIONAL_CMD {_XCP_COMMANDS}*", f"OPTIONAL_CMD {_XCP_COMMANDS}*", "@communication_mode",
         "SEED_AND_KEY_EXTERNAL_FUNCTION str", "MAX_DTO_STIM int",
         "OPTIONAL_LEVEL1_CMD GET_VERSION|SET_DAQ_PACKED_MODE|GET_DAQ_PACKED_MODE|"
-        "SW_DBG_COMMAND_SPACE|POD_COMMAND_SPACE*",
-        "begin:ECU_STATES",
+        "SW_DBG_COMMAND_SPACE|POD_COMMAND_SPACE*", "begin:ECU_STATES",
     ),
     "ECU_STATES": layout("", "begin:STATE*"),
     "STATE": layout(

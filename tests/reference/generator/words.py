@@ -31,8 +31,8 @@ ODD_NAMES = [
 ]
 
 TEXTS = [
-    "", "", "text", "a longer text", "V-4.2_b c", "km/h", "%", "\xc2\xb0C", "\xb0C", "m/s^2", "rpm", "-", "1",
-    "<tag>", "key=value",
+    "", "", "text", "a longer text", "V-4.2_b c", "km/h", "%", "\xc2\xb0C", "\xb0C", "m/s^2",
+    "rpm", "-", "1", "<tag>", "key=value",
 ]
 
 # Each is written between quotes as it stands.
@@ -69,8 +69,9 @@ ODD_NUMBERS = [
 
 # What stands where a number is expected, and is none.
 NO_NUMBERS = [
-    "-", ".", "-.5", "00x1", "--1", "+1", "- 1", "10x3", "1.5e", "1.5e+", "0x1G", "1ms", "1.2.3", "1..2", "-x", ".x",
-    "1-2", "#", "%", "NULL", "nan", "inf", '"5"', '""', "VARIABLE", "/end", "'", "?", "\x80",
+    "-", ".", "-.5", "00x1", "--1", "+1", "- 1", "10x3", "1.5e", "1.5e+", "0x1G", "1ms", "1.2.3",
+    "1..2", "-x", ".x", "1-2", "#", "%", "NULL", "nan", "inf", '"5"', '""', "VARIABLE", "/end", "'",
+    "?", "\x80",
     "1.0f", "0xg", "1e+x", "00x", "1_000",
 ]
 
