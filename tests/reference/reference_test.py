@@ -44,7 +44,8 @@ class LexerTest(unittest.TestCase):
         self.assertEqual(tokens(b"-" + b"9" * 5000)[0][2], 0.0)
 
     def test_half_numbers(self):
-        self.assertEqual(tokens(b"10x3"), [(MALFORMED, b"", 0.0), (keywords.IDENTIFIER, b"x3", 0.0)])
+        self.assertEqual(tokens(b"10x3"), [
+            (MALFORMED, b"", 0.0), (keywords.IDENTIFIER, b"x3", 0.0)])
         self.assertEqual(tokens(b"1ms 0x1Fg"), [
             (keywords.IDENTIFIER, b"1ms", 0.0), (keywords.IDENTIFIER, b"0x1Fg", 0.0)])
 
@@ -73,15 +74,15 @@ class CodecTest(unittest.TestCase):
 
 class VersionsTest(unittest.TestCase):
     def test_ends_are_exclusive(self):
-        spec = b"sigTrak+1.4.4-1.5.5"
+        ranges = b"sigTrak+1.4.4-1.5.5"
         for version, place in ((b"1.4.3", versions.BELOW), (b"1.4.4", versions.INSIDE),
                                (b"1.5.4", versions.INSIDE), (b"1.5.5", versions.ABOVE)):
-            self.assertEqual(versions.check_range(versions.parse_version(version), spec), place)
+            self.assertEqual(versions.check_range(versions.parse_version(version), ranges), place)
 
     def test_gaps(self):
-        spec = b"sigTrak+2017.10.23-2017.10.99+2018.10.10-"
+        ranges = b"sigTrak+2017.10.23-2017.10.99+2018.10.10-"
         for version, place in ((b"2018.1", versions.IN_A_GAP), (b"2030.1", versions.INSIDE)):
-            self.assertEqual(versions.check_range(versions.parse_version(version), spec), place)
+            self.assertEqual(versions.check_range(versions.parse_version(version), ranges), place)
 
 
 class RunTest(unittest.TestCase):

@@ -38,13 +38,13 @@ class Report:
             self._console.line(b"  " + text)
 
     def compare(self, label, old, new):
-        """Two values of the model, each possibly absent (None); int, float and bytes never equal."""
+        """Two values of the model, each possibly absent (None). Those of two types never equal."""
         self.show(b"%s = %s # %s" % (label, _display(old), _display(new)))
         if not _are_equal(old, new):
             self.add(ERROR, label + b" values are not equal")
 
     def are_present(self, label, old, new):
-        """Whether both are there. One without the other is a finding, the absence of both is not."""
+        """Whether both are there. One without the other is a finding, two absent ones are not."""
         if old is None and new is not None:
             self.add(ERROR, b"module1 does not contain " + label)
         elif old is not None and new is None:

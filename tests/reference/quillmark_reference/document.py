@@ -36,7 +36,7 @@ class Element:
         return self.children[-1]
 
     def write(self, indent=False, depth=0):
-        """The text of the element as bytes. Nothing is escaped, and raw texts are never indented."""
+        """The element as bytes. Nothing is escaped, and raw texts are never indented."""
         outer = INDENTATION * depth if indent else b""
         inner = INDENTATION * (depth + 1) if indent else b""
         lines = [outer + b"#" + comment for comment in self.comments]

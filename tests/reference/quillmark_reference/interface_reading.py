@@ -35,7 +35,7 @@ def unknown_part(reader, is_block):
 
 
 def read_words(reader, block, parameter_counts):
-    """Reads a block of words that are all dropped: `parameter_counts` tells how much follows each."""
+    """Reads a block of words that are all dropped, each with as many parameters as told."""
     for is_block, word in reader.parts(block):
         if not is_block and word in parameter_counts:
             reader.drop(parameter_counts[word])

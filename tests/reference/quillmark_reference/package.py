@@ -133,7 +133,7 @@ def _stage_configuration(staging, name, is_complete, console):
 def _create_archive(staging, name, console):
     """Makes the archive beside its target and moves it there when it is complete.
 
-    Where nothing can be made beside the target, or the target is no plain file, it is opened itself.
+    Where nothing can be made beside it, or where it is no plain file, the target itself is opened.
     """
     beside = name + b".part"
     stream = None

@@ -11,7 +11,7 @@ from contextlib import contextmanager
 from . import keywords
 from .lexer import Lexer, UnclosedComment, clamp_to_int32
 
-# A message, and the line that tells it, must each fit into a buffer of this size with its final NUL.
+# A message, and the line that tells it, must each fit into a buffer of this size with a NUL.
 _MESSAGE_BUFFER = 500
 
 
@@ -215,7 +215,7 @@ class Reader:
         self.close(block, complaint)
 
     def words(self, block):
-        """`parts` for a block in which no other block may stand: there /begin is a word like others."""
+        """`parts` for a block that holds no other block: there /begin is a word like others."""
         while self.next() != keywords.END:
             yield self.word
         self.close(block)

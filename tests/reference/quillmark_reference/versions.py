@@ -168,9 +168,9 @@ def version_of_library(selection):
     return None
 
 
-def _bounds_of_library(spec):
-    """The bounds of a range spec as (is_end, version), or None if it is of another library."""
-    for entry in spec.split(b";"):
+def _bounds_of_library(ranges):
+    """The bounds of a text of ranges as (is_end, version), or None if it is of another library."""
+    for entry in ranges.split(b";"):
         name, *parts = entry.split(b"+")
         if name == LIBRARY:
             bounds = []
@@ -183,12 +183,12 @@ def _bounds_of_library(spec):
     return None
 
 
-def check_range(version, spec, lenient=False):
+def check_range(version, ranges, lenient=False):
     """Where a version lies in relation to a range. Ends are exclusive.
 
     The first bound is always compared in full, the others of a lenient check in major and minor.
     """
-    bounds = _bounds_of_library(spec)
+    bounds = _bounds_of_library(ranges)
     if version is None or bounds is None:
         return UNKNOWN_LIBRARY
     if not bounds:
@@ -283,12 +283,12 @@ def _check_user_range(option, info, console):
             if restriction.warning is not None:
                 console.error_line(restriction.warning)
     top = info.top
-    for spec, limits in (
+    for ranges, limits in (
             (OLDEST_VERSIONS, b"1.4.4 - 1.5.4"),
             (b"sigTrak+1.5.5-2017.6.0", b"1.5.5 - 2017.06.0"),
             (b"sigTrak+2017.06.0-" + top, b"2017.06.0 - " + top)):
-        if check_range(first, spec) == INSIDE:
-            if check_range(second, spec) != INSIDE:
+        if check_range(first, ranges) == INSIDE:
+            if check_range(second, ranges) != INSIDE:
                 raise Refusal(
                     b"Invalid second library version. Please select between " + limits)
             return first_part
