@@ -25,12 +25,11 @@ namespace {
 
 /// Product of three sizes, each at least 0; the largest value where it does not fit.
 std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
     const std::uint64_t plane =
         static_cast<std::uint64_t>(sizes[0]) * static_cast<std::uint64_t>(sizes[1]);
-    std::uint64_t count = 0;
-    return __builtin_mul_overflow(plane, static_cast<std::uint64_t>(sizes[2]), &count)
-               ? std::numeric_limits<std::uint64_t>::max()
-               : count;
+    const auto planes = static_cast<std::uint64_t>(sizes[2]);
+    return plane != 0 && planes > kMost / plane ? kMost : plane * planes;
 }
 
 }  // namespace

@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-#ifdef __SSE2__
+#if defined(__SSE2__) || defined(_M_X64)
+#define QM_HAS_SSE2
 #include <emmintrin.h>
 #endif
 
@@ -29,7 +30,7 @@ inline std::size_t leadingSpaces(const char* position) {
     return static_cast<std::size_t>(bits / kBitsPerByte);
 }
 
-#ifdef __SSE2__
+#ifdef QM_HAS_SSE2
 
 /// Skips bytes as long as `isPlain(sixteen bytes)` sets all bits of them.
 template <typename IsPlain>

@@ -9,10 +9,8 @@
 #include <utility>
 
 #include "a2l/byte_scan.h"
+#include "platform/compiler.h"
 #include "platform/input_file.h"
-
-/// Keeps the long way out of the quick one, which then needs no registers to be saved.
-#define QM_OUT_OF_LINE [[gnu::noinline]]
 
 namespace quillmark {
 namespace {
@@ -395,6 +393,8 @@ int A2lLexer::nextToken(Token& token, bool wordMode) {
     }
     return readToken(token, wordMode);
 }
+
+// The long ways are kept out of the quick ones, which then need no registers to be saved.
 
 QM_OUT_OF_LINE int A2lLexer::readTokenBehindComments(Token& token, bool wordMode) {
     const int end = skipToToken();

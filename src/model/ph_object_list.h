@@ -12,6 +12,7 @@
 
 #include "model/ph_object.h"
 #include "model/ph_string.h"
+#include "platform/compiler.h"
 #include "platform/large_pages.h"
 
 namespace quillmark {
@@ -47,7 +48,7 @@ class PhNameIndex {
     static std::uint32_t hashOf(std::string_view name);
 
     /// Has the processor fetch where the search for a hash begins. Changes nothing.
-    void prefetch(std::uint32_t hash) const { __builtin_prefetch(&slots_[hash & mask()]); }
+    void prefetchSlot(std::uint32_t hash) const { prefetch(&slots_[hash & mask()]); }
 
     /// Position of the first entry with that hash, whatever its name.
     std::uint32_t candidate(std::uint32_t hash) const {
@@ -177,7 +178,7 @@ class PhObjectList {
             const std::size_t count = std::min(hashes.size(), items_.size() - start);
             for (std::size_t i = 0; i < count; ++i) {
                 hashes[i] = hashAt(start + i);
-                index_->prefetch(hashes[i]);
+                index_->prefetchSlot(hashes[i]);
             }
             for (std::size_t i = 0; i < count; ++i) {
                 enterIntoIndex(start + i, hashes[i]);
@@ -214,7 +215,7 @@ void PhObjectList<T>::prepareToFind(std::span<const std::string_view> names) con
     const std::size_t count = std::min(names.size(), hashes.size());
     for (std::size_t i = 0; i < count; ++i) {
         hashes[i] = PhNameIndex::hashOf(names[i]);
-        index().prefetch(hashes[i]);
+        index().prefetchSlot(hashes[i]);
     }
     std::array<const PhHandle<T>*, PhNameIndex::kMostTogether> found{};
     std::size_t foundCount = 0;
@@ -222,14 +223,14 @@ void PhObjectList<T>::prepareToFind(std::span<const std::string_view> names) con
         const std::uint32_t position = index().candidate(hashes[i]);
         if (position != PhNameIndex::kNone) {
             found[foundCount++] = &items_[position];
-            __builtin_prefetch(&items_[position]);
+            prefetch(&items_[position]);
         }
     }
     for (std::size_t i = 0; i < foundCount; ++i) {
-        __builtin_prefetch(found[i]->get());
+        prefetch(found[i]->get());
     }
     for (std::size_t i = 0; i < foundCount; ++i) {
-        __builtin_prefetch((*found[i])->name().text());
+        prefetch((*found[i])->name().text());
     }
 }
 
