@@ -4,9 +4,10 @@
 
 namespace quillmark {
 
-/// The directory for temporary files, absolute and without a closing slash unless it is a root. The
-/// system's own variables of the environment name it: `TMPDIR`, else "/tmp"; on Windows `TMP`,
-/// `TEMP` and what else the system looks at. It need not exist. Empty if its name cannot be told.
+/// The directory for temporary files, absolute, without symbolic links on its way and without a
+/// closing slash unless it is a root. The system's own variables of the environment name it:
+/// `TMPDIR`, else "/tmp"; on Windows `TMP`, `TEMP` and what else the system looks at. Empty if
+/// there is none, or if its name cannot be told.
 std::string temporaryDirectory();
 
 /// Creates a directory that nobody but the user of this process may look into; on Windows, where

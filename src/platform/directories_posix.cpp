@@ -11,11 +11,11 @@ namespace quillmark {
 
 std::string temporaryDirectory() {
     const char* const given = std::getenv("TMPDIR");
+    const std::filesystem::path directory = given == nullptr || *given == '\0' ? "/tmp" : given;
     std::error_code error;
-    const std::filesystem::path directory =
-        std::filesystem::absolute(given == nullptr || *given == '\0' ? "/tmp" : given, error)
-            .lexically_normal();
-    return toName(directory.has_filename() ? directory : directory.parent_path());
+    const std::filesystem::path real =
+        std::filesystem::canonical(directory.lexically_normal(), error);
+    return error ? std::string() : toName(real);
 }
 
 bool createPrivateDirectory(const std::string& name) {

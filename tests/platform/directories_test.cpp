@@ -45,6 +45,8 @@ TEST_F(TemporaryDirectory, IsNamedByItsBytes) {
 }
 
 TEST_F(TemporaryDirectory, HasNoClosingSlash) {
+    fs::create_directory(dir.file("a"));
+    fs::create_directory(dir.file("b"));
     setVariable(kVariable, dir.file("a/"));
     EXPECT_EQ(temporaryDirectory(), toName(dir.path()) + "/a");
     setVariable(kVariable, dir.file("a//../b/."));
@@ -59,12 +61,39 @@ TEST_F(TemporaryDirectory, IsAbsolute) {
     if (kIsWindows) {
         GTEST_SKIP() << "only absolute directories can be named there";
     }
+    const fs::path start = fs::current_path();
+    fs::current_path(dir.path());
+    fs::create_directory("relative");
     setVariable(kVariable, "relative");
-    EXPECT_EQ(temporaryDirectory(), fs::current_path().string() + "/relative");
+    EXPECT_EQ(temporaryDirectory(), dir.file("relative"));
+    fs::current_path(start);
     setVariable(kVariable, "");
-    EXPECT_EQ(temporaryDirectory(), "/tmp");
+    EXPECT_EQ(temporaryDirectory(), fs::canonical("/tmp").string());
     unsetVariable(kVariable);
-    EXPECT_EQ(temporaryDirectory(), "/tmp");
+    EXPECT_EQ(temporaryDirectory(), fs::canonical("/tmp").string());
+}
+
+TEST_F(TemporaryDirectory, HasNoLinksOnItsWay) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows links are for users with a privilege";
+    }
+    fs::create_directories(dir.file("real/inner"));
+    fs::create_directory_symlink("real", dir.file("link"));
+    setVariable(kVariable, dir.file("link/inner"));
+    EXPECT_EQ(temporaryDirectory(), dir.file("real/inner"));
+    setVariable(kVariable, dir.file("link"));
+    EXPECT_EQ(temporaryDirectory(), dir.file("real"));
+}
+
+TEST_F(TemporaryDirectory, MustExist) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "there it is looked for when it is used";
+    }
+    setVariable(kVariable, dir.file("missing"));
+    EXPECT_EQ(temporaryDirectory(), "");
+    fs::create_directory_symlink("nowhere", dir.file("dangling"));
+    setVariable(kVariable, dir.file("dangling"));
+    EXPECT_EQ(temporaryDirectory(), "");
 }
 
 TEST(PrivateDirectory, IsTheUsersAlone) {
