@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -10,9 +11,12 @@
 
 namespace quillmark {
 
-class CfgDocument;
-class CfgSection;
+class CfgChildren;
 class OutputSink;
+
+/// Makes the children of an element one by one while it is written. What it refers to outlives the
+/// writing.
+using CfgSection = std::function<void(CfgChildren& children)>;
 
 /// One element of the include document: comments, key=value lines, child elements and raw text
 /// lines, in this order.
@@ -28,16 +32,17 @@ class OutputSink;
 ///     a text, never indented
 ///     </name>
 ///
-/// A document of a large control unit holds millions of elements with some ten values each, so an
-/// element is a small record in its document's arena, its values are kept as the finished lines,
-/// one behind the other as they go to the file, and only what few elements have (comments, texts)
-/// is allocated separately.
+/// A large control unit has millions of signals, a table millions of rows, and one array in a
+/// description can ask for more elements than any memory holds. Such children are never kept: they
+/// are made by a section while the element is written, so that a few dozen elements live at a time.
+/// Values are kept as the finished lines, one behind the other as they go to the file: with ten of
+/// them in a signal, their bytes are what writing a document costs.
 ///
-/// Lifetime: elements belong to their CfgDocument and live until it is cleared or destroyed,
-/// attached or not. Element names are not copied; they must outlive the document, which is no
-/// burden for the string literals that they are. Everything else is copied or moved in.
+/// Element names are not copied; they must outlive the element, which is no burden for the string
+/// literals that they are. Everything else is copied or moved in.
 class CfgElement {
   public:
+    explicit CfgElement(std::string_view name) : name_(name) {}
     CfgElement(const CfgElement&) = delete;
     CfgElement& operator=(const CfgElement&) = delete;
 
@@ -77,9 +82,8 @@ class CfgElement {
     /// Appends a new, empty child.
     CfgElement& addChild(std::string_view name);
 
-    /// Appends an element that has no parent yet (CfgDocument::createElement) and is no ancestor of
-    /// this one. Both must be of the same document.
-    void attachChild(CfgElement& element);
+    /// Appends an element that was made on its own.
+    void attachChild(std::unique_ptr<CfgElement> element);
 
     /// Adds a comment line, without the "#" that starts it in the file.
     void addComment(std::string text);
@@ -88,43 +92,33 @@ class CfgElement {
     void addText(std::string text);
 
     /// Gives the element children that are made while it is written, behind those that were added.
-    void setSection(std::unique_ptr<const CfgSection> section);
+    void setSection(CfgSection section);
 
-    [[nodiscard]] std::string_view name() const { return {name_, nameLength_}; }
-    [[nodiscard]] std::size_t childCount() const { return childCount_; }
+    [[nodiscard]] std::string_view name() const { return name_; }
+    [[nodiscard]] std::size_t childCount() const { return children_.size(); }
 
     /// Writes the element with everything in it. `depth` is the level of indentation of its tags
-    /// (four blanks each, none at all unless `indent`). Nesting costs heap, not stack.
+    /// (four blanks each, none at all unless `indent`). A document nests only a few levels.
     void write(OutputSink& sink, bool indent, int depth) const;
 
   private:
-    friend class CfgDocument;
-    struct LineRun;
-    struct Extras;
+    friend class CfgChildren;
 
-    CfgElement(CfgDocument& document, std::string_view name);
-
-    void writeHead(OutputSink& sink, bool indent, int depth) const;
-    void writeTail(OutputSink& sink, bool indent, int depth) const;
-    void writeLines(OutputSink& sink, std::string_view lines, std::size_t firstLine, bool indent,
-                    int depth) const;
-
+    /// Becomes a new, empty element, which goes on with the memory of the old one.
+    void reset(std::string_view name);
     char* addLine(std::size_t length);
-    char* addLineElsewhere(std::size_t size);
-    Extras& extras();
+    void growLines(std::size_t wanted);
+    void writeLines(OutputSink& sink, bool indent, int depth) const;
 
-    CfgDocument* document_;
-    const char* name_;
-    CfgElement* firstChild_ = nullptr;
-    CfgElement* lastChild_ = nullptr;
-    CfgElement* nextSibling_ = nullptr;
-    Extras* extras_ = nullptr;
-    std::uint32_t nameLength_;
-    std::uint32_t childCount_ = 0;
-    // Length of the lines that follow this record in the arena, and the number of the first one.
-    std::uint32_t lineBytes_ = 0;
-    std::uint32_t firstLine_ = 0;
-    bool attached_ = false;
+    std::string_view name_;
+    std::unique_ptr<char[]> lines_;  ///< each with its line break
+    std::size_t linesSize_ = 0;
+    std::size_t linesCapacity_ = 0;
+    std::vector<std::size_t> lineEnds_;  ///< in lines_
+    std::vector<std::string> comments_;
+    std::vector<std::string> texts_;
+    std::vector<std::unique_ptr<CfgElement>> children_;
+    CfgSection section_;
 };
 
 /// Takes the children of a section while they are made, and writes each one when the next one
@@ -132,10 +126,10 @@ class CfgElement {
 class CfgChildren {
   public:
     /// Children are written at level `depth`; the sink outlives this object.
-    CfgChildren(OutputSink& sink, bool indent, int depth);
+    CfgChildren(OutputSink& sink, bool indent, int depth)
+        : sink_(sink), indent_(indent), depth_(depth) {}
     CfgChildren(const CfgChildren&) = delete;
     CfgChildren& operator=(const CfgChildren&) = delete;
-    ~CfgChildren();
 
     /// Appends a new, empty child. It lives until the next one is added.
     CfgElement& add(std::string_view name);
@@ -150,61 +144,8 @@ class CfgChildren {
     OutputSink& sink_;
     bool indent_;
     int depth_;
-    std::unique_ptr<CfgDocument> scratch_;
-    const CfgElement* current_ = nullptr;
-};
-
-/// The source of children that are too many to be kept: a large control unit has millions of
-/// signals, and one array in a description can ask for more elements than any memory holds.
-class CfgSection {
-  public:
-    CfgSection() = default;
-    CfgSection(const CfgSection&) = delete;
-    CfgSection& operator=(const CfgSection&) = delete;
-    virtual ~CfgSection() = default;
-
-    /// Makes the children one by one. Called whenever the section's element is written.
-    virtual void writeChildren(CfgChildren& children) const = 0;
-};
-
-/// Owner of the elements of one include document, or of one part of it that is written and dropped
-/// on its own.
-class CfgDocument {
-  public:
-    CfgDocument();
-    CfgDocument(const CfgDocument&) = delete;
-    CfgDocument& operator=(const CfgDocument&) = delete;
-    ~CfgDocument();
-
-    /// Makes an element without a parent: the root, or one to be attached later. The name must
-    /// outlive the document.
-    CfgElement& createElement(std::string_view name);
-
-    /// Drops all elements and keeps some memory for the next ones.
-    void clear();
-
-    /// Bytes that the arena has taken from the heap.
-    [[nodiscard]] std::size_t reservedBytes() const { return reservedBytes_; }
-
-  private:
-    friend class CfgElement;
-
-    struct Chunk {
-        std::unique_ptr<char[]> bytes;
-        std::size_t size;
-    };
-
-    char* allocate(std::size_t size, std::size_t wishedRoom);
-    bool extend(const char* end, std::size_t size);
-    void addChunk(std::size_t size);
-
-    std::vector<Chunk> chunks_;
-    std::vector<Chunk> largeChunks_;
-    std::vector<std::unique_ptr<CfgElement::Extras>> extras_;
-    std::vector<std::size_t> lineLengths_;  ///< of all elements, in the order of the calls
-    char* cursor_ = nullptr;
-    std::size_t room_ = 0;
-    std::size_t reservedBytes_ = 0;
+    bool holdsChild_ = false;
+    CfgElement child_{std::string_view()};
 };
 
 }  // namespace quillmark

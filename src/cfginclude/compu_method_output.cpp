@@ -95,22 +95,26 @@ void writeRatFunc(CfgElement& element, const PhConversion& conversion) {
 void writeCompuTab(CfgElement& element, const PhConversion& conversion) {
     element.addIntValue("interpolate",
                         conversion.conversionType == PhConversionType::Interpolation ? 1 : 0);
-    for (const PhTableEntry& entry : tableOf(conversion)) {
-        CfgElement& point = element.addChild("tablepoint");
-        point.addRealValue("x", entry.lower().toReal());
-        point.addRealValue("y", entry.output().toReal());
-    }
+    element.setSection([&conversion](CfgChildren& rows) {
+        for (const PhTableEntry& entry : tableOf(conversion)) {
+            CfgElement& point = rows.add("tablepoint");
+            point.addRealValue("x", entry.lower().toReal());
+            point.addRealValue("y", entry.output().toReal());
+        }
+    });
 }
 
 void writeVtab(CfgElement& element, const PhConversion& conversion) {
     if (conversion.tableRef && !conversion.tableRef->defaultText.isNull()) {
         element.addValue("default", conversion.tableRef->defaultText.view());
     }
-    for (const PhTableEntry& entry : tableOf(conversion)) {
-        CfgElement& row = element.addChild("entry");
-        row.addIntValue("value", entry.lower().toInteger());
-        row.addValue("text", entry.text().view());
-    }
+    element.setSection([&conversion](CfgChildren& rows) {
+        for (const PhTableEntry& entry : tableOf(conversion)) {
+            CfgElement& row = rows.add("entry");
+            row.addIntValue("value", entry.lower().toInteger());
+            row.addValue("text", entry.text().view());
+        }
+    });
 }
 
 std::string_view elementName(ConversionForm form) {

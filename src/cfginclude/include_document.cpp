@@ -1,6 +1,8 @@
 #include "cfginclude/include_document.h"
 
+#include <memory>
 #include <string_view>
+#include <utility>
 
 #include "cfginclude/include_format.h"
 #include "cfginclude/module_output.h"
@@ -25,10 +27,10 @@ std::string_view baseName(std::string_view path) {
 }
 
 /// Adds the stations of all modules; false when one of them lacks what every station must tell.
-bool writeModules(CfgDocument& elements, CfgElement& signalEngines, const PhRoot& model,
+bool writeModules(CfgElement& signalEngines, const PhRoot& model,
                   const ModuleOutputSettings& settings, Console& console) {
-    CfgElement& ccp = elements.createElement("ccp");
-    CfgElement& xcp = elements.createElement("xcp");
+    auto ccp = std::make_unique<CfgElement>("ccp");
+    auto xcp = std::make_unique<CfgElement>("xcp");
     bool complete = true;
     std::int32_t number = 0;
     for (const PhGroup& project : model.documents) {
@@ -44,15 +46,15 @@ bool writeModules(CfgDocument& elements, CfgElement& signalEngines, const PhRoot
             if (protocol == PhProtocolType::Undefined) {
                 continue;
             }
-            CfgElement& stations = protocol == PhProtocolType::Ccp ? ccp : xcp;
+            CfgElement& stations = protocol == PhProtocolType::Ccp ? *ccp : *xcp;
             if (!writeModule(stations, project, module, number, settings, console)) {
                 complete = false;
             }
         }
     }
-    for (CfgElement* stations : {&ccp, &xcp}) {
-        if (stations->childCount() != 0) {
-            signalEngines.attachChild(*stations);
+    for (std::unique_ptr<CfgElement>* stations : {&ccp, &xcp}) {
+        if ((*stations)->childCount() != 0) {
+            signalEngines.attachChild(std::move(*stations));
         }
     }
     return complete;
@@ -90,22 +92,22 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
     }
     bool complete = library.status == SelectionStatus::kOk;
     if (complete) {
-        CfgElement& root = document.elements.createElement("sigtrak_include");
+        document.root = std::make_unique<CfgElement>("sigtrak_include");
+        CfgElement& root = *document.root;
         addHeader(root, request, origin);
         root.addValue("compatible_versions", library.compatibleVersions);
         root.addQuotedValue("cfg_generator", kProgramTitle);
         root.addQuotedValue("cfg_generated_by", origin.user);
         root.addIntValue("cfg_generated_on", origin.time.secondsSinceEpoch);
         CfgElement& signalEngines = root.addChild("settings").addChild("signalengines");
-        complete = writeModules(document.elements, signalEngines, model,
+        complete = writeModules(signalEngines, model,
                                 {request.inputFile, request.stationName, request.namePrefix,
                                  request.compress, library.features},
                                 console);
-        document.root = &root;
     }
     if (!complete) {
         console.printLine("No output file generated.");
-        document.root = nullptr;
+        document.root.reset();
         return DocumentStatus::NoOutput;
     }
     return DocumentStatus::Built;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "cfginclude/cfg_element.h"
@@ -30,8 +31,7 @@ DocumentOrigin currentOrigin();
 /// An include document, ready to be written. Its stations are made from the model and the request
 /// while they are written, so it must not outlive either.
 struct IncludeDocument {
-    CfgDocument elements;
-    CfgElement* root = nullptr;  ///< nullptr unless built
+    std::unique_ptr<CfgElement> root;  ///< null unless built
 };
 
 /// Builds the document of a whole description: header comments, generator data, and one station for

@@ -1,6 +1,5 @@
 #include "cfginclude/module_output.h"
 
-#include <memory>
 #include <new>
 #include <string>
 
@@ -13,44 +12,6 @@
 namespace quillmark {
 
 namespace {
-
-/// The module's conversions.
-class CompuMethodSection final : public CfgSection {
-  public:
-    CompuMethodSection(const PhGroup& module, const ModuleOutputSettings& settings)
-        : module_(module), settings_(settings) {}
-
-    void writeChildren(CfgChildren& children) const override {
-        for (const PhConversion& conversion : module_.conversions) {
-            writeCompuMethod(children, conversion, settings_.namePrefix, settings_.features);
-        }
-    }
-
-  private:
-    const PhGroup& module_;
-    ModuleOutputSettings settings_;
-};
-
-/// The module's signals.
-class SignalSection final : public CfgSection {
-  public:
-    SignalSection(const PhGroup& module, const ModuleOutputSettings& settings)
-        : module_(module), settings_(settings) {}
-
-    void writeChildren(CfgChildren& children) const override {
-        const IdentityFallbackNames identityFallbackNames(module_.conversions, settings_.features);
-        for (const PhEntity& signal : module_.signals) {
-            if (isWrittenSignal(signal, settings_.features)) {
-                writeSignal(children, signal, settings_.namePrefix, settings_.features,
-                            identityFallbackNames);
-            }
-        }
-    }
-
-  private:
-    const PhGroup& module_;
-    ModuleOutputSettings settings_;
-};
 
 std::string defaultStationName(const PhGroup& project, const PhGroup& module, std::int32_t number) {
     std::string name(project.name().view());
@@ -79,15 +40,26 @@ void writeSource(CfgElement& station, const PhGroup& project, const PhGroup& mod
 /// Makes the two sections of a station, each an empty element until it is written.
 void fillSections(CfgElement& compuMethods, CfgElement& signals, const PhGroup& module,
                   const ModuleOutputSettings& settings) {
-    compuMethods.setSection(std::make_unique<CompuMethodSection>(module, settings));
-    signals.setSection(std::make_unique<SignalSection>(module, settings));
+    compuMethods.setSection([&module, settings](CfgChildren& children) {
+        for (const PhConversion& conversion : module.conversions) {
+            writeCompuMethod(children, conversion, settings.namePrefix, settings.features);
+        }
+    });
+    signals.setSection([&module, settings](CfgChildren& children) {
+        const IdentityFallbackNames identityFallbackNames(module.conversions, settings.features);
+        for (const PhEntity& signal : module.signals) {
+            if (isWrittenSignal(signal, settings.features)) {
+                writeSignal(children, signal, settings.namePrefix, settings.features,
+                            identityFallbackNames);
+            }
+        }
+    });
 }
 
 /// Writes the sections at once and keeps their compressed text only.
 void writeBlob(CfgElement& station, const PhGroup& module, const ModuleOutputSettings& settings) {
-    CfgDocument document;
-    CfgElement& compuMethods = document.createElement("compumethods");
-    CfgElement& signals = document.createElement("signals");
+    CfgElement compuMethods("compumethods");
+    CfgElement signals("signals");
     fillSections(compuMethods, signals, module, settings);
 
     std::string text;

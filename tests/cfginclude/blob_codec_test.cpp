@@ -106,8 +106,7 @@ std::string decoded(std::string_view input) {
 }
 
 std::string blobAround(std::string_view base64) {
-    CfgDocument document;
-    CfgElement& blob = document.createElement("blob");
+    CfgElement blob("blob");
     blob.addIntValue("size", 0);
     blob.addChild("blobdata").addText(std::string(base64));
     std::string text;

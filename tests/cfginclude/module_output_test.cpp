@@ -22,8 +22,7 @@ class ModuleOutput : public testing::Test {
     std::string written(bool indent = false) { return withLineFeeds(exactlyWritten(indent)); }
 
     std::string exactlyWritten(bool indent = false) {
-        CfgDocument document;
-        CfgElement& parent = document.createElement("xcp");
+        CfgElement parent("xcp");
         complete_ = writeModule(parent, *project_, module_, 2, settings_, console_);
         std::string text;
         StringSink sink(text);

@@ -177,8 +177,7 @@ class BuildPackage : public PackageBuilder {
     }
 
     PhRoot model;
-    CfgDocument document;
-    CfgElement& root = document.createElement("r");
+    CfgElement root{"r"};
 
   private:
     std::string oldPath_ = fs::temp_directory_path().string();
