@@ -10,7 +10,7 @@ windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-buil
     qt6-base-dev libarchive-dev googletest wine wine64 zip unzip)
 fuzz_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
-bench_packages=(libbenchmark-dev)
+bench_packages=(libbenchmark-dev python3)
 package_packages=(dpkg-dev file)
 package_check_packages=(lintian binutils)
 all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
