@@ -11,21 +11,14 @@
 
 namespace quillmark {
 
-namespace {
-
-std::unique_ptr<StandardInputFile> openInput(const std::string& name, const char* mode) {
-    std::FILE* const stream = openStream(name, mode);
+std::unique_ptr<StandardInputFile> StandardInputFile::open(const std::string& name) {
+    std::FILE* const stream = openStream(name, "rt");
     return stream == nullptr ? nullptr : std::make_unique<StandardInputFile>(stream);
 }
 
-}  // namespace
-
-std::unique_ptr<StandardInputFile> StandardInputFile::open(const std::string& name) {
-    return openInput(name, "rt");
-}
-
 std::unique_ptr<StandardInputFile> StandardInputFile::openBinary(const std::string& name) {
-    return openInput(name, "rb");
+    std::FILE* const stream = openStream(name, "rb");
+    return stream == nullptr ? nullptr : std::make_unique<StandardInputFile>(stream);
 }
 
 StandardInputFile::StandardInputFile(std::FILE* stream) : stream_(stream) {
