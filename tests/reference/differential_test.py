@@ -20,10 +20,10 @@ def _file(data, mode=0o644):
     return {"out": (mode, data)}
 
 
-def _archive(modified, data=b"x"):
+def _archive(modified, data=b"x", name="notes.txt", **form):
     stream = io.BytesIO()
-    with tarfile.open(fileobj=stream, mode="w") as archive:
-        entry = tarfile.TarInfo("userfiles/notes.txt")
+    with tarfile.open(fileobj=stream, mode="w", **form) as archive:
+        entry = tarfile.TarInfo(name)
         entry.mtime, entry.size = modified, len(data)
         archive.addfile(entry, io.BytesIO(data))
     return stream.getvalue()
@@ -90,6 +90,14 @@ class Differences(unittest.TestCase):
             self.assertNotEqual(
                 differences(_observed(files=_file(first)), _observed(files=_file(second))), {}
             )
+
+
+    def test_a_name_may_stand_in_either_header_of_an_entry(self):
+        short = _archive(0, name="\xc3\xa4", format=tarfile.USTAR_FORMAT, encoding="latin-1")
+        extended = _archive(0, name="\xe4", format=tarfile.PAX_FORMAT)
+        self.assertEqual(
+            differences(_observed(files=_file(short)), _observed(files=_file(extended))), {}
+        )
 
 
 class Shrunk(unittest.TestCase):

@@ -220,6 +220,10 @@ def _add_user_files(dice, case):
     names = {
         "notes.txt": b"notes\n",
         "data/notes.txt": b"other notes\n",
+        "\xc3\xa4.txt": b"UTF-8\n",
+        "\xe4.txt": b"Latin-1\n",
+        "a\\b.txt": b"backslash\n",
+        "n" * 150 + ".txt": b"long\n",
         "data/a.bin": dice.bytes(100) * dice.pick([1, 100]),
         "script.sh": b"#!/bin/sh\n",
         "empty": b"",

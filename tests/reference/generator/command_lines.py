@@ -10,7 +10,8 @@ OUTPUT_NAMES = [
 _STATIONS = ["Bench", "", "a b", "-z", "<x>", "St\xe4tion", "%s", "cfg_generated_on=12", "\xc2\xb0"]
 _PREFIXES = ["P_", "", "TAB::", "x y", "-i", "pre.", "\xe4", "NO_COMPU_"]
 _USER_FILES = [
-    "notes.txt", "data/notes.txt", "data/a.bin", "script.sh", "missing.txt", "", "empty", "ecu.a2l",
+    "notes.txt", "data/notes.txt", "data/a.bin", "script.sh", "\xc3\xa4.txt", "\xe4.txt", "a\\b.txt",
+    "n" * 150 + ".txt", "missing.txt", "", "empty", "ecu.a2l",
     "data", ".",
 ]
 _PACKAGES = [
@@ -102,7 +103,7 @@ def decompress(dice, document):
 
 def user_files(dice):
     items = [
-        dice.pick(_USER_FILES[:4]) if dice.chance(0.8) else dice.pick(_USER_FILES)
+        dice.pick(_USER_FILES[:8]) if dice.chance(0.8) else dice.pick(_USER_FILES)
         for _ in range(dice.between(1, 3))
     ]
     return ",".join(items) + ("," if dice.chance(0.1) else "")

@@ -77,12 +77,16 @@ class Observation:
 
     def _entry(self, archive, entry):
         moment = "{now}" if self._is_now(entry.mtime) else int(entry.mtime)
-        head = f"{entry.name} type {entry.type!r} mode {entry.mode:o} modified {moment}\n".encode(
-            "latin-1"
-        )
-        return (
-            head + self._plain(archive.extractfile(entry).read() if entry.isfile() else b"") + b"\n"
-        )
+        head = f" type {entry.type!r} mode {entry.mode:o} modified {moment}\n".encode("ascii")
+        data = archive.extractfile(entry).read() if entry.isfile() else b""
+        return _name_of(entry) + head + self._plain(data) + b"\n"
+
+
+def _name_of(entry):
+    """The bytes of an entry's name, in whichever of its two headers it stands."""
+    extended = entry.pax_headers
+    in_utf8 = "path" in extended and extended.get("hdrcharset") != "BINARY"
+    return entry.name.encode("utf-8" if in_utf8 else "latin-1")
 
 
 def directory_contents(root):
