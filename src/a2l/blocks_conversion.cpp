@@ -75,7 +75,7 @@ int PhA2l::parseCompuMethod(PhGroup& module) {
         {Form::Bare, STATUS_STRING_REF, nullptr, 1},
         {Form::Block, FORMULA, &PhA2l::parseFormula},
     };
-    const auto conversion = defineNext(placeholders_.conversions);
+    const auto conversion = defineNext<PhConversion>();
     readLongIdentifier(*conversion);
     traceBlock("Parse COMPU_METHOD '%s'\n", *conversion);
     keep(conversion->conversionType, readChoice(*this, kKinds));
@@ -123,13 +123,13 @@ int PhA2l::parseCoeffsLinear(PhConversion& conversion) {
 
 int PhA2l::parseRefUnit(PhConversion& conversion) {
     const PhString name = readIdentifier();
-    keep(conversion.unit, refer(&PhGroup::units, placeholders_.units, name.view()));
+    keep(conversion.unit, references_->refer<PhUnit>(name.view()));
     return next();
 }
 
 int PhA2l::parseCompuTabRef(PhConversion& conversion) {
     const PhString name(PhConversion::kTablePrefix, readIdentifier().view());
-    auto table = referConversion(name.view());
+    auto table = references_->refer<PhConversion>(name.view());
     if (table.get() != &conversion) {
         keep(conversion.tableRef, std::move(table));
     }
@@ -196,7 +196,7 @@ int PhA2l::parseCompuVtabRange(PhGroup& module) {
 PhHandle<PhConversion> PhA2l::startTable(std::string_view traceFormat) {
     const PhString name = readIdentifier();
     auto table =
-        define(placeholders_.conversions, PhString(PhConversion::kTablePrefix, name.view()).view());
+        references_->define<PhConversion>(PhString(PhConversion::kTablePrefix, name.view()).view());
     readLongIdentifier(*table);
     traceText(traceFormat, name);
     return table;
@@ -266,7 +266,7 @@ int PhA2l::parseUnit(PhGroup& module) {
         {Form::Bare, UNIT_CONVERSION, nullptr, 2},
     };
     constexpr int kKindWords = 1;  // DERIVED or EXTENDED_SI
-    const auto unit = defineNext(placeholders_.units);
+    const auto unit = defineNext<PhUnit>();
     readLongIdentifier(*unit);
     traceBlock("Parse UNIT '%s'\n", *unit);
     const PhString displayText = readString();

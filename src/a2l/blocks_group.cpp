@@ -9,34 +9,14 @@ using Rule = OptionalRule<PhA2l, PhFunction>;
 
 template <int Keyword>
 int PhA2l::parseSignalNames(PhFunction& function) {
-    NameBatch names;
-    const int kind = readNameBlock(Keyword, [&](std::string_view name) {
-        if (names.isFull()) {
-            bindSignals(names, function.signals);
-        }
-        names.add(name);
-    });
-    bindSignals(names, function.signals);
-    return kind;
-}
-
-// Such lists may name all signals of a unit, and in any order, so most of the time of reading them
-// would go into waiting for memory.
-void PhA2l::bindSignals(NameBatch& names, PhObjectList<PhEntity>& signals) {
-    names.handOver(
-        [&](std::span<const std::string_view> batch) {
-            module_->signals.prepareToFind(batch);
-            placeholders_.signals.prepareToFind(batch);
-        },
-        [&](std::string_view name) {
-            signals.append(refer(&PhGroup::signals, placeholders_.signals, name));
-        });
+    return readNameBlock(
+        Keyword, [&](std::string_view name) { references_->bindMemberSoon(function, name); });
 }
 
 template <int Keyword>
 int PhA2l::parseFunctionNames(PhFunction& function) {
     return readNameBlock(Keyword, [&](std::string_view name) {
-        function.functions.append(refer(&PhGroup::functions, placeholders_.functions, name));
+        function.functions.append(references_->refer<PhFunction>(name));
     });
 }
 
@@ -50,7 +30,7 @@ int PhA2l::parseGroup(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    const auto group = defineNext(placeholders_.functions);
+    const auto group = defineNext<PhFunction>();
     readLongIdentifier(*group);
     traceBlock("Parse GROUP '%s'\n", *group);
     keepIn(module.functions, group);
@@ -70,7 +50,7 @@ int PhA2l::parseFunction(PhGroup& module) {
         {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
         {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
     };
-    const auto function = defineNext(placeholders_.functions);
+    const auto function = defineNext<PhFunction>();
     readLongIdentifier(*function);
     traceBlock("Parse FUNCTION '%s'\n", *function);
     keepIn(module.functions, function);
@@ -94,9 +74,8 @@ int PhA2l::parseFrame(PhGroup& module) {
 }
 
 int PhA2l::parseFrameMeasurement(PhFrame& frame) {
-    return readNames([&](std::string_view name) {
-        frame.signals.append(refer(&PhGroup::signals, placeholders_.signals, name));
-    });
+    return readNames(
+        [&](std::string_view name) { frame.signals.append(references_->refer<PhEntity>(name)); });
 }
 
 // Who may see what is no concern of the logger; the block is checked and dropped.

@@ -55,9 +55,7 @@ int PhA2l::parseModule(PhGroup& project) {
     }
     project.documents.append(module);
     traceBlock("Parse MODULE '%s'\n", *module);
-    module_ = module.get();
-    placeholders_ = {};
-    openPlaceholders_ = 0;
+    const ModuleReferences references(*module, references_);
 
     static constexpr Rule kRules[] = {
         {Form::Block, MEASUREMENT, &PhA2l::parseMeasurement},
@@ -81,8 +79,6 @@ int PhA2l::parseModule(PhGroup& project) {
         {Form::Bare, INCLUDE, &PhA2l::parseInclude},
     };
     const int kind = readOptionals(*this, kRules, *module, next());
-    bindConversions();
-    module->referencesAreBound = openPlaceholders_ == 0;
     return kind == END ? closeBlock(MODULE) : kind;
 }
 

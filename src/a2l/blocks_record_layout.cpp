@@ -146,7 +146,7 @@ void readComponent(BlockReader& reader, std::string_view parameters, DataType& t
 }  // namespace
 
 int PhA2l::parseRecordLayout(PhGroup& module) {
-    const auto layout = defineNext(placeholders_.recordLayouts);
+    const auto layout = defineNext<PhRecordLayout>();
     if (verbose()) {
         trace("Parse RECORD_LAYOUT\n");
     }

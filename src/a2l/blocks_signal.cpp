@@ -35,7 +35,7 @@ std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
 }  // namespace
 
 int PhA2l::parseMeasurement(PhGroup& module) {
-    auto signal = defineNext(placeholders_.signals);
+    auto signal = defineNext<PhEntity>();
     Measurement measurement{*signal};
     const int kind = parseMeasurementBody(measurement);
     if (kind != END || next() != MEASUREMENT) {
@@ -68,7 +68,7 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
     if (next() != TOK_IDENT) {
         return fail("Identifier expected");
     }
-    bindConversionSoon(signal, token().text);
+    references_->bindConversionSoon(signal, token().text);
     drop(1);  // resolution; the token read is the accuracy, which nobody looks at
     readLimits(signal);
 
@@ -98,27 +98,6 @@ int PhA2l::parseMeasurementBody(Measurement& measurement) {
         {Form::Block, VIRTUAL, &PhA2l::parseVirtual},
     };
     return readOptionals(*this, kRules, measurement, next());
-}
-
-void PhA2l::bindConversionSoon(PhEntity& signal, std::string_view name) {
-    commit([&] {
-        if (unbound_.names.isFull()) {
-            bindConversions();
-        }
-        unbound_.names.add(name);
-        unbound_.signals.push_back(PhHandle<PhEntity>(&signal));
-    });
-}
-
-void PhA2l::bindConversions() {
-    auto signal = unbound_.signals.begin();
-    unbound_.names.handOver(
-        [&](std::span<const std::string_view> names) { module_->conversions.prepareToFind(names); },
-        [&](std::string_view name) {
-            (*signal)->datatype.conversion = referConversion(name);
-            ++signal;
-        });
-    unbound_.signals.clear();
 }
 
 void PhA2l::applyDimensions(const Measurement& measurement) {
@@ -273,14 +252,13 @@ int PhA2l::parseVirtual(Measurement& measurement) {
     auto& members = signal.extras().virtualMembers;
     return readNameBlock(VIRTUAL, [&](std::string_view name) {
         // A placeholder of the signal's own name would become the next definition of that name.
-        const bool isOwn = name == signal.name().view() && module_->signals.find(name) == nullptr;
-        members.append(isOwn ? PhHandle<PhEntity>(&signal)
-                             : refer(&PhGroup::signals, placeholders_.signals, name));
+        const bool isOwn = name == signal.name().view() && !references_->hasSignal(name);
+        members.append(isOwn ? PhHandle<PhEntity>(&signal) : references_->refer<PhEntity>(name));
     });
 }
 
 int PhA2l::parseCharacteristic(PhGroup& module) {
-    auto owner = defineNext(placeholders_.signals);
+    auto owner = defineNext<PhEntity>();
     PhEntity& signal = *owner;
     readLongIdentifier(signal);
     keepIn(module.signals, std::move(owner));
@@ -292,11 +270,10 @@ int PhA2l::parseCharacteristic(PhGroup& module) {
         signal.address = address;
     }
     next();
-    keep(signal.recordLayout,
-         refer(&PhGroup::recordLayouts, placeholders_.recordLayouts, token().text));
+    keep(signal.recordLayout, references_->refer<PhRecordLayout>(token().text));
     drop(1);  // maximum difference
     // ... and the conversion's name, whatever kind of token it is
-    bindConversionSoon(signal, token().text);
+    commit([&] { references_->bindConversionSoon(signal, token().text); });
     readLimits(signal);
 
     using Rule = OptionalRule<PhA2l, PhEntity>;

@@ -48,7 +48,6 @@ int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
         }
     } while (kind != TOK_EOF && kind != TOK_ERROR);
     finish();
-    placeholders_ = {};
     return kind == TOK_ERROR || errorCount_ != 0 ? -1 : 0;
 }
 

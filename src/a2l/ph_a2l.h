@@ -1,14 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "a2l/block_reader.h"
 #include "a2l/lexer.h"
-#include "a2l/name_batch.h"
-#include "a2l/resolution.h"
+#include "a2l/module_references.h"
 #include "a2l/text_pool.h"
 #include "model/enumerations.h"
 #include "model/module_model.h"
@@ -112,7 +109,6 @@ class PhA2l final : public BlockReader {
     int parseFunction(PhGroup& module);
     template <int Keyword>
     int parseSignalNames(PhFunction& function);
-    void bindSignals(NameBatch& names, PhObjectList<PhEntity>& signals);
     template <int Keyword>
     int parseFunctionNames(PhFunction& function);
     int parseFrame(PhGroup& module);
@@ -183,78 +179,16 @@ class PhA2l final : public BlockReader {
         }
     }
 
-    /// Stand-ins for names that were not defined yet when something referred to them, one per
-    /// name, shared by all that refer to it.
-    struct Placeholders {
-        PhObjectList<PhConversion> conversions;
-        PhObjectList<PhUnit> units;
-        PhObjectList<PhRecordLayout> recordLayouts;
-        PhObjectList<PhEntity> signals;
-        PhObjectList<PhFunction> functions;
-    };
-
-    /// What `name` refers to within the current module: the object if it is defined already,
-    /// otherwise its placeholder.
+    /// ModuleReferences::define() for a block whose name is the next token, as it should be: else
+    /// the error "Identifier expected", and an object without a name.
     template <typename T>
-    PhHandle<T> refer(PhObjectList<T> PhGroup::*kind, PhObjectList<T>& placeholders,
-                      std::string_view name) {
-        if (T* defined = findInScope(module_, kind, name)) {
-            return PhHandle<T>(defined);
-        }
-        if (T* placeholder = placeholders.find(name)) {
-            return PhHandle<T>(placeholder);
-        }
-        auto placeholder = makePh<T>();
-        placeholder->setName(PhString(name));
-        placeholder->markPlaceholder();
-        ++openPlaceholders_;
-        placeholders.append(placeholder);
-        return placeholder;
+    PhHandle<T> defineNext() {
+        return expectIdentifier() ? references_->define<T>(token().text) : makePh<T>();
     }
-
-    /// The object that a block of that name defines. Its placeholder, if there is one, becomes that
-    /// object: whatever referred to it is bound by that, and millions of names that stand before
-    /// their definitions cost no second object each.
-    template <typename T>
-    PhHandle<T> define(PhObjectList<T>& placeholders, std::string_view name) {
-        if (T* placeholder = placeholders.find(name);
-            placeholder != nullptr && placeholder->isPlaceholder()) {
-            placeholder->markDefined();
-            --openPlaceholders_;
-            return PhHandle<T>(placeholder);
-        }
-        auto object = makePh<T>();
-        object->setName(PhString(name));
-        return object;
-    }
-
-    /// The same for a block whose name is the next token, as it should be: else the error
-    /// "Identifier expected", and an object without a name.
-    template <typename T>
-    PhHandle<T> defineNext(PhObjectList<T>& placeholders) {
-        return expectIdentifier() ? define(placeholders, token().text) : makePh<T>();
-    }
-    PhHandle<PhConversion> referConversion(std::string_view name) {
-        return refer(&PhGroup::conversions, placeholders_.conversions, name);
-    }
-
-    /// Signals whose conversions are named but not bound yet, and the names.
-    struct Unbound {
-        NameBatch names;
-        std::vector<PhHandle<PhEntity>> signals;
-    };
-
-    /// Makes the conversion of that name the signal's, together with those of other signals, when
-    /// enough have come together or their module ends.
-    void bindConversionSoon(PhEntity& signal, std::string_view name);
-    void bindConversions();
 
     std::int32_t errorCount_ = 0;
     PhByteOrder moduleByteOrder_ = PhByteOrder::Undefined;
-    PhGroup* module_ = nullptr;         ///< the module being read
-    Placeholders placeholders_;         ///< of that module
-    std::size_t openPlaceholders_ = 0;  ///< how many of them are not defined yet
-    Unbound unbound_;
+    ModuleReferences* references_ = nullptr;  ///< of the module being read
     PhObjectList<PhUnit> inlineUnits_;
     TextPool texts_;
 };
