@@ -5,37 +5,17 @@
 namespace quillmark {
 namespace {
 
+// clang-format off
+#define QM_KEYWORD_TABLE(space, table, capacity) \
+    namespace space {                            \
+    constexpr KeywordEntry kRows[] = {
 #define QM_KEYWORD(constant, text, id) KeywordEntry{text, id},
 #define QM_KEYWORD_AGAIN(constant, text, id) KeywordEntry{text, id},
-
-constexpr KeywordEntry kCoreEntries[] = {
-#include "a2l/core_keywords.inc"
-};
-constexpr KeywordEntry kWordEntries[] = {
-#include "a2l/word_keywords.inc"
-};
-constexpr KeywordEntry kXcpEntries[] = {
-#include "a2l/xcp_keywords.inc"
-};
-constexpr KeywordEntry kCcpEntries[] = {
-#include "a2l/ccp_keywords.inc"
-};
-constexpr KeywordEntry kKwpEntries[] = {
-#include "a2l/kwp_keywords.inc"
-};
-constexpr KeywordEntry kGmlanEntries[] = {
-#include "a2l/gmlan_keywords.inc"
-};
-
-#undef QM_KEYWORD
-#undef QM_KEYWORD_AGAIN
-
-static_assert(std::size(kCoreEntries) == 195);
-static_assert(std::size(kWordEntries) == 46);
-static_assert(std::size(kXcpEntries) == 389);
-static_assert(std::size(kCcpEntries) == 55);
-static_assert(std::size(kKwpEntries) == 31);
-static_assert(std::size(kGmlanEntries) == 47);
+#define QM_KEYWORD_TABLE_END \
+    };                       \
+    }
+#include "a2l/keyword_lists.inc"
+// clang-format on
 
 template <std::uint32_t kCapacity>
 constexpr auto buildIndex(std::span<const KeywordEntry> entries) {
@@ -62,26 +42,15 @@ constexpr KeywordHints collectHints(std::span<const KeywordEntry> entries) {
     return hints;
 }
 
-constexpr std::uint32_t kCoreCapacity = 400;
-constexpr std::uint32_t kWordCapacity = 100;
-constexpr std::uint32_t kXcpCapacity = 400;
-constexpr std::uint32_t kCcpCapacity = 200;
-constexpr std::uint32_t kKwpCapacity = 100;
-constexpr std::uint32_t kGmlanCapacity = 100;
+/// A table with its index. Its places are more than its rows, so that a search ends at a free one.
+template <const auto& kRows, std::uint32_t kCapacity>
+struct Indexed {
+    static_assert(std::size(kRows) <= kCapacity);
 
-constexpr auto kCoreIndex = buildIndex<kCoreCapacity>(kCoreEntries);
-constexpr auto kWordIndex = buildIndex<kWordCapacity>(kWordEntries);
-constexpr auto kXcpIndex = buildIndex<kXcpCapacity>(kXcpEntries);
-constexpr auto kCcpIndex = buildIndex<kCcpCapacity>(kCcpEntries);
-constexpr auto kKwpIndex = buildIndex<kKwpCapacity>(kKwpEntries);
-constexpr auto kGmlanIndex = buildIndex<kGmlanCapacity>(kGmlanEntries);
-
-constexpr KeywordHints kCoreHints = collectHints(kCoreEntries);
-constexpr KeywordHints kWordHints = collectHints(kWordEntries);
-constexpr KeywordHints kXcpHints = collectHints(kXcpEntries);
-constexpr KeywordHints kCcpHints = collectHints(kCcpEntries);
-constexpr KeywordHints kKwpHints = collectHints(kKwpEntries);
-constexpr KeywordHints kGmlanHints = collectHints(kGmlanEntries);
+    static constexpr auto kIndex = buildIndex<kCapacity>(kRows);
+    static constexpr KeywordHints kHints = collectHints(kRows);
+    static constexpr KeywordTable kTable{kRows, kIndex.data(), kCapacity, &kHints};
+};
 
 const KeywordEntry* rowByRow(const KeywordTable& table, std::string_view text) {
     for (const KeywordEntry& entry : table.entries) {
@@ -122,15 +91,9 @@ const KeywordEntry* findEntry(const KeywordTable& table, std::string_view text) 
 
 }  // namespace
 
-constinit const KeywordTable kCoreKeywords(kCoreEntries, kCoreIndex.data(), kCoreCapacity,
-                                           &kCoreHints);
-constinit const KeywordTable kWordKeywords(kWordEntries, kWordIndex.data(), kWordCapacity,
-                                           &kWordHints);
-constinit const KeywordTable kXcpKeywords(kXcpEntries, kXcpIndex.data(), kXcpCapacity, &kXcpHints);
-constinit const KeywordTable kCcpKeywords(kCcpEntries, kCcpIndex.data(), kCcpCapacity, &kCcpHints);
-constinit const KeywordTable kKwpKeywords(kKwpEntries, kKwpIndex.data(), kKwpCapacity, &kKwpHints);
-constinit const KeywordTable kGmlanKeywords(kGmlanEntries, kGmlanIndex.data(), kGmlanCapacity,
-                                            &kGmlanHints);
+#define QM_KEYWORD_TABLE(space, table, capacity) \
+    constinit const KeywordTable table = Indexed<space::kRows, capacity>::kTable;
+#include "a2l/keyword_lists.inc"
 
 int lookup(const KeywordTable& table, std::string_view text, int otherwise) {
     const KeywordEntry* const entry = findEntry(table, text);

@@ -14,41 +14,11 @@ namespace quillmark {
 /// and LITTLE_ENDIAN_ end in an underscore, since the C library has macros of those names.
 namespace kw {
 
+#define QM_KEYWORD_TABLE(space, table, capacity) namespace space {
 #define QM_KEYWORD(constant, text, id) inline constexpr int constant = id;
 #define QM_KEYWORD_AGAIN(constant, text, id) static_assert((constant) == (id));
-
-/// Blocks and keywords of the description file itself: 1 to 279.
-namespace core {
-#include "a2l/core_keywords.inc"
-}
-
-/// Words of enumerated parameters (data types, byte orders ...): 1001 to 1046.
-namespace word {
-#include "a2l/word_keywords.inc"
-}
-
-/// XCP interface blocks: 2001 to 2386 and 3341 to 3343.
-namespace xcp {
-#include "a2l/xcp_keywords.inc"
-}
-
-/// CCP interface blocks: 3001 to 3053.
-namespace ccp {
-#include "a2l/ccp_keywords.inc"
-}
-
-/// KWP2000 interface blocks: 4001 to 4039.
-namespace kwp {
-#include "a2l/kwp_keywords.inc"
-}
-
-/// GMLAN interface blocks: 5001 to 5045.
-namespace gmlan {
-#include "a2l/gmlan_keywords.inc"
-}
-
-#undef QM_KEYWORD
-#undef QM_KEYWORD_AGAIN
+#define QM_KEYWORD_TABLE_END }
+#include "a2l/keyword_lists.inc"
 
 }  // namespace kw
 
@@ -72,18 +42,20 @@ struct KeywordHints {
     static constexpr std::uint16_t kSeveral = 0xFFFE;  ///< more than one; the index knows
     static constexpr int kPlaceBits = 11;
 
+    /// Spreads the keywords over the places. It was searched for: with it, few keywords share a
+    /// place, and none of the frequent. The program `search_keyword_spread` of the tests finds
+    /// another.
+    static constexpr std::uint32_t kSpread = 0x9F0F7229;
+
     /// `text` is not empty.
-    static constexpr std::size_t placeOf(std::string_view text) {
+    static constexpr std::size_t placeOf(std::string_view text, std::uint32_t spread = kSpread) {
         const auto byte = [&](std::size_t at) -> std::uint32_t {
             return static_cast<unsigned char>(text[at]);
         };
-        // The factor was searched for: with it, few keywords share a place, and none of the
-        // frequent.
-        constexpr std::uint32_t kSpread = 0x9F0F7229;
         const std::size_t length = text.size();
         const std::uint32_t look = byte(0) | byte(length / 2) << 8U | byte(length - 1) << 16U |
                                    static_cast<std::uint32_t>(length) << 24U;
-        return look * kSpread >> (32 - kPlaceBits);
+        return look * spread >> (32 - kPlaceBits);
     }
 
     std::array<std::uint16_t, std::size_t{1} << kPlaceBits> rows{};
@@ -112,12 +84,8 @@ struct KeywordTable {
     const KeywordHints* hints = nullptr;
 };
 
-extern const KeywordTable kCoreKeywords;
-extern const KeywordTable kWordKeywords;
-extern const KeywordTable kXcpKeywords;
-extern const KeywordTable kCcpKeywords;
-extern const KeywordTable kKwpKeywords;
-extern const KeywordTable kGmlanKeywords;
+#define QM_KEYWORD_TABLE(space, table, capacity) extern const KeywordTable table;
+#include "a2l/keyword_lists.inc"
 
 /// The hash that the indexes are built with: every byte is added to twice the hash so far, and what
 /// overflows 24 bits is added back at the low end.

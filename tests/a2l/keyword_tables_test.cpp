@@ -7,25 +7,25 @@
 
 #include <gtest/gtest.h>
 
+#include "a2l/frequent_keywords.h"
+
 namespace quillmark {
 namespace {
 
 struct TableRow {
     const char* name;
     const KeywordTable* table;
-    std::size_t rows;
     std::uint32_t capacity;
 };
 
 const TableRow kTables[] = {
-    {"core", &kCoreKeywords, 195, 400}, {"words", &kWordKeywords, 46, 100},
-    {"xcp", &kXcpKeywords, 389, 400},   {"ccp", &kCcpKeywords, 55, 200},
-    {"kwp", &kKwpKeywords, 31, 100},    {"gmlan", &kGmlanKeywords, 47, 100},
+    {"core", &kCoreKeywords, 400}, {"words", &kWordKeywords, 100}, {"xcp", &kXcpKeywords, 400},
+    {"ccp", &kCcpKeywords, 200},   {"kwp", &kKwpKeywords, 100},    {"gmlan", &kGmlanKeywords, 100},
 };
 
 TEST(KeywordTables, SizesAreFixed) {
     for (const TableRow& row : kTables) {
-        EXPECT_EQ(row.table->entries.size(), row.rows) << row.name;
+        EXPECT_LE(row.table->entries.size(), row.capacity) << row.name;
         EXPECT_EQ(row.table->capacity, row.capacity) << row.name;
         EXPECT_EQ(row.table->slotCount, row.capacity + 1) << row.name;
     }
@@ -158,7 +158,7 @@ TEST(KeywordTables, RepeatedRowsStay) {
     }
     EXPECT_EQ(count["FLX_ACTIVATE"], 2);
     EXPECT_EQ(count["DAQ_FLX_BUF"], 2);
-    EXPECT_EQ(count.size(), 387U);
+    EXPECT_EQ(kXcpKeywords.entries.size() - count.size(), 2U);
 }
 
 TEST(KeywordTables, WordsThatLookLikeAKeywordAreNone) {
@@ -180,10 +180,7 @@ TEST(KeywordTables, EveryKeywordMayBeOne) {
 }
 
 TEST(KeywordTables, FrequentWordsHaveAPlaceOfTheirOwn) {
-    for (const std::string_view text :
-         {"/begin", "/end", "MEASUREMENT", "CHARACTERISTIC", "ECU_ADDRESS", "COMPU_METHOD",
-          "IF_DATA", "VALUE", "FORMAT", "BIT_MASK", "ECU_ADDRESS_EXTENSION", "DISPLAY_IDENTIFIER",
-          "ANNOTATION", "FUNCTION_LIST", "REF_MEASUREMENT", "REF_CHARACTERISTIC"}) {
+    for (const std::string_view text : kFrequentKeywords) {
         EXPECT_NE(kCoreKeywords.hints->rows[KeywordHints::placeOf(text)], KeywordHints::kSeveral)
             << text;
     }
