@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "app/conversion_driver.h"
+#include "app/convert_command.h"
 #include "app/convert_options.h"
 #include "fuzz/property.h"
 #include "package/error_texts.h"

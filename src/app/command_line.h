@@ -4,7 +4,7 @@
 #include <span>
 #include <string>
 
-#include "app/conversion_driver.h"
+#include "app/convert_command.h"
 #include "cfginclude/convert_request.h"
 #include "compare/compare_report.h"
 #include "platform/console.h"

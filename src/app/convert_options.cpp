@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/conversion_driver.h"
+#include "app/convert_command.h"
 #include "app/options.h"
 #include "app/usage.h"
 

@@ -2,9 +2,9 @@
 #include <span>
 
 #include "app/command_line.h"
-#include "app/conversion_driver.h"
-#include "cfginclude/decompress.h"
-#include "compare/compare_driver.h"
+#include "app/compare_command.h"
+#include "app/convert_command.h"
+#include "app/decompress_command.h"
 #include "platform/console.h"
 #include "platform/output_signals.h"
 

@@ -33,25 +33,17 @@ bool writeModules(CfgElement& signalEngines, const PhRoot& model,
     auto xcp = std::make_unique<CfgElement>("xcp");
     bool complete = true;
     std::int32_t number = 0;
-    for (const PhGroup& project : model.documents) {
-        if (project.documentKind() != PhDocumentKind::Project) {
-            continue;
+    forEachModule(model, [&](const PhGroup& project, const PhGroup& module) {
+        ++number;  // counts the modules that are not written, too
+        const PhProtocolType protocol = stationProtocol(module);
+        if (protocol == PhProtocolType::Undefined) {
+            return;
         }
-        for (const PhGroup& module : project.documents) {
-            if (module.documentKind() != PhDocumentKind::Module) {
-                continue;
-            }
-            ++number;  // counts the modules that are not written, too
-            const PhProtocolType protocol = stationProtocol(module);
-            if (protocol == PhProtocolType::Undefined) {
-                continue;
-            }
-            CfgElement& stations = protocol == PhProtocolType::Ccp ? *ccp : *xcp;
-            if (!writeModule(stations, project, module, number, settings, console)) {
-                complete = false;
-            }
+        CfgElement& stations = protocol == PhProtocolType::Ccp ? *ccp : *xcp;
+        if (!writeModule(stations, project, module, number, settings, console)) {
+            complete = false;
         }
-    }
+    });
     for (std::unique_ptr<CfgElement>* stations : {&ccp, &xcp}) {
         if ((*stations)->childCount() != 0) {
             signalEngines.attachChild(std::move(*stations));

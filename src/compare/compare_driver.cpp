@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "a2l/ph_a2l.h"
-#include "a2l/resolution.h"
 #include "compare/protocol_comparison.h"
 #include "model/enumerations.h"
 
@@ -36,16 +34,7 @@ struct Description {
 
 std::vector<const PhGroup*> modulesOf(const PhRoot& root) {
     std::vector<const PhGroup*> modules;
-    for (const PhGroup& project : root.documents) {
-        if (project.documentKind() != PhDocumentKind::Project) {
-            continue;
-        }
-        for (const PhGroup& module : project.documents) {
-            if (module.documentKind() == PhDocumentKind::Module) {
-                modules.push_back(&module);
-            }
-        }
-    }
+    forEachModule(root, [&](const PhGroup&, const PhGroup& module) { modules.push_back(&module); });
     return modules;
 }
 
@@ -132,37 +121,7 @@ int compareProtocols(CompareReport& report, bool verbose, const PhGroup& oldModu
     return kCannotCompare;
 }
 
-/// Reads what can be compared. The signals are not: large descriptions leave their memory to the
-/// other one.
-bool read(const std::string& path, PhRoot& root, Console& console) {
-    PhA2l reader(console, path);
-    reader.setKeepLongIdentifiers(false);
-    if (reader.parse(root) != 0) {
-        return false;
-    }
-    resolve(root);
-    for (PhGroup& project : root.documents) {
-        for (PhGroup& module : project.documents) {
-            module.releaseObjects();
-        }
-    }
-    return true;
-}
-
 }  // namespace
-
-int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
-                 const std::string& newPath, PhRoot& newRoot, Console& console) {
-    if (!read(oldPath, oldRoot, console)) {
-        addFailure(report, {"Reading of file 1 failed: '", oldPath, "'"});
-        return kCannotCompare;
-    }
-    if (!read(newPath, newRoot, console)) {
-        addFailure(report, {"Reading of file 2 failed: '", newPath, "'"});
-        return kCannotCompare;
-    }
-    return compareDescriptions(report, verbose, oldPath, oldRoot, newPath, newRoot, console);
-}
 
 int compareDescriptions(CompareReport& report, bool verbose, const std::string& oldPath,
                         const PhRoot& oldRoot, const std::string& newPath, const PhRoot& newRoot,

@@ -8,11 +8,6 @@
 
 namespace quillmark {
 
-/// Reads both descriptions, each into an empty model, and compares them as compareDescriptions()
-/// does. Returns 0 if the modules could be compared, whatever was found.
-int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
-                 const std::string& newPath, PhRoot& newRoot, Console& console);
-
 /// Compares the acquisition settings of the modules of two descriptions, of which each must have
 /// exactly one. Findings are appended to the report; header lines and, if verbose, every compared
 /// pair go to the console. The paths are what messages call the descriptions. Returns 0 if the

@@ -69,4 +69,19 @@ class PhRoot final : public PhObject {
     PhLogger* logger = nullptr;
 };
 
+/// Hands each module of a project to `visit(project, module)`, in the order of the description.
+template <typename Visit>
+void forEachModule(const PhRoot& root, Visit visit) {
+    for (PhGroup& project : root.documents) {
+        if (project.documentKind() != PhDocumentKind::Project) {
+            continue;
+        }
+        for (PhGroup& module : project.documents) {
+            if (module.documentKind() == PhDocumentKind::Module) {
+                visit(project, module);
+            }
+        }
+    }
+}
+
 }  // namespace quillmark

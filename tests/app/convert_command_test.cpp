@@ -1,4 +1,4 @@
-#include "app/conversion_driver.h"
+#include "app/convert_command.h"
 
 #include <filesystem>
 #include <string>

@@ -1,32 +1,17 @@
-#include "app/conversion_driver.h"
+#include "app/convert_command.h"
 
 #include <cstddef>
 
-#include "a2l/ph_a2l.h"
-#include "a2l/resolution.h"
+#include "a2l/description.h"
 #include "cfginclude/include_document.h"
 #include "package/package_builder.h"
 #include "platform/file_name.h"
 
 namespace quillmark {
-namespace {
-
-/// Reads a description into the model; false when it cannot be read, which has been reported.
-bool readDescription(const std::string& fileName, PhRoot& model, Console& console) {
-    PhA2l reader(console, fileName);
-    reader.setKeepLongIdentifiers(false);
-    if (reader.parse(model) != 0) {
-        console.printLine("Error reading file.");
-        return false;
-    }
-    resolve(model);
-    return true;
-}
-
-}  // namespace
 
 ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console) {
     if (!readDescription(request.inputFile, model, console)) {
+        console.printLine("Error reading file.");
         return ConversionOutcome::failed;
     }
     IncludeDocument document;

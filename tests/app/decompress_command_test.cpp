@@ -1,4 +1,4 @@
-#include "cfginclude/decompress.h"
+#include "app/decompress_command.h"
 
 #include <cerrno>
 #include <filesystem>
