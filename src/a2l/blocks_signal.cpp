@@ -258,10 +258,11 @@ int PhA2l::parseVirtual(Measurement& measurement) {
 }
 
 int PhA2l::parseCharacteristic(PhGroup& module) {
-    auto owner = defineNext<PhEntity>();
+    // Held to the end, as after an error the module does not keep it.
+    const auto owner = defineNext<PhEntity>();
     PhEntity& signal = *owner;
     readLongIdentifier(signal);
-    keepIn(module.signals, std::move(owner));
+    keepIn(module.signals, owner);
     traceBlock("Parse CHARACTERISTIC '%s'\n", signal);
     keep(signal.byteOrder, moduleByteOrder_);
     readStorageType(signal);
