@@ -2,8 +2,8 @@
 #include "a2l/ph_a2l.h"
 #include "a2l/resolution.h"
 #include "fuzz/property.h"
-#include "model/dump.h"
 #include "platform/input_file.h"
+#include "support/dump.h"
 
 namespace quillmark {
 namespace {

@@ -5,10 +5,10 @@
 
 #include "a2l/ph_a2l.h"
 #include "a2l/resolution.h"
-#include "model/dump.h"
 #include "model/module_model.h"
 #include "platform/input_file.h"
 #include "support/collecting_console.h"
+#include "support/dump.h"
 
 namespace quillmark {
 

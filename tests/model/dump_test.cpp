@@ -1,4 +1,4 @@
-#include "model/dump.h"
+#include "support/dump.h"
 
 #include <cstdint>
 #include <limits>
