@@ -1,7 +1,7 @@
 // From bytes to a model whose references are bound.
 
-#include "a2l/lexer.h"
 #include "a2l/resolution.h"
+#include "a2l/tokens/lexer.h"
 #include "bench/sample.h"
 #include "platform/input_file.h"
 

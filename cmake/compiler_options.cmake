@@ -43,15 +43,24 @@ if(QUILLMARK_COVERAGE)
     target_link_options(quillmark_compiler_options INTERFACE --coverage)
 endif()
 
+# quillmark_target_name(VARIABLE FOLDER): the library of a folder of src/ without the prefix of all, as
+# in a2l_tokens for a2l/tokens.
+function(quillmark_target_name variable folder)
+    string(REPLACE "/" "_" name ${folder})
+    set(${variable} ${name} PARENT_SCOPE)
+endfunction()
+
 # One static library per folder of src/. Sources are listed by name; DEPENDS are the folders that
 # the headers of this one include.
 function(quillmark_add_library folder)
     cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE_LIBRARIES" ${ARGN})
-    set(target quillmark_${folder})
+    quillmark_target_name(name ${folder})
+    set(target quillmark_${name})
     add_library(${target} STATIC ${ARG_SOURCES})
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     foreach(dependency IN LISTS ARG_DEPENDS)
-        target_link_libraries(${target} PUBLIC quillmark_${dependency})
+        quillmark_target_name(name ${dependency})
+        target_link_libraries(${target} PUBLIC quillmark_${name})
     endforeach()
     target_link_libraries(${target} PRIVATE quillmark_compiler_options quillmark_hardening
         ${ARG_PRIVATE_LIBRARIES})

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "a2l/keyword_tables.h"
+#include "a2l/tokens/keyword_tables.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <bit>
 #include <cstdint>
 
-#include "a2l/lexer.h"
+#include "a2l/tokens/lexer.h"
 #include "fuzz/property.h"
 #include "platform/input_file.h"
 

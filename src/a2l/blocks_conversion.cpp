@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "a2l/enumeration_parameter.h"
 #include "a2l/ph_a2l.h"
+#include "a2l/reader/enumeration_parameter.h"
 
 namespace quillmark {
 

@@ -1,8 +1,8 @@
 // The frame of a description: PROJECT, HEADER, MODULE, MOD_PAR with its memory segments,
 // MOD_COMMON.
 
-#include "a2l/enumeration_parameter.h"
 #include "a2l/ph_a2l.h"
+#include "a2l/reader/enumeration_parameter.h"
 #include "model/setting_names.h"
 
 namespace quillmark {

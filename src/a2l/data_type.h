@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "a2l/enumeration_parameter.h"
-#include "a2l/keyword_tables.h"
+#include "a2l/reader/enumeration_parameter.h"
+#include "a2l/tokens/keyword_tables.h"
 #include "model/enumerations.h"
 
 namespace quillmark {

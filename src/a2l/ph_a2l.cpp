@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "a2l/interfaces/if_data.h"
 #include "platform/input_file.h"
 
 namespace quillmark {
@@ -49,6 +50,10 @@ int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
     } while (kind != TOK_EOF && kind != TOK_ERROR);
     finish();
     return kind == TOK_ERROR || errorCount_ != 0 ? -1 : 0;
+}
+
+int PhA2l::parseIfData(PhObject& owner) {
+    return readIfData(*this, owner, moduleByteOrder_);
 }
 
 namespace {

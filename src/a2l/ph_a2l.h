@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string_view>
 
-#include "a2l/block_reader.h"
-#include "a2l/lexer.h"
 #include "a2l/module_references.h"
+#include "a2l/reader/block_reader.h"
 #include "a2l/text_pool.h"
+#include "a2l/tokens/lexer.h"
 #include "model/enumerations.h"
 #include "model/module_model.h"
 #include "model/ph_object.h"
@@ -117,7 +117,6 @@ class PhA2l final : public BlockReader {
     int readAnnotation();
     int parseAnnotationText(PhA2l& reader);
 
-    // if_data.cpp
     int parseIfData(PhObject& owner);
 
     // The same part in blocks of different kinds.

@@ -1,6 +1,6 @@
 #include "a2l/resolution.h"
 
-#include "a2l/message_text.h"
+#include "a2l/reader/message_text.h"
 
 namespace quillmark {
 

@@ -1,0 +1,70 @@
+#include "a2l/interfaces/xcp_time.h"
+
+#include <string_view>
+
+#include "a2l/interfaces/interface_parts.h"
+
+namespace quillmark {
+
+namespace {
+
+using namespace kw::xcp;
+
+struct TimeUnitRow {
+    int keyword;  ///< TOK_IDENT for the words that the keyword table can't find
+    std::string_view text;
+    XcpTimeUnit unit;
+};
+
+/// The index of a row is the unit's code.
+constexpr TimeUnitRow kTimeUnits[] = {
+    {UNIT_1NS, "UNIT_1NS", {4, 1}},       {UNIT_10NS, "UNIT_10NS", {4, 10}},
+    {UNIT_100NS, "UNIT_100NS", {4, 100}}, {UNIT_1US, "UNIT_1US", {3, 1}},
+    {UNIT_10US, "UNIT_10US", {3, 10}},    {UNIT_100US, "UNIT_100US", {3, 100}},
+    {UNIT_1MS, "UNIT_1MS", {2, 1}},       {UNIT_10MS, "UNIT_10MS", {2, 10}},
+    {UNIT_100MS, "UNIT_100MS", {2, 100}}, {UNIT_1S, "UNIT_1S", {1, 1}},
+    {TOK_IDENT, "UNIT_1PS", {5, 1}},      {TOK_IDENT, "UNIT_10PS", {5, 10}},
+    {UNIT_100PS, "UNIT_100PS", {5, 100}},
+};
+
+}  // namespace
+
+std::optional<XcpTimeUnit> xcpTimeUnitOfCode(std::int32_t code) {
+    if (code < 0 || static_cast<std::size_t>(code) >= std::size(kTimeUnits)) {
+        return std::nullopt;
+    }
+    return kTimeUnits[code].unit;
+}
+
+std::optional<XcpTimeUnit> xcpTimeUnitOfWord(const BlockReader& reader, int kind) {
+    for (const TimeUnitRow& row : kTimeUnits) {
+        if (row.keyword == kind && (kind != TOK_IDENT || row.text == reader.token().text)) {
+            return row.unit;
+        }
+    }
+    return std::nullopt;
+}
+
+PhHandle<PhTimebase> makeTimebase(std::int32_t ticks, XcpTimeUnit unit) {
+    auto timebase = makePh<PhTimebase>();
+    timebase->resolution = static_cast<std::int32_t>(std::int64_t{ticks} * unit.factor);
+    timebase->scale = unit.code;
+    return timebase;
+}
+
+PhHandle<PhTimebase> readTimeCycle(BlockReader& reader) {
+    const PhNumber cycle = readNumberIfAny(reader);
+    const PhNumber code = readNumberIfAny(reader);
+    if (!cycle.isPresent() || !code.isPresent()) {
+        reader.fail("Could not read TIME_CYCLE or TIME_UNIT");
+        return {};
+    }
+    const std::optional<XcpTimeUnit> unit = xcpTimeUnitOfCode(code.toInteger());
+    if (!unit) {
+        reader.fail("Could not convert TIME_UNIT");
+        return {};
+    }
+    return makeTimebase(cycle.toInteger(), *unit);
+}
+
+}  // namespace quillmark

@@ -1,0 +1,150 @@
+#include "a2l/reader/block_reader.h"
+
+#include <algorithm>
+
+namespace quillmark {
+
+int BlockReader::drop(int count) {
+    for (int i = 0; i < count; ++i) {
+        next();
+    }
+    return next();
+}
+
+PhString BlockReader::readIdentifier() {
+    return expectIdentifier() ? PhString(token_.text) : PhString();
+}
+
+bool BlockReader::expectIdentifier() {
+    const bool isIdentifier = next() == TOK_IDENT;
+    if (!isIdentifier) {
+        fail("Identifier expected");
+    }
+    return isIdentifier;
+}
+
+PhString BlockReader::readString() {
+    return expectString() ? PhString(token_.text) : PhString();
+}
+
+void BlockReader::readLongIdentifier(PhObject& block) {
+    if (expectString() && keepsLongIdentifiers()) {
+        block.setLongIdentifier(PhString(token_.text));
+    }
+}
+
+bool BlockReader::expectString() {
+    const bool isString = nullAsEmptyString(next()) == TOK_STRING;
+    if (!isString) {
+        fail("String expected");
+    }
+    return isString;
+}
+
+int BlockReader::nullAsEmptyString(int kind) {
+    if (kind == TOK_IDENT && token_.text == "NULL") {
+        token_.text = {};
+        return TOK_STRING;
+    }
+    return kind;
+}
+
+PhNumber BlockReader::readNumberValue() {
+    const int kind = next();
+    if (kind == TOK_INTEGER) {
+        return PhNumber::integer(token_.intValue);
+    }
+    if (kind == TOK_FLOAT) {
+        return PhNumber::real(token_.floatValue);
+    }
+    unexpectedTokenWarning(kind);
+    return {};
+}
+
+std::int32_t BlockReader::readInteger() {
+    next();
+    return token_.intValue;
+}
+
+void BlockReader::readIntPair(std::int32_t& first, std::int32_t& second) {
+    first = std::max(readInteger(), 0);
+    second = readInteger();
+}
+
+bool BlockReader::readIntegerOrWarn(std::int32_t& value) {
+    const int kind = next();
+    if (kind != TOK_INTEGER) {
+        unexpectedTokenWarning(kind);
+        return false;
+    }
+    value = token_.intValue;
+    return true;
+}
+
+int BlockReader::closeBlock(int keyword) {
+    return next() == keyword ? next() : endMissing(keywordName(keyword));
+}
+
+int BlockReader::closeBlock(int keyword, std::string_view name) {
+    return next() == keyword ? next() : endMissing(name);
+}
+
+int BlockReader::endMissing(std::string_view name) {
+    return fail("Keyword '%s' expected after /end", {name});
+}
+
+void BlockReader::error(std::string_view format, std::initializer_list<MessageArgument> arguments) {
+    if (!failed_) {
+        report(true, lineNumber(), MessageText(format, arguments).view());
+    }
+}
+
+void BlockReader::warning(std::string_view format,
+                          std::initializer_list<MessageArgument> arguments) {
+    if (!failed_) {
+        report(false, lineNumber(), MessageText(format, arguments).view());
+    }
+}
+
+int BlockReader::fail(std::string_view format, std::initializer_list<MessageArgument> arguments) {
+    error(format, arguments);
+    failed_ = true;
+    return TOK_ERROR;
+}
+
+int BlockReader::unexpectedToken(int kind) {
+    return fail("Unexpected token '%s' found", {keywordName(kind)});
+}
+
+void BlockReader::unexpectedTokenWarning(int kind) {
+    warning("Unexpected token '%s' found", {keywordName(kind)});
+}
+
+int BlockReader::skipBlock(int keyword) {
+    int depth = 0;
+    for (;;) {
+        const int kind = next();
+        if (kind == TOK_EOF || kind == TOK_ERROR) {
+            return kind;
+        }
+        if (kind == kw::core::BEGIN) {
+            ++depth;
+        } else if (kind == kw::core::END && depth-- == 0) {
+            break;
+        }
+    }
+    return next() == keyword
+               ? next()
+               : fail("Keyword '%s' expected after /end (IGN)", {keywordName(keyword)});
+}
+
+void BlockReader::startOver() {
+    failed_ = false;
+    resetLineNumber();
+}
+
+void BlockReader::lexicalError(std::string_view message) {
+    error("%s", {message});
+}
+
+}  // namespace quillmark

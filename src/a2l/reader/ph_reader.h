@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "a2l/reader/message_text.h"
+#include "model/module_model.h"
+#include "model/ph_logger.h"
+#include "platform/console.h"
+
+namespace quillmark {
+
+/// A reader of one description file format into the model: what all formats have in common, which
+/// is the file's name and where messages go. Messages go to the logger if there is one, otherwise
+/// to the console.
+class PhReader {
+  public:
+    /// `console` outlives the reader. A reader without a file name parses nothing.
+    PhReader(Console& console, std::optional<std::string> fileName)
+        : console_(console), fileName_(std::move(fileName)) {}
+    PhReader(const PhReader&) = delete;
+    PhReader& operator=(const PhReader&) = delete;
+    virtual ~PhReader() = default;
+
+    /// The format's short name.
+    virtual std::string_view formatName() const = 0;
+
+    /// Reads the whole file into `root`. 0 on success, -2 when the file cannot be opened, -1 for
+    /// any other failure; what was read before a failure stays in `root`.
+    virtual int parse(PhRoot& root) = 0;
+
+    const std::optional<std::string>& fileName() const { return fileName_; }
+    void setFileName(std::optional<std::string> name) { fileName_ = std::move(name); }
+
+    /// Not owned; nullptr for none.
+    void setLogger(PhLogger* logger) { logger_ = logger; }
+    PhLogger* logger() const { return logger_; }
+
+    /// Whether each block prints a trace line.
+    void setVerbose(bool verbose) { verbose_ = verbose; }
+    bool verbose() const { return verbose_; }
+
+    /// Whether the verbal-table parsers trace each default text.
+    void setTraceDefaultValues(bool trace) { traceDefaultValues_ = trace; }
+    bool traceDefaultValues() const { return traceDefaultValues_; }
+
+    /// Whether the model gets the blocks' long identifiers (it does unless told otherwise). They
+    /// are a sixth of its memory, and the commands show none of them. They are checked in either
+    /// case.
+    void setKeepLongIdentifiers(bool keep) { keepLongIdentifiers_ = keep; }
+    bool keepsLongIdentifiers() const { return keepLongIdentifiers_; }
+
+    /// Puts out one trace text, which carries its own line feed.
+    void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
+
+  protected:
+    /// Puts out a finding of either kind, with file name and line.
+    void report(bool isError, std::int32_t line, std::string_view message);
+
+  private:
+    Console& console_;
+    std::optional<std::string> fileName_;
+    PhLogger* logger_ = nullptr;
+    bool verbose_ = false;
+    bool traceDefaultValues_ = false;
+    bool keepLongIdentifiers_ = true;
+};
+
+}  // namespace quillmark

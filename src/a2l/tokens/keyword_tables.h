@@ -1,0 +1,117 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace quillmark {
+
+/// The ids of the keywords, one namespace per table, as in `kw::core::MEASUREMENT`. The constants
+/// are spelled like the keywords themselves; BEGIN, END and INCLUDE stand for the words with a
+/// slash. BEGIN and END have the same values in every table that has them. BYTE_ORDER_, BIG_ENDIAN_
+/// and LITTLE_ENDIAN_ end in an underscore, since the C library has macros of those names.
+namespace kw {
+
+#define QM_KEYWORD_TABLE(space, table, capacity) namespace space {
+#define QM_KEYWORD(constant, text, id) inline constexpr int constant = id;
+#define QM_KEYWORD_AGAIN(constant, text, id) static_assert((constant) == (id));
+#define QM_KEYWORD_TABLE_END }
+#include "a2l/tokens/keyword_lists.inc"
+
+}  // namespace kw
+
+/// One row of a keyword table.
+struct KeywordEntry {
+    std::string_view text;
+    std::int32_t id = -1;
+};
+
+/// One place of a table's index. A place without an entry is free.
+struct KeywordSlot {
+    std::uint32_t hash = 0;
+    const KeywordEntry* entry = nullptr;
+};
+
+/// A short cut to the row of a text. Three of its bytes and its length tell a place, and a place
+/// knows the one row that belongs there, if it is one. Most words of a description are names, and
+/// nearly all of them are told from a keyword by an empty place, before anything is hashed.
+struct KeywordHints {
+    static constexpr std::uint16_t kNone = 0xFFFF;     ///< no keyword looks like this
+    static constexpr std::uint16_t kSeveral = 0xFFFE;  ///< more than one; the index knows
+    static constexpr int kPlaceBits = 11;
+
+    /// Spreads the keywords over the places. It was searched for: with it, few keywords share a
+    /// place, and none of the frequent. The program `search_keyword_spread` of the tests finds
+    /// another.
+    static constexpr std::uint32_t kSpread = 0x9F0F7229;
+
+    /// `text` is not empty.
+    static constexpr std::size_t placeOf(std::string_view text, std::uint32_t spread = kSpread) {
+        const auto byte = [&](std::size_t at) -> std::uint32_t {
+            return static_cast<unsigned char>(text[at]);
+        };
+        const std::size_t length = text.size();
+        const std::uint32_t look = byte(0) | byte(length / 2) << 8U | byte(length - 1) << 16U |
+                                   static_cast<std::uint32_t>(length) << 24U;
+        return look * spread >> (32 - kPlaceBits);
+    }
+
+    std::array<std::uint16_t, std::size_t{1} << kPlaceBits> rows{};
+};
+
+/// A constant table of keywords, together with its index: open addressing, linear probing, filled
+/// in table order, so that of two rows with the same text the first one is found. A table only
+/// refers to its parts, which are constants of the program, and is itself one.
+struct KeywordTable {
+    /// A table without an index. It finds the same, row by row.
+    explicit constexpr KeywordTable(std::span<const KeywordEntry> rows) : entries(rows) {}
+
+    /// A table whose index has one slot more than `capacityParameter`.
+    constexpr KeywordTable(std::span<const KeywordEntry> rows, const KeywordSlot* index,
+                           std::uint32_t capacityParameter, const KeywordHints* shortCuts)
+        : entries(rows),
+          slots(index),
+          slotCount(capacityParameter + 1),
+          capacity(capacityParameter),
+          hints(shortCuts) {}
+
+    std::span<const KeywordEntry> entries;
+    const KeywordSlot* slots = nullptr;
+    std::uint32_t slotCount = 0;
+    std::uint32_t capacity = 0;
+    const KeywordHints* hints = nullptr;
+};
+
+#define QM_KEYWORD_TABLE(space, table, capacity) extern const KeywordTable table;
+#include "a2l/tokens/keyword_lists.inc"
+
+/// The hash that the indexes are built with: every byte is added to twice the hash so far, and what
+/// overflows 24 bits is added back at the low end.
+constexpr std::uint32_t keywordHash(std::string_view text) {
+    std::uint32_t hash = 0;
+    for (const char c : text) {
+        const std::uint32_t sum = static_cast<unsigned char>(c) + 2 * hash;
+        hash = (sum >> 24) + (sum & 0xFFFFFF);
+    }
+    return hash;
+}
+
+/// False for nearly all texts that equal no keyword. `text` is not empty.
+inline bool mayBeKeyword(const KeywordTable& table, std::string_view text) {
+    return table.hints == nullptr ||
+           table.hints->rows[KeywordHints::placeOf(text)] != KeywordHints::kNone;
+}
+
+/// The id of the keyword that equals `text` byte by byte, `otherwise` when there is none.
+int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0);
+
+/// The text of the first row with this id; empty when there is none.
+std::string_view keywordName(const KeywordTable& table, int id);
+
+/// The table that a context number stands for: 0 core, 1 enumeration words, 2 CCP, 3 XCP,
+/// 4 KWP2000, 5 GMLAN. Null for any other number.
+const KeywordTable* keywordTableOfContext(int context);
+
+}  // namespace quillmark

@@ -1,0 +1,662 @@
+#include "a2l/tokens/lexer.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "a2l/tokens/byte_scan.h"
+#include "platform/compiler.h"
+#include "platform/input_file.h"
+
+namespace quillmark {
+namespace {
+
+/// A set of the classes below.
+using ByteClass = std::uint16_t;
+
+constexpr ByteClass kBlank = 1 << 0;
+constexpr ByteClass kDigit = 1 << 1;
+constexpr ByteClass kHexDigit = 1 << 2;
+/// Behind the digits of a number: makes the whole an identifier.
+constexpr ByteClass kLetter = 1 << 3;
+constexpr ByteClass kIdentifierStart = 1 << 4;
+constexpr ByteClass kIdentifier = 1 << 5;
+constexpr ByteClass kIdentifierExtended = 1 << 6;
+constexpr ByteClass kNumberStart = 1 << 7;
+/// Goes on in an identifier that began like a number.
+constexpr ByteClass kNumberName = 1 << 8;
+constexpr ByteClass kNumberNameExtended = 1 << 9;
+constexpr ByteClass kWordStart = 1 << 10;
+constexpr ByteClass kWord = 1 << 11;
+constexpr ByteClass kWordExtended = 1 << 12;
+/// Needs a look inside a string.
+constexpr ByteClass kStringStop = 1 << 13;
+/// Behind a few digits: more than a short decimal integer, or not known yet.
+constexpr ByteClass kNumberGoesOn = 1 << 14;
+/// Behind the slash that may open a comment: it does, or it is not known yet.
+constexpr ByteClass kBehindSlash = 1 << 15;
+
+constexpr char kSentinel = '\xFF';
+/// Behind the last byte that was fetched: as many as are ever looked at together, all sentinels.
+constexpr std::size_t kBehindEnd = kLookAhead;
+constexpr int kEndOfFile = -1;
+
+struct ByteClassRow {
+    std::string_view bytes;
+    ByteClass classes;
+};
+
+constexpr ByteClass kEveryName =
+    kIdentifier | kIdentifierExtended | kNumberName | kNumberNameExtended | kWord | kWordExtended;
+
+constexpr ByteClassRow kByteClassRows[] = {
+    {std::string_view(" \t\n\r\0", 5), kBlank},
+    {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_",
+     kLetter | kIdentifierStart | kEveryName | kWordStart | kNumberGoesOn},
+    {"0123456789", kDigit | kHexDigit | kNumberStart | kEveryName | kWordStart | kNumberGoesOn},
+    {"ABCDEFabcdef", kHexDigit},
+    {"\xC4\xD6\xDC\xE4\xF6\xFC\xDF", kEveryName},  // umlauts and sharp s in Latin-1
+    {".", kNumberStart | kNumberGoesOn},
+    {"-", kNumberStart | kWordStart | kWord | kWordExtended},
+    {"%", kWordStart | kWord | kWordExtended},
+    {"/", kIdentifierStart},
+    {"*", kIdentifierStart | kIdentifier | kIdentifierExtended | kWord | kWordExtended},
+    {"()", kIdentifier | kIdentifierExtended},
+    {"/+", kIdentifierExtended},
+    {"-", kIdentifierExtended | kNumberNameExtended},
+    {".[]|", kIdentifierExtended | kNumberNameExtended | kWordExtended},
+    {std::string_view("\"\\\n\0\xFF", 5), kStringStop},
+    {"\xFF", kNumberGoesOn},
+    {"*/\xFF", kBehindSlash},
+};
+
+constexpr std::array<ByteClass, 256> collectByteClasses() {
+    std::array<ByteClass, 256> classes{};
+    for (const ByteClassRow& row : kByteClassRows) {
+        for (const char byte : row.bytes) {
+            ByteClass& entry = classes[static_cast<unsigned char>(byte)];
+            entry = static_cast<ByteClass>(entry | row.classes);
+        }
+    }
+    return classes;
+}
+
+constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses();
+
+inline ByteClass classOf(char byte) {
+    return kByteClasses[static_cast<unsigned char>(byte)];
+}
+
+inline bool isOf(int character, ByteClass byteClass) {
+    return character >= 0 && (kByteClasses[static_cast<std::size_t>(character)] & byteClass) != 0;
+}
+
+std::uint32_t countLines(const char* begin, const char* end) {
+    return static_cast<std::uint32_t>(std::count(begin, end, '\n'));
+}
+
+std::int32_t lowBits(std::uint64_t value) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(value));
+}
+
+/// A decimal text as the C library's atol() takes it: what lies outside 64 bits becomes the nearest
+/// limit, and a text that begins with a point is 0.
+std::int32_t decimalValue(std::string_view text) {
+    std::int64_t value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        value = text.front() == '-' ? INT64_MIN : INT64_MAX;
+    }
+    return lowBits(static_cast<std::uint64_t>(value));
+}
+
+/// A hexadecimal text, with or without sign, as the C library's strtoul() takes it: digits beyond
+/// 64 bits set all bits, whatever the sign; no digits are 0.
+std::int32_t hexadecimalValue(std::string_view text) {
+    const bool negative = text.front() == '-';
+    text.remove_prefix(negative ? 3 : 2);
+    std::uint64_t value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value, 16);
+    if (result.ec == std::errc::result_out_of_range) {
+        return lowBits(UINT64_MAX);
+    }
+    return lowBits(negative ? 0 - value : value);
+}
+
+/// The number that the text begins with (".5.5" is 0.5). Too large a number is infinite, too small
+/// a one is what strtod() makes of it, since from_chars() gives no value then.
+double realValue(std::string_view text) {
+    double value = 0.0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec == std::errc::result_out_of_range) {
+        return std::strtod(std::string(text).c_str(), nullptr);
+    }
+    return value;
+}
+
+/// What a backslash or a quote makes of the character behind it, or NUL when that is read like any
+/// other character of the string.
+char unescaped(int character) {
+    switch (character) {
+        case 'n':
+            return '\n';
+        case 'r':
+            return '\r';
+        case 't':
+            return '\t';
+        case '"':
+        case '\\':
+            return static_cast<char>(character);
+        default:
+            return '\0';
+    }
+}
+
+}  // namespace
+
+A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(kBehindEnd)), capacity_(kBehindEnd) {
+    resetBuffer();
+}
+
+A2lLexer::~A2lLexer() = default;
+
+void A2lLexer::attach(InputFile& source, std::size_t blockSize) {
+    source_ = &source;
+    blockSize_ = std::max<std::size_t>(blockSize, 1);
+    // The slack takes the unfinished token of an ordinary file, so that the buffer need not grow.
+    const std::size_t needed = blockSize_ + blockSize_ / 8 + kBehindEnd;
+    if (capacity_ < needed) {
+        buffer_ = std::make_unique_for_overwrite<char[]>(needed);
+        capacity_ = needed;
+    }
+    resetBuffer();
+    resetLineNumber();
+}
+
+void A2lLexer::detach() {
+    source_ = nullptr;
+    resetBuffer();
+}
+
+void A2lLexer::resetBuffer() {
+    tokenStart_ = buffer_.get();
+    cursor_ = tokenStart_;
+    end_ = tokenStart_;
+    closeBuffer();
+}
+
+/// Puts the sentinels behind end_.
+void A2lLexer::closeBuffer() {
+    std::memset(end_, static_cast<unsigned char>(kSentinel), kBehindEnd);
+}
+
+/// Makes sure that a whole block fits behind end_. The bytes from tokenStart_ on are kept.
+void A2lLexer::makeRoom() {
+    const std::size_t used = static_cast<std::size_t>(end_ - buffer_.get());
+    if (used + blockSize_ + kBehindEnd <= capacity_) {
+        return;
+    }
+    const std::size_t kept = static_cast<std::size_t>(end_ - tokenStart_);
+    if (kept + blockSize_ + kBehindEnd <= capacity_) {
+        std::memmove(buffer_.get(), tokenStart_, kept);
+    } else {
+        // Doubling keeps the copying of a huge token linear in its length.
+        const std::size_t larger = std::max(2 * capacity_, kept + blockSize_ + kBehindEnd);
+        auto grown = std::make_unique_for_overwrite<char[]>(larger);
+        std::memcpy(grown.get(), tokenStart_, kept);
+        buffer_ = std::move(grown);
+        capacity_ = larger;
+    }
+    tokenStart_ = buffer_.get();
+    end_ = tokenStart_ + kept;
+}
+
+/// Appends the next block that holds anything besides 0xFF. False at the end of the file.
+bool A2lLexer::readBlock() {
+    char* stop = end_;
+    while (stop == end_) {
+        const std::size_t count = source_->read(end_, blockSize_);
+        if (count == 0) {
+            break;
+        }
+        stop = end_ + count;
+        if (void* const skipped = std::memchr(end_, 0xFF, count)) {
+            stop = std::remove(static_cast<char*>(skipped), stop, kSentinel);
+        }
+    }
+    const bool any = stop != end_;
+    end_ = stop;
+    closeBuffer();
+    return any;
+}
+
+/// Fetches more bytes for a position that has met the sentinel, and moves the position along with
+/// the unfinished token. False at the end of the file; the position then stands on the sentinel.
+bool A2lLexer::refill(char*& position) {
+    if (source_ == nullptr) {
+        return false;
+    }
+    const std::ptrdiff_t offset = position - tokenStart_;
+    if (tokenStart_ == end_) {
+        tokenStart_ = buffer_.get();
+        end_ = tokenStart_;
+    } else {
+        makeRoom();
+    }
+    position = tokenStart_ + offset;
+    return readBlock();
+}
+
+/// The byte at a position, fetched if need be, or -1 at the end of the file.
+inline int A2lLexer::peek(char*& position) {
+    if (*position == kSentinel && !refill(position)) {
+        return kEndOfFile;
+    }
+    return static_cast<unsigned char>(*position);
+}
+
+inline void A2lLexer::takeWhile(char*& position, ByteClass byteClass) {
+    char* p = position;
+    do {
+        while ((classOf(*p) & byteClass) != 0) {
+            ++p;
+        }
+    } while (*p == kSentinel && refill(p));
+    position = p;
+}
+
+inline std::string_view A2lLexer::textUpTo(const char* position) const {
+    return {tokenStart_, static_cast<std::size_t>(position - tokenStart_)};
+}
+
+int A2lLexer::detectEncoding() {
+    char mark = 0;
+    if (source_ == nullptr || source_->read(&mark, 1) == 0) {
+        return 5;
+    }
+    if (mark != '\xEF') {
+        if (mark != kSentinel) {
+            makeRoom();
+            *end_++ = mark;
+            closeBuffer();
+        }
+        return 5;
+    }
+    for (const char expected : {'\xBB', '\xBF'}) {
+        if (source_->read(&mark, 1) == 0) {
+            return 5;
+        }
+        if (mark != expected) {
+            lineNumber_ += mark == '\n' ? 1 : 0;
+            return 5;
+        }
+    }
+    return 6;
+}
+
+int A2lLexer::readChar() {
+    tokenStart_ = cursor_;
+    const int character = peek(cursor_);
+    if (character != kEndOfFile) {
+        ++cursor_;
+        lineNumber_ += character == '\n' ? 1 : 0;
+    }
+    return character;
+}
+
+void A2lLexer::selectKeywordTable(int context) {
+    if (const KeywordTable* const table = keywordTableOfContext(context)) {
+        keywordTable_ = table;
+    }
+}
+
+std::string_view A2lLexer::keywordName(int kind) {
+    const std::string_view name = quillmark::keywordName(*keywordTable_, kind);
+    if (!name.empty()) {
+        return name;
+    }
+    constexpr std::string_view kPrefix = "token=";
+    char* const digits = std::copy(kPrefix.begin(), kPrefix.end(), nameText_.data());
+    char* const end = std::to_chars(digits, nameText_.data() + nameText_.size(), kind).ptr;
+    return {nameText_.data(), static_cast<std::size_t>(end - nameText_.data())};
+}
+
+inline void A2lLexer::skipBlanks() {
+    char* p = cursor_;
+    while ((classOf(*p) & kBlank) != 0) {
+        // Most blanks are the spaces of an indentation behind a line feed.
+        if (*p == '\n') {
+            ++lineNumber_;
+            ++p;
+            p += leadingSpaces(p);
+        } else {
+            ++p;
+        }
+    }
+    cursor_ = p;
+}
+
+inline int A2lLexer::kindOfIdentifier(std::string_view text) const {
+    if (rawIdentifiers_ || !mayBeKeyword(*keywordTable_, text)) {
+        return TOK_IDENT;
+    }
+    return lookup(*keywordTable_, text, TOK_IDENT);
+}
+
+/// Most identifiers lie within one block; all others are left to the long way.
+inline int A2lLexer::readIdentifier(Token& token) {
+    const ByteClass byteClass = extendedIdentifiers_ ? kIdentifierExtended : kIdentifier;
+    char* p = skipPlainNameBytes(cursor_ + 1);
+    while ((classOf(*p) & byteClass) != 0) {
+        ++p;
+    }
+    if (*p == kSentinel) {
+        return readLongIdentifier(token, byteClass);
+    }
+    cursor_ = p;
+    token.text = textUpTo(p);
+    return kindOfIdentifier(token.text);
+}
+
+/// Reads the token that begins at the cursor.
+inline int A2lLexer::readToken(Token& token, bool wordMode) {
+    tokenStart_ = cursor_;
+    const char first = *cursor_;
+    const ByteClass classes = classOf(first);
+    if (wordMode && (classes & kWordStart) != 0) {
+        return readWord(token);
+    }
+    if ((classes & kIdentifierStart) != 0) {
+        return readIdentifier(token);
+    }
+    if ((classes & kNumberStart) != 0) {
+        return readNumber(token);
+    }
+    if (first == '"') {
+        return readString(token);
+    }
+    ++cursor_;
+    return static_cast<signed char>(first);
+}
+
+/// Most tokens begin right behind blanks.
+int A2lLexer::nextToken(Token& token, bool wordMode) {
+    token = Token{};
+    skipBlanks();
+    const char first = *cursor_;
+    if (first == kSentinel || (first == '/' && (classOf(cursor_[1]) & kBehindSlash) != 0)) {
+        return readTokenBehindComments(token, wordMode);
+    }
+    return readToken(token, wordMode);
+}
+
+// The long ways are kept out of the quick ones, which then need no registers to be saved.
+
+QM_OUT_OF_LINE int A2lLexer::readTokenBehindComments(Token& token, bool wordMode) {
+    const int end = skipToToken();
+    return end != 0 ? end : readToken(token, wordMode);
+}
+
+/// Skips blanks and comments. Returns 0 when the cursor stands on the first byte of a token, else
+/// the token that is to be returned at once.
+int A2lLexer::skipToToken() {
+    for (;;) {
+        skipBlanks();
+        tokenStart_ = cursor_;
+        if (*cursor_ == kSentinel) {
+            if (!refill(cursor_)) {
+                return TOK_EOF;
+            }
+            continue;
+        }
+        if (*cursor_ != '/') {
+            return 0;
+        }
+        char* p = cursor_ + 1;
+        const int next = peek(p);
+        if (next != '*' && next != '/') {
+            cursor_ = tokenStart_;
+            return 0;
+        }
+        cursor_ = p + 1;
+        const int beginLine = lineNumber();
+        if (!(next == '*' ? skipBlockComment() : skipLineComment())) {
+            return commentError(beginLine);
+        }
+    }
+}
+
+int A2lLexer::commentError(int beginLine) {
+    lexicalError("Error: Unexpected EOF in Comment (Line " + std::to_string(beginLine) + ")");
+    return TOK_ERROR;
+}
+
+/// Reads on behind the star and slash that end a comment. Looking for the slash first is quick for
+/// prose and for banners made of stars alike. False at the end of the file.
+bool A2lLexer::skipBlockComment() {
+    // Only a star behind the opening counts, so the bytes that may be looked back at begin here.
+    tokenStart_ = cursor_;
+    for (;;) {
+        char* const from = cursor_;
+        void* const found = std::memchr(from, '/', static_cast<std::size_t>(end_ - from));
+        if (found != nullptr) {
+            char* const slash = static_cast<char*>(found);
+            lineNumber_ += countLines(from, slash);
+            cursor_ = slash + 1;
+            if (slash != tokenStart_ && slash[-1] == '*') {
+                return true;
+            }
+            continue;
+        }
+        lineNumber_ += countLines(from, end_);
+        // The slash of a star at the end of this block may open the next one.
+        tokenStart_ = tokenStart_ == end_ ? end_ : end_ - 1;
+        cursor_ = end_;
+        if (!refill(cursor_)) {
+            return false;
+        }
+    }
+}
+
+/// Reads on behind the line feed. False when the file ends first, even if the line is complete in
+/// all but its line feed.
+bool A2lLexer::skipLineComment() {
+    for (;;) {
+        void* const found = std::memchr(cursor_, '\n', static_cast<std::size_t>(end_ - cursor_));
+        if (found != nullptr) {
+            ++lineNumber_;
+            cursor_ = static_cast<char*>(found) + 1;
+            return true;
+        }
+        tokenStart_ = end_;
+        cursor_ = end_;
+        if (!refill(cursor_)) {
+            return false;
+        }
+    }
+}
+
+QM_OUT_OF_LINE int A2lLexer::readWord(Token& token) {
+    char* p = cursor_ + 1;
+    takeWhile(p, extendedIdentifiers_ ? kWordExtended : kWord);
+    cursor_ = p;
+    token.text = textUpTo(p);
+    return TOK_STRING;
+}
+
+QM_OUT_OF_LINE int A2lLexer::readLongIdentifier(Token& token, ByteClass byteClass) {
+    char* p = cursor_ + 1;
+    takeWhile(p, byteClass);
+    cursor_ = p;
+    token.text = textUpTo(p);
+    return kindOfIdentifier(token.text);
+}
+
+/// Most numbers are short integers within one block; all others are left to the long way.
+int A2lLexer::readNumber(Token& token) {
+    constexpr std::ptrdiff_t kShort = 9;  // digits that fit into 32 bits in any case
+    const bool negative = *cursor_ == '-';
+    char* const digits = cursor_ + (negative ? 1 : 0);
+    char* p = digits;
+    std::int32_t value = 0;
+    while ((classOf(*p) & kDigit) != 0 && p - digits < kShort) {
+        value = value * 10 + (*p - '0');
+        ++p;
+    }
+    if (p == digits || (classOf(*p) & kNumberGoesOn) != 0) {
+        const bool hexadecimal = p == digits + 1 && *digits == '0' && *p == 'x';
+        return hexadecimal ? readHexadecimal(token, p + 1) : readLongNumber(token);
+    }
+    cursor_ = p;
+    token.intValue = negative ? -value : value;
+    token.text = textUpTo(p);
+    return TOK_INTEGER;
+}
+
+/// The same for a number in hexadecimal digits, which begin at a position behind its "0x".
+inline int A2lLexer::readHexadecimal(Token& token, char* digits) {
+    constexpr std::ptrdiff_t kShort = 15;  // digits that fit into 64 bits in any case
+    char* p = digits;
+    std::uint64_t value = 0;
+    while ((classOf(*p) & kHexDigit) != 0 && p - digits < kShort) {
+        // The low bits of 'A' to 'F' and 'a' to 'f' are 1 to 6.
+        value = value * 16 + (static_cast<unsigned char>(*p) & 0xFU) + (*p > '9' ? 9U : 0U);
+        ++p;
+    }
+    if ((classOf(*p) & kNumberGoesOn) != 0) {
+        return readLongNumber(token);
+    }
+    const bool negative = *cursor_ == '-';
+    cursor_ = p;
+    token.intValue = lowBits(negative ? 0 - value : value);
+    token.text = textUpTo(p);
+    return TOK_INTEGER;
+}
+
+QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
+    char* p = cursor_;
+    if (*p == '-' || *p == '.') {
+        ++p;
+        if (!isOf(peek(p), kDigit)) {
+            return malformed(p);
+        }
+    }
+    takeWhile(p, kDigit);
+    const int behindDigits = peek(p);
+    const bool hexadecimal = behindDigits == 'x' || behindDigits == 'X';
+    bool real = false;
+    if (hexadecimal) {
+        const std::string_view prefix = textUpTo(p);
+        if (prefix != "0" && prefix != "-0") {
+            return malformed(p);
+        }
+        ++p;
+        takeWhile(p, kHexDigit);
+    } else if (!takeRealRest(p, real)) {
+        return malformed(p);
+    }
+    if (isOf(peek(p), kLetter)) {
+        takeWhile(p, extendedIdentifiers_ ? kNumberNameExtended : kNumberName);
+        cursor_ = p;
+        token.text = textUpTo(p);
+        return TOK_IDENT;
+    }
+    cursor_ = p;
+    token.text = textUpTo(p);
+    if (real) {
+        token.floatValue = realValue(token.text);
+        return TOK_FLOAT;
+    }
+    token.intValue = hexadecimal ? hexadecimalValue(token.text) : decimalValue(token.text);
+    return TOK_INTEGER;
+}
+
+/// Takes the fraction and the exponent that may stand behind digits, and tells whether there was
+/// one. False when an exponent has no digits; the position is then that of the wrong character.
+bool A2lLexer::takeRealRest(char*& position, bool& real) {
+    if (peek(position) == '.') {
+        real = true;
+        ++position;
+        takeWhile(position, kDigit);
+    }
+    const int mark = peek(position);
+    if (mark != 'e' && mark != 'E') {
+        return true;
+    }
+    real = true;
+    ++position;
+    const int sign = peek(position);
+    if (sign == '+' || sign == '-') {
+        ++position;
+    }
+    if (!isOf(peek(position), kDigit)) {
+        return false;
+    }
+    takeWhile(position, kDigit);
+    return true;
+}
+
+int A2lLexer::malformed(char* position) {
+    cursor_ = position;
+    return TOK_MALFORMED;
+}
+
+/// Reads a text in quotes. As every escape is longer than what it stands for, the text is put
+/// together in place: its finished part lies at the front of the token, and behind that, from
+/// `run` on, the bytes which are yet to be moved up to it.
+QM_OUT_OF_LINE int A2lLexer::readString(Token& token) {
+    ++cursor_;
+    tokenStart_ = cursor_;
+    char* p = cursor_;
+    std::size_t length = 0;
+    std::size_t run = 0;
+    std::size_t textEnd = std::string_view::npos;
+    const auto closeRun = [&] {
+        const std::size_t count = static_cast<std::size_t>(p - tokenStart_) - run;
+        if (length != run) {
+            std::memmove(tokenStart_ + length, tokenStart_ + run, count);
+        }
+        length += count;
+    };
+    for (;;) {
+        p = skipPlainTextBytes(p);
+        while ((classOf(*p) & kStringStop) == 0) {
+            ++p;
+        }
+        const char stop = *p;
+        if (stop == '\n') {
+            ++lineNumber_;
+            ++p;
+        } else if (stop == '\0') {
+            // Texts go on as C strings, so this is where this one ends.
+            textEnd = std::min(textEnd, length + static_cast<std::size_t>(p - tokenStart_) - run);
+            ++p;
+        } else if (stop == '"' || stop == '\\') {
+            closeRun();
+            ++p;
+            const int next = peek(p);
+            if (stop == '"' && next != '"') {
+                cursor_ = p;
+                token.text = std::string_view(tokenStart_, length).substr(0, textEnd);
+                return TOK_STRING;
+            }
+            run = static_cast<std::size_t>(p - tokenStart_);
+            // Any other character stands for itself; line feed, NUL and the end are met again
+            // above.
+            if (const char plain = unescaped(next); plain != '\0') {
+                *p = plain;
+                ++p;
+            }
+        } else if (!refill(p)) {
+            cursor_ = p;
+            lexicalError("Unexpected EOF in string");
+            return TOK_MALFORMED;
+        }
+    }
+}
+
+}  // namespace quillmark
