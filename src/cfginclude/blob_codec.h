@@ -84,6 +84,9 @@ class Base64Sink final : public OutputSink {
     std::size_t pendingCount_ = 0;
 };
 
+// The codec in its plain form: a whole text at once, through the steps that the streams are made
+// of. The program itself streams, so only tests call the next four.
+
 /// Appends the zlib stream of `input` to `output`. Returns 0 or the error code of zlib.
 int compressBuffer(std::string_view input, std::string& output);
 
