@@ -27,6 +27,7 @@ CommandResult runConvert(std::span<const char* const> arguments, const CommandDr
                          Console& console) {
     ConvertRequest request;
     if (!parseConvertOptions(arguments.subspan(2), request, console)) {
+        printUsage(console);
         return {kExitFailure};
     }
     switch (drivers.convert(request, console)) {
@@ -67,6 +68,7 @@ CommandResult runCompare(std::span<const char* const> arguments, const CommandDr
                          Console& console) {
     CompareRequest request;
     if (!parseCompareOptions(arguments.subspan(2), request, console)) {
+        printUsage(console);
         return {kExitFailure};
     }
     CompareReport report;

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "app/options.h"
-#include "app/usage.h"
 
 namespace quillmark {
 namespace {
@@ -50,7 +49,6 @@ bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest&
     const std::string_view mistake = readArguments(arguments, request, console);
     if (!mistake.empty()) {
         console.printLine(mistake);
-        printUsage(console);
         return false;
     }
     return true;

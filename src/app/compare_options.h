@@ -16,8 +16,8 @@ struct CompareRequest {
 };
 
 /// Reads the arguments that follow the word `compare` into the request, which must be empty.
-/// Returns false for the first mistake, after printing its message and the usage text; the request
-/// is then not to be used.
+/// Returns false for the first mistake, after printing its message, which the usage text should
+/// follow; the request is then not to be used.
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,
                          Console& console);
 

@@ -5,7 +5,6 @@
 
 #include "app/convert_command.h"
 #include "app/options.h"
-#include "app/usage.h"
 
 namespace quillmark {
 namespace {
@@ -101,7 +100,6 @@ bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest&
     }
     if (!mistake.empty()) {
         console.printLine(mistake);
-        printUsage(console);
         return false;
     }
     request = static_cast<const ConvertRequest&>(values);

@@ -11,9 +11,9 @@
 namespace quillmark {
 
 /// Reads the arguments that follow the word `convert` into the request, which must be empty, and
-/// checks their combinations. Returns false for the first mistake, after printing its message and
-/// the usage text; the request is then not to be used. A flag that is repeated only earns a warning
-/// at that moment.
+/// checks their combinations. Returns false for the first mistake, after printing its message,
+/// which the usage text should follow; the request is then not to be used. A flag that is repeated
+/// only earns a warning at that moment.
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
                          Console& console);
 

@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/usage.h"
 #include "support/collecting_console.h"
 
 namespace quillmark {
@@ -25,9 +24,7 @@ class ConvertOptions : public testing::Test {
 
     void expectRefused(const std::vector<const char*>& arguments, const std::string& message) {
         EXPECT_FALSE(parse(arguments));
-        CollectingConsole usage;
-        printUsage(usage);
-        EXPECT_EQ(console.out, message + "\n" + usage.out);
+        EXPECT_EQ(console.out, message + "\n");
         EXPECT_EQ(console.err, "");
     }
 
@@ -165,18 +162,14 @@ TEST_F(ConvertOptions, ARepeatedFlagWarnsAndGoesOn) {
 
 TEST_F(ConvertOptions, AWarningComesBeforeTheMistakeBehindIt) {
     EXPECT_FALSE(parse({"-z", "-z", "-n"}));
-    EXPECT_TRUE(
-        console.out.starts_with("Warning: Using option -z more than once has no effect.\n"
-                                "Error: Option -n has to be followed by another argument.\n"
-                                "Usage:\n"))
-        << console.out;
+    EXPECT_EQ(console.out,
+              "Warning: Using option -z more than once has no effect.\n"
+              "Error: Option -n has to be followed by another argument.\n");
 }
 
 TEST_F(ConvertOptions, TheFirstMistakeEndsTheReading) {
     EXPECT_FALSE(parse({"-n", "a", "-n", "b", "-z", "-z"}));
-    EXPECT_TRUE(
-        console.out.starts_with("Error: Option -n cannot be used more than once.\nUsage:\n"))
-        << console.out;
+    EXPECT_EQ(console.out, "Error: Option -n cannot be used more than once.\n");
 }
 
 TEST_F(ConvertOptions, UserFilesNameThePackage) {
