@@ -3,10 +3,18 @@
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
+#include "platform/compiler.h"
 #include "platform/large_pages.h"
 
 namespace quillmark {
+
+/// The head of a chunk, which is aligned to its own size: the address of a block tells its chunk.
+struct ModelChunk {
+    /// Its blocks, and one more as long as a cursor stands in it.
+    std::size_t living = 1;
+};
 
 namespace {
 
@@ -35,36 +43,52 @@ constexpr std::size_t kChunkSize = kLargePageSize;
 /// What is larger has a block of its own from the system.
 constexpr std::size_t kLargestShared = 32 * std::size_t{1024};
 
-/// The head of a chunk, which is aligned to its own size: the address of a block tells its chunk.
-struct Chunk {
-    std::size_t living = 0;
-};
-
-struct Cursor {
-    Chunk* chunk = nullptr;
-    char* next = nullptr;
-    char* end = nullptr;
-};
-
-constinit Cursor cursor;
+QM_QUICK_THREAD_LOCAL constinit thread_local ModelCursor cursor;
 
 constexpr std::size_t rounded(std::size_t size) {
     return (size + kAlignment - 1) & ~(kAlignment - 1);
 }
 
-char* firstBlock(Chunk* chunk) {
-    return reinterpret_cast<char*>(chunk) + rounded(sizeof(Chunk));
+void removeOne(ModelChunk* chunk) {
+    if (--chunk->living == 0) {
+        ::operator delete (chunk, std::align_val_t{kChunkSize});
+    }
 }
 
-void startChunk() {
+/// Takes the cursor out of its chunk, which lives on with its blocks.
+void leaveChunk(const ModelCursor& left) {
+    if (left.chunk != nullptr) {
+        removeOne(left.chunk);
+    }
+}
+
+/// Ends the cursor of a thread with the thread.
+struct ThreadEnd {
+    bool isExpected = false;
+
+    ~ThreadEnd() { leaveChunk(std::exchange(cursor, {})); }
+};
+
+ModelChunk* newChunk(bool isFirst) {
     void* memory = ::operator new (kChunkSize, std::align_val_t{kChunkSize});
-    if (cursor.chunk != nullptr) {
+    if (!isFirst) {
         // The first one stays in small pages: a short description fills but a few of them.
         adviseLargePages(memory, kChunkSize);
     }
-    cursor.chunk = new (memory) Chunk;
-    cursor.next = firstBlock(cursor.chunk);
-    cursor.end = static_cast<char*>(memory) + kChunkSize;
+    return new (memory) ModelChunk;
+}
+
+QM_OUT_OF_LINE void startChunk() {
+    static thread_local ThreadEnd threadEnd;
+    threadEnd.isExpected = true;  // its first use makes it
+    const bool isEmpty = cursor.chunk != nullptr && cursor.chunk->living == 1;
+    if (!isEmpty) {
+        ModelChunk* const chunk = newChunk(cursor.chunk == nullptr);
+        leaveChunk(std::exchange(cursor, {chunk, nullptr, nullptr}));
+    }
+    char* const start = reinterpret_cast<char*>(cursor.chunk);
+    cursor.next = start + rounded(sizeof(ModelChunk));
+    cursor.end = start + kChunkSize;
 }
 
 #endif
@@ -83,6 +107,12 @@ void* ModelMemory::allocate(std::size_t size) {
 void ModelMemory::release(void* block, std::size_t) noexcept {
     std::free(block);
 }
+
+ModelArena::~ModelArena() = default;
+
+ModelArena::Use::Use(ModelArena& arena) noexcept : arena_(arena) {}
+
+ModelArena::Use::~Use() = default;
 
 #else
 
@@ -106,15 +136,19 @@ void ModelMemory::release(void* block, std::size_t size) noexcept {
         return;
     }
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) % kChunkSize;
-    auto* chunk = reinterpret_cast<Chunk*>(static_cast<char*>(block) - offset);
-    if (--chunk->living != 0) {
-        return;
-    }
-    if (chunk == cursor.chunk) {
-        cursor.next = firstBlock(chunk);  // nothing lives in it: begin it again
-    } else {
-        ::operator delete (chunk, std::align_val_t{kChunkSize});
-    }
+    removeOne(reinterpret_cast<ModelChunk*>(static_cast<char*>(block) - offset));
+}
+
+ModelArena::~ModelArena() {
+    leaveChunk(cursor_);
+}
+
+ModelArena::Use::Use(ModelArena& arena) noexcept : arena_(arena) {
+    std::swap(cursor, arena_.cursor_);
+}
+
+ModelArena::Use::~Use() {
+    std::swap(cursor, arena_.cursor_);
 }
 
 #endif

@@ -1,12 +1,15 @@
 #include "model/ph_object.h"
 
+#include "platform/compiler.h"
+
 namespace quillmark {
 
 namespace {
 
+QM_QUICK_THREAD_LOCAL constinit thread_local std::uint32_t nextObjectId = 0;
+
 std::uint32_t takeObjectId() {
-    static constinit std::uint32_t next = 0;
-    return next++;
+    return nextObjectId++;
 }
 
 }  // namespace

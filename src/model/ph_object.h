@@ -14,8 +14,8 @@
 namespace quillmark {
 
 /// Base of every model object: a counted, named object with a class code. Objects are shared
-/// through PhHandle and die with their last handle; counts are plain integers, the model is
-/// single-threaded.
+/// through PhHandle and die with their last handle; counts are plain integers, as each model is for
+/// one thread at a time.
 class PhObject : public InModelMemory {
   public:
     explicit PhObject(PhClass kind);
@@ -26,7 +26,7 @@ class PhObject : public InModelMemory {
     PhClass kind() const { return kind_; }
     std::int32_t refCount() const { return refCount_; }
 
-    /// Serial number of the object within the process, in order of construction.
+    /// Serial number of the object within the thread that made it, in order of construction.
     std::uint32_t objectId() const { return objectId_; }
 
     const PhString& name() const { return name_; }

@@ -14,6 +14,14 @@
 #define QM_OUT_OF_LINE [[gnu::noinline]]
 #endif
 
+/// Before a thread_local variable that is looked at all the time: it is reached like any other one,
+/// also from a shared library. Such a library is loaded with the program, or has but a few of them.
+#if defined(__linux__)
+#define QM_QUICK_THREAD_LOCAL [[gnu::tls_model("initial-exec")]]
+#else
+#define QM_QUICK_THREAD_LOCAL
+#endif
+
 namespace quillmark {
 
 /// Has the processor fetch memory that will be read soon. Changes nothing but speed; any address

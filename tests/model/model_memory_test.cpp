@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -41,6 +42,68 @@ TEST(ModelMemory, ReleasedChunksAreUsedAgain) {
     for (int i = 0; i < 500000; ++i) {
         void* block = ModelMemory::allocate(20000);
         ModelMemory::release(block, 20000);
+    }
+}
+
+// A block that was not counted in its own chunk would be given out twice, or its chunk taken away.
+TEST(ModelMemory, BlocksOfAnArenaOutliveItAndAreReleasedByAnotherThread) {
+    constexpr std::size_t kSize = 30000;
+    std::vector<char*> blocks;
+    {
+        ModelArena arena;
+        const ModelArena::Use use(arena);
+        for (int i = 0; i < 200; ++i) {
+            blocks.push_back(static_cast<char*>(ModelMemory::allocate(kSize)));
+            std::memset(blocks.back(), i, kSize);
+        }
+    }
+    auto* outside = static_cast<char*>(ModelMemory::allocate(kSize));
+    std::memset(outside, 0x55, kSize);
+    std::thread([&] {
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            EXPECT_EQ(blocks[i][kSize - 1], static_cast<char>(i));
+            ModelMemory::release(blocks[i], kSize);
+        }
+    }).join();
+    EXPECT_EQ(outside[kSize - 1], 0x55);
+    ModelMemory::release(outside, kSize);
+}
+
+TEST(ModelMemory, ArenasAreUsedWithinEachOther) {
+    ModelArena outer;
+    ModelArena inner;
+    const ModelArena::Use useOuter(outer);
+    void* const first = ModelMemory::allocate(100);
+    {
+        const ModelArena::Use useInner(inner);
+        ModelMemory::release(ModelMemory::allocate(100), 100);
+    }
+    void* const second = ModelMemory::allocate(100);
+    EXPECT_NE(first, second);
+    ModelMemory::release(second, 100);
+    ModelMemory::release(first, 100);
+}
+
+// Under the thread sanitizer this finds what threads have in common.
+TEST(ModelMemory, ThreadsWorkAtTheSameTime) {
+    std::vector<std::thread> threads;
+    for (std::size_t number = 0; number < 4; ++number) {
+        threads.emplace_back([number] {
+            ModelArena arena;
+            const ModelArena::Use use(arena);
+            std::vector<char*> blocks;
+            for (std::size_t i = 0; i < 20000; ++i) {
+                blocks.push_back(static_cast<char*>(ModelMemory::allocate(number + 1 + i % 300)));
+                *blocks.back() = static_cast<char>(number);
+            }
+            for (std::size_t i = 0; i < blocks.size(); ++i) {
+                EXPECT_EQ(*blocks[i], static_cast<char>(number));
+                ModelMemory::release(blocks[i], number + 1 + i % 300);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
     }
 }
 
