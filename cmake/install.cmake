@@ -26,17 +26,20 @@ function(install_compressed file directory)
 endfunction()
 
 install(TARGETS quillmark RUNTIME)
-install_compressed(docs/quillmark.1 ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES completions/quillmark.bash
-    DESTINATION ${QUILLMARK_BASH_COMPLETION_DIR} RENAME quillmark)
-install(CODE "
+if(TARGET pages)
+    set(page_directory ${PROJECT_BINARY_DIR}/pages)
+    install(FILES ${page_directory}/quillmark.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${page_directory}/quillmark.bash
+        DESTINATION ${QUILLMARK_BASH_COMPLETION_DIR} RENAME quillmark)
+    install(CODE "
     # The zsh of Debian looks below /usr elsewhere than below /usr/local; only now the prefix is known.
     set(directory site-functions)
     if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\" AND EXISTS /etc/debian_version)
         set(directory vendor-completions)
     endif()
-    file(INSTALL \"${PROJECT_SOURCE_DIR}/completions/_quillmark\"
+    file(INSTALL \"${page_directory}/_quillmark\"
         DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${directory}\")")
+endif()
 install(FILES examples/sigtrakVersions.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/quillmark)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

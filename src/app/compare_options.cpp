@@ -4,15 +4,18 @@
 #include <cstddef>
 #include <string_view>
 
-#include "app/options.h"
-
 namespace quillmark {
 namespace {
 
 constexpr OptionRow<CompareRequest> kOptions[] = {
     // Refused, in spite of its first word.
-    {"-v", " : show compared values", &CompareRequest::verbose, Repetition::refused,
-     "Warning: Option -v cannot be used more than once."},
+    {{.word = "-v",
+      .usage = " : show compared values",
+      .summary = "show every compared pair of values",
+      .manual = "Show every pair of values that is compared, the old value before the new one.",
+      .repetition = Repetition::refused,
+      .repeatedText = "Warning: Option -v cannot be used more than once."},
+     &CompareRequest::verbose},
 };
 
 /// Returns the message of the first mistake, or an empty text.
@@ -40,8 +43,8 @@ std::string_view readArguments(std::span<const char* const> arguments, CompareRe
 
 }  // namespace
 
-void printCompareOptions(Console& console) {
-    printOptionLines(kOptions, console);
+std::vector<Option> compareOptions() {
+    return optionsOf(kOptions);
 }
 
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,

@@ -2,7 +2,9 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
+#include "app/options.h"
 #include "platform/console.h"
 
 namespace quillmark {
@@ -21,7 +23,7 @@ struct CompareRequest {
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,
                          Console& console);
 
-/// Prints what the usage text says of the options.
-void printCompareOptions(Console& console);
+/// The options, in the order of the usage text.
+std::vector<Option> compareOptions();
 
 }  // namespace quillmark

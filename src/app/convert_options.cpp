@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "app/convert_command.h"
-#include "app/options.h"
 
 namespace quillmark {
 namespace {
@@ -18,28 +17,90 @@ struct ConvertArguments : ConvertRequest {
 // colon. A second -l is never refused: the last selection wins, so a script can append its own to a
 // command line that it was handed.
 constexpr OptionRow<ConvertArguments> kOptions[] = {
-    {"-z", " : use zlib compression", &ConvertArguments::compress, Repetition::warns,
-     "Warning: Using option -z more than once has no effect."},
-    {"-i", " : use indentation in output file", &ConvertArguments::indent, Repetition::warns,
-     "Warning: Using option -i more than once has no effect."},
-    {"-n", " <station name> : set station name.", &ConvertArguments::stationName,
-     Repetition::refused, "Error: Option -n cannot be used more than once.",
-     "Error: Option -n has to be followed by another argument."},
-    {"-p", " <prefix> : add name prefix.", &ConvertArguments::namePrefix, Repetition::refused,
-     "Error: Option -p cannot be used more than once.",
-     "Error: Option -p has to be followed by another argument."},
-    {"-l", " <library> : select library (e.g. -l sigTrak=1.5.4)", &ConvertArguments::library,
-     Repetition::replaces, "", "Error: Option -l has to be followed by another argument."},
-    {"-userfiles", " <userfiles csl> : user files for zpki in a comma separated list",
-     &ConvertArguments::userFileList, Repetition::refused,
-     "Error: Option -userfiles cannot be used more than once",
-     "Error: Option -userfiles has to be followed by another argument."},
-    {"-zpki", " <name> : path and name of output zpki", &ConvertArguments::zpkiFile,
-     Repetition::refused, "Error: Option -zpki cannot be used more than once",
-     "Error: Option -zpki has to followed by another argument."},
-    {"-epk-file-prefix", ": use EPK as user file name prefix for zpki generation",
-     &ConvertArguments::epkFilePrefix, Repetition::warns,
-     "Warning: Using option -epk-file-prefix more than once has no effect."},
+    {{.word = "-z",
+      .usage = " : use zlib compression",
+      .summary = "pack conversions and signals into a compressed blob",
+      .manual = "Pack the conversions and signals into a compressed blob.",
+      .repetition = Repetition::warns,
+      .repeatedText = "Warning: Using option -z more than once has no effect."},
+     &ConvertArguments::compress},
+
+    {{.word = "-i",
+      .usage = " : use indentation in output file",
+      .summary = "indent the include file",
+      .manual = "Indent the include file.",
+      .repetition = Repetition::warns,
+      .repeatedText = "Warning: Using option -i more than once has no effect."},
+     &ConvertArguments::indent},
+
+    {{.word = "-n",
+      .usage = " <station name> : set station name.",
+      .summary = "name of the station",
+      .manual = "Name of the station; by default made from the names of project and module.",
+      .argument = "station",
+      .repetition = Repetition::refused,
+      .repeatedText = "Error: Option -n cannot be used more than once.",
+      .missingText = "Error: Option -n has to be followed by another argument."},
+     &ConvertArguments::stationName},
+
+    {{.word = "-p",
+      .usage = " <prefix> : add name prefix.",
+      .summary = "put before every name",
+      .manual = "Put\n.Ar prefix\nbefore every signal and conversion name.",
+      .argument = "prefix",
+      .repetition = Repetition::refused,
+      .repeatedText = "Error: Option -p cannot be used more than once.",
+      .missingText = "Error: Option -p has to be followed by another argument."},
+     &ConvertArguments::namePrefix},
+
+    {{.word = "-l",
+      .usage = " <library> : select library (e.g. -l sigTrak=1.5.4)",
+      .summary = "logger library",
+      .manual = "The logger library for which to write: a version such as\n"
+                ".Li sigTrak=1.5.4 ,\n"
+                "or a range such as\n"
+                ".Li sigTrak+2017.06.0-2021.9.0 .\n"
+                "Of several the last one counts.\n"
+                "By default the oldest library is written for.",
+      .argument = "library",
+      .offer = Offer::Libraries,
+      .repetition = Repetition::replaces,
+      .missingText = "Error: Option -l has to be followed by another argument."},
+     &ConvertArguments::library},
+
+    {{.word = "-userfiles",
+      .usage = " <userfiles csl> : user files for zpki in a comma separated list",
+      .summary = "files to pack, separated by commas",
+      .manual = "Pack these files, separated by commas, with the include file.",
+      .argument = "list",
+      .offer = Offer::FileList,
+      .repetition = Repetition::refused,
+      .repeatedText = "Error: Option -userfiles cannot be used more than once",
+      .missingText = "Error: Option -userfiles has to be followed by another argument."},
+     &ConvertArguments::userFileList},
+
+    {{.word = "-zpki",
+      .usage = " <name> : path and name of output zpki",
+      .summary = "name of the package",
+      .manual = "Path and name of the package; by default the output file's name with the\n"
+                "extension\n"
+                ".Pa .zpki .",
+      .argument = "name",
+      .offer = Offer::Packages,
+      .repetition = Repetition::refused,
+      .repeatedText = "Error: Option -zpki cannot be used more than once",
+      .missingText = "Error: Option -zpki has to followed by another argument."},
+     &ConvertArguments::zpkiFile},
+
+    {{.word = "-epk-file-prefix",
+      .usage = ": use EPK as user file name prefix for zpki generation",
+      .summary = "put the EPK before the names of user files",
+      .manual = "Put the unit's EPK before the names of the user files.\n"
+                "Needs\n"
+                ".Fl userfiles .",
+      .repetition = Repetition::warns,
+      .repeatedText = "Warning: Using option -epk-file-prefix more than once has no effect."},
+     &ConvertArguments::epkFilePrefix},
 };
 
 void takePositional(ConvertArguments& values, std::string_view argument) {
@@ -85,8 +146,8 @@ std::vector<std::string> splitUserFiles(std::string_view list) {
     return items;
 }
 
-void printConvertOptions(Console& console) {
-    printOptionLines(kOptions, console);
+std::vector<Option> convertOptions() {
+    return optionsOf(kOptions);
 }
 
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/options.h"
 #include "cfginclude/convert_request.h"
 #include "platform/console.h"
 
@@ -17,8 +18,8 @@ namespace quillmark {
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
                          Console& console);
 
-/// Prints what the usage text says of the options.
-void printConvertOptions(Console& console);
+/// The options, in the order of the usage text.
+std::vector<Option> convertOptions();
 
 /// Cuts a list at its commas. Empty items are kept, except one behind a comma that ends the list:
 /// "a,,b," gives "a", "", "b".

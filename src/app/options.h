@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/console.h"
 
@@ -19,19 +20,37 @@ enum class Repetition {
     refused,
 };
 
-/// One option of a command whose arguments fill a Request.
-template <typename Request>
-struct OptionRow {
+/// What a shell offers where the argument of an option stands.
+enum class Offer { Nothing, Libraries, FileList, Packages };
+
+/// An option, as far as it does not matter what it fills. The usage text, the man page and the
+/// completions are made from this.
+struct Option {
     std::string_view word;
     /// What the usage text says behind the word.
     std::string_view usage;
+    /// A few words on what it does, for shells.
+    std::string_view summary;
+    /// Its paragraph in the man page, in mdoc(7).
+    std::string_view manual;
+    /// What the man page calls its argument; empty for an option without one.
+    std::string_view argument = {};
+    Offer offer = Offer::Nothing;
+    Repetition repetition = Repetition::replaces;
+    std::string_view repeatedText = {};
+    /// The refusal where the argument is missing.
+    std::string_view missingText = {};
+};
+
+/// One option of a command whose arguments fill a Request.
+template <typename Request>
+struct OptionRow {
+    Option option;
     /// The field that it fills. A text takes the very next argument, whatever that looks like; a
     /// text that is empty counts as not given yet.
     std::variant<std::string Request::*, bool Request::*> target;
-    Repetition repetition;
-    std::string_view repeatedText;
-    /// The refusal where the argument for a text is missing.
-    std::string_view missingText = {};
+
+    constexpr std::string_view word() const { return option.word; }
 };
 
 /// Whether the option's field shows that it was given before.
@@ -57,31 +76,32 @@ std::string_view readOptions(const OptionRow<Request> (&rows)[Count],
             takePositional(argument);
             continue;
         }
+        const Option& option = row->option;
         const bool repeated = isGiven(*row, request);
-        if (repeated && row->repetition == Repetition::refused) {
-            return row->repeatedText;
+        if (repeated && option.repetition == Repetition::refused) {
+            return option.repeatedText;
         }
-        if (repeated && row->repetition == Repetition::warns) {
-            console.printLine(row->repeatedText);
+        if (repeated && option.repetition == Repetition::warns) {
+            console.printLine(option.repeatedText);
         }
         if (const auto* flag = std::get_if<bool Request::*>(&row->target)) {
             request.*(*flag) = true;
             continue;
         }
         if (++i == arguments.size()) {
-            return row->missingText;
+            return option.missingText;
         }
         request.*(std::get<std::string Request::*>(row->target)) = arguments[i];
     }
     return {};
 }
 
-/// Prints the lines of the usage text on these options.
+/// The options of these rows, in their order.
 template <typename Request, std::size_t Count>
-void printOptionLines(const OptionRow<Request> (&rows)[Count], Console& console) {
-    for (const OptionRow<Request>& row : rows) {
-        console.printLine(std::string("          ").append(row.word).append(row.usage));
-    }
+std::vector<Option> optionsOf(const OptionRow<Request> (&rows)[Count]) {
+    std::vector<Option> options;
+    std::ranges::transform(rows, std::back_inserter(options), &OptionRow<Request>::option);
+    return options;
 }
 
 }  // namespace quillmark

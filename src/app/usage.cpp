@@ -2,9 +2,11 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/compare_options.h"
 #include "app/convert_options.h"
+#include "app/options.h"
 
 namespace quillmark {
 namespace {
@@ -13,19 +15,25 @@ namespace {
 struct CommandUsage {
     std::string_view synopsis;
     std::string_view purpose;
-    void (*printOptions)(Console& console);
+    std::vector<Option> (*options)();
 };
 
 // "an compressed" is part of the text that users and their scripts know.
 constexpr CommandUsage kCommands[] = {
     {"convert <input a2l file> <output include file> [options]",
-     "Converts an .a2l file to a .cfginclude file and creates optionally a zpki.",
-     &printConvertOptions},
+     "Converts an .a2l file to a .cfginclude file and creates optionally a zpki.", &convertOptions},
     {"decompress <input include file> <output include file>",
      "Converts an compressed .cfginclude file to an uncompressed .cfginclude file.", nullptr},
     {"compare <old a2l file> <new a2l file> [options]",
-     "Compares two .a2l files for compatibility.", &printCompareOptions},
+     "Compares two .a2l files for compatibility.", &compareOptions},
 };
+
+void printOptions(const std::vector<Option>& options, Console& console) {
+    console.printLine("      Options:");
+    for (const Option& option : options) {
+        console.printLine(std::string("          ").append(option.word).append(option.usage));
+    }
+}
 
 }  // namespace
 
@@ -35,9 +43,8 @@ void printUsage(Console& console) {
     for (const CommandUsage& command : kCommands) {
         console.printLine(std::string("  ").append(command.synopsis));
         console.printLine(std::string("      ").append(command.purpose));
-        if (command.printOptions != nullptr) {
-            console.printLine("      Options:");
-            command.printOptions(console);
+        if (command.options != nullptr) {
+            printOptions(command.options(), console);
         }
         console.printLine("");
     }

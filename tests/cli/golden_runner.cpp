@@ -26,8 +26,9 @@
 //   gone     the files of in/ that disappeared
 //   tmp/     what is left in the directory for temporary files
 //   windows  why no program for Windows can do that; such a program is not run then
-// What differs from run to run is written as a placeholder (see placeholders.h). --update records
-// what the program does now; the difference is then to be reviewed.
+// What differs from run to run is written as a placeholder (see placeholders.h), as is the usage
+// text, whose record is the file `usage` beside the folders of the commands. --update records what
+// the program does now; the difference is then to be reviewed.
 //
 // With --windows LAUNCHER the program is one for Windows, which LAUNCHER runs. Its console is to
 // end each line by CR LF, which the record does not show, and its paths begin with the drive Z:. If
@@ -312,8 +313,12 @@ Record runCase(const Settings& settings, const fs::path& caseDir, Playground& pl
                std::vector<std::string>& problems) {
     Record record;
     const FileTree before = readTree(playground.work);
-    RunContext context{secondsNow(), 0, userName(), settings.pathOf(playground.work),
-                       settings.pathOf(playground.temp)};
+    RunContext context{secondsNow(),
+                       0,
+                       userName(),
+                       settings.pathOf(playground.work),
+                       settings.pathOf(playground.temp),
+                       readBytes(caseDir.parent_path().parent_path() / "usage")};
     // A launcher takes more address space than any limit; what is printed must be the same without.
     const RunLimits limits{std::chrono::steady_clock::now() + settings.timeLimit(),
                            settings.isForWindows() ? 0 : playground.memoryLimit};

@@ -151,6 +151,7 @@ std::string withPlaceholders(std::string_view text, const RunContext& context,
     }
     replaceAll(result, context.tempDir, "{{TMP}}");
     replaceAll(result, context.workDir, "{{WORK}}");
+    replaceAll(result, context.usage, "{{USAGE}}\n");
     return result;
 }
 

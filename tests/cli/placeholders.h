@@ -16,12 +16,15 @@ struct RunContext {
     /// Absolute paths of the working directory and of the directory for temporary files.
     std::string workDir;
     std::string tempDir;
+    /// The usage text, which is recorded once.
+    std::string usage = {};
 };
 
 /// Puts placeholders where a text differs from run to run: {{LOCAL_TIME}}, {{UNIX_TIME}}, {{USER}},
-/// {{STAGING}}, {{TMP}} and {{WORK}}. Every text that gives way is checked first: a time must lie
-/// within the run and have the right form, a user must be the one who runs the program. What is
-/// wrong stays in the text and adds a line to `problems`.
+/// {{STAGING}}, {{TMP}} and {{WORK}}; and {{USAGE}} for the usage text, so that it is recorded
+/// once. Every text that gives way is checked first: a time must lie within the run and have the
+/// right form, a user must be the one who runs the program. What is wrong stays in the text and
+/// adds a line to `problems`.
 std::string withPlaceholders(std::string_view text, const RunContext& context,
                              std::vector<std::string>& problems);
 

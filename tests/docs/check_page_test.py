@@ -34,7 +34,7 @@ writes `fan.cfginclude`:
 
 ## Own files
 
-[Above](#title) is something else; `docs/quillmark.1` is a file. A description, `own.a2l`:
+[Above](#title) is something else; `docs/design.md` is a file. A description, `own.a2l`:
 
 ```
 ASAP2_VERSION 1 60
@@ -87,7 +87,7 @@ class CheckPage(unittest.TestCase):
             "a message": ("no valid output file", "no valid input file"),
             "a message without an input": ("Cannot open input", "Cannot read input"),
             "a link": ("#title", "#tilte"),
-            "the name of a file": ("docs/quillmark.1", "docs/quillmark.2"),
+            "the name of a file": ("docs/design.md", "docs/designs.md"),
             "a command that nothing runs": ("    scripts/test", "    scripts/no-such-script"),
         }
         for what, (true, false) in mistakes.items():

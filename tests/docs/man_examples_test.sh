@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Runs the examples of the man page, in order; each has to end with status 0.
 #
-#   man_examples_test.sh PROGRAM SOURCE_DIRECTORY
+#   man_examples_test.sh PROGRAM SOURCE_DIRECTORY PAGE
 #
 # What the page expects to be installed is taken from the sources.
 set -euo pipefail
 program=$(realpath "$1")
 source_dir=$(realpath "$2")
+page=$(realpath "$3")
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 cd "$place"
@@ -24,7 +25,7 @@ while IFS= read -r command; do
         cat output
         exit 1
     fi
-done < <(sed -n -E 's/^(\.Dl )?\$ //p' "$source_dir/docs/quillmark.1")
+done < <(sed -n -E 's/^(\.Dl )?\$ //p' "$page")
 if ((examples == 0)); then
     echo "No example was found."
     exit 1

@@ -2,12 +2,13 @@
 # Compares the commands and options that the usage text, the man page, the completions and README.md
 # list: each must know the same ones.
 #
-#   options_test.sh PROGRAM SOURCE_DIRECTORY
+#   options_test.sh PROGRAM SOURCE_DIRECTORY PAGE_DIRECTORY
 #
 # A list has one line per command, such as "compare", and one per option, such as "compare -v".
 set -euo pipefail
 program=$1
 source_dir=$2
+page_dir=$3
 export LC_ALL=C
 
 from_usage() {
@@ -22,7 +23,7 @@ from_man_page_lists() {
         section == "DESCRIPTION" && /^\.It Cm / { print $3 }
         section == "OPTIONS" && /^\.Cm /    { command = $2 }
         section == "OPTIONS" && /^\.It Fl / { print command, "-" $3 }' \
-        "$source_dir/docs/quillmark.1"
+        "$page_dir/quillmark.1"
 }
 
 from_man_page_synopsis() {
@@ -30,11 +31,11 @@ from_man_page_synopsis() {
         /^\.Sh /                             { section = $2 }
         section == "SYNOPSIS" && /^\.Cm /    { command = $2; print command }
         section == "SYNOPSIS" && /^\.Op Fl / { print command, "-" $3 }' \
-        "$source_dir/docs/quillmark.1"
+        "$page_dir/quillmark.1"
 }
 
 from_bash_completion() (
-    source "$source_dir/completions/quillmark.bash"
+    source "$page_dir/quillmark.bash"
     compopt() { :; } # works only while a command line is completed
     COMP_WORDS=(quillmark "")
     COMP_CWORD=1
@@ -59,7 +60,7 @@ from_zsh_completion() {
             option = substr($0, RSTART, RLENGTH - 1)
             sub(/^[^-]*/, "", option)
             print command, option
-        }' "$source_dir/completions/_quillmark"
+        }' "$page_dir/_quillmark"
 }
 
 from_readme() {

@@ -1,36 +1,15 @@
 """The commands and their options."""
 
 from dataclasses import dataclass, field
+from pathlib import Path
 
 from . import codec, compare, core_blocks, module_out, package, resolution
 from .console import Refusal
 
 _BANNER = b"VELTRA Quillmark 1.43"
 
-_USAGE = b"""\
-Usage:
-
-  convert <input a2l file> <output include file> [options]
-      Converts an .a2l file to a .cfginclude file and creates optionally a zpki.
-      Options:
-          -z : use zlib compression
-          -i : use indentation in output file
-          -n <station name> : set station name.
-          -p <prefix> : add name prefix.
-          -l <library> : select library (e.g. -l sigTrak=1.5.4)
-          -userfiles <userfiles csl> : user files for zpki in a comma separated list
-          -zpki <name> : path and name of output zpki
-          -epk-file-prefix: use EPK as user file name prefix for zpki generation
-
-  decompress <input include file> <output include file>
-      Converts an compressed .cfginclude file to an uncompressed .cfginclude file.
-
-  compare <old a2l file> <new a2l file> [options]
-      Compares two .a2l files for compatibility.
-      Options:
-          -v : show compared values
-
-"""
+# As recorded: it tells nothing that could be read in two ways.
+_USAGE = (Path(__file__).parents[2] / "cli" / "usage").read_bytes()
 
 
 class UsageError(Exception):
