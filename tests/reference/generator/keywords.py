@@ -3,7 +3,7 @@
 import pathlib
 import re
 
-_SOURCES = pathlib.Path(__file__).resolve().parents[3] / "src" / "a2l"
+_SOURCES = pathlib.Path(__file__).resolve().parents[3] / "src" / "a2l" / "tokens"
 _ROW = re.compile(r'^QM_KEYWORD\(\w+, "([^"]*)", -?\d+\)', re.MULTILINE)
 
 

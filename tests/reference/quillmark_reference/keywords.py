@@ -19,7 +19,7 @@ STRING = 302
 IDENTIFIER = 303
 END_OF_FILE = 304
 
-_TABLES = Path(__file__).resolve().parents[3] / "src" / "a2l"
+_TABLES = Path(__file__).resolve().parents[3] / "src" / "a2l" / "tokens"
 _ROW = re.compile(rb'^QM_KEYWORD\(\s*\w+\s*,\s*"([^"]*)"\s*,\s*(\d+)\s*\)', re.MULTILINE)
 
 
