@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """Compares what `quillmark-a2l prepare` makes of random structures with a second expansion.
 
-Case NUMBER of a SEED is always the same. What differs is kept: the description, what was made of
-it, and the differences.
+Case NUMBER of a SEED is always the same: a description with structures, and those with which the
+case of that number compares the program with the reference, of which less is known but that they
+are copied where `convert` reads them. What differs is kept: the description, what was made of it,
+and the differences.
 """
 
 import argparse
@@ -18,6 +20,8 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
+from generator.cases import make_case
+from harness.preparing import Programs, mistakes
 from structures.cases import make_text
 from structures.comparison import Prepared, differences, expected_signals, signals_of
 
@@ -34,6 +38,7 @@ class Worker:
         self._options = options
         self._scratch = tempfile.TemporaryDirectory(prefix="quillmark-structures-")
         self._root = pathlib.Path(self._scratch.name)
+        self._programs = Programs(options.program, options.converter)
         shutil.copy(_PROJECT / "examples" / "sigtrakVersions.xml", self._root)
 
     def judge(self, number):
@@ -43,11 +48,21 @@ class Worker:
         found = differences(text, prepared)
         if not found and prepared.status < 2:
             found = self._with_what_is_ready(text, prepared)
-        if not found:
-            return number, ""
-        self._keep(number, text, prepared, found)
-        lines = "".join(f"    {line[:300]}\n" for line in found[:_LINES_SHOWN])
-        return number, f"{self._options.seed}-{number}:\n{lines}"
+        if found:
+            files = {
+                "in.a2l": text.encode(),
+                "out.a2l": prepared.text.encode(),
+                "findings": prepared.findings.encode(),
+            }
+            return number, self._account(number, files, found)
+        for name, file in make_case(self._options.seed, number).files.items():
+            if name.endswith(".a2l"):
+                path = self._root / "any.a2l"
+                path.write_bytes(file.data)
+                found = mistakes(path, self._programs, self._root)
+                if found:
+                    return number, self._account(number, {"in.a2l": file.data}, found)
+        return number, ""
 
     def _prepared(self, text):
         done = subprocess.run(
@@ -81,16 +96,15 @@ class Worker:
             if signals.get(name) != expected
         ]
 
-    def _keep(self, number, text, prepared, found):
+    def _account(self, number, files, found):
+        """Keeps a case and tells what is wrong with it."""
         folder = self._options.findings / f"{self._options.seed}-{number}"
         folder.mkdir(parents=True, exist_ok=True)
-        for name, content in (
-            ("in.a2l", text),
-            ("out.a2l", prepared.text),
-            ("findings", prepared.findings),
-            ("differences", "\n".join(found) + "\n"),
-        ):
-            (folder / name).write_text(content, encoding="utf-8")
+        for name, content in files.items():
+            (folder / name).write_bytes(content)
+        (folder / "differences").write_text("\n".join(found) + "\n", encoding="utf-8")
+        lines = "".join(f"    {line[:300]}\n" for line in found[:_LINES_SHOWN])
+        return f"{self._options.seed}-{number}, kept in {folder}:\n{lines}"
 
 
 _worker = None

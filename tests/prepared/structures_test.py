@@ -4,7 +4,7 @@
     structures_test.py --program FILE      `FILE prepare` on every case
     structures_test.py                     the expansion of tests/reference/structures
 
-A case is a folder of cases/: `in.a2l`, and `expected`, one statement a line, `#` before a remark:
+A case is a folder of structures/: `in.a2l`, and `expected`, one statement a line, `#` before a remark:
 
     status N                               the exit status (0 if nothing is said)
     KIND NAME ADDRESS [WORD=VALUE|-WORD]...
@@ -174,7 +174,7 @@ def main():
     parser.add_argument("--program")
     parser.add_argument("cases", nargs="*", type=pathlib.Path)
     options = parser.parse_args()
-    cases = options.cases or sorted((_HERE / "cases").iterdir())
+    cases = options.cases or sorted((_HERE / "structures").iterdir())
     failed = 0
     for case in cases:
         path = case / "in.a2l"
