@@ -4,7 +4,8 @@
     structures_test.py --program FILE      `FILE prepare` on every case
     structures_test.py                     the expansion of tests/reference/structures
 
-A case is a folder of structures/: `in.a2l`, and `expected`, one statement a line, `#` before a remark:
+A case is a folder of structures/: `in.a2l`, perhaps `options`, one a line, and `expected`, one
+statement a line, `#` before a remark:
 
     status N                               the exit status (0 if nothing is said)
     KIND NAME ADDRESS [WORD=VALUE|-WORD]...
@@ -34,6 +35,13 @@ from structures.expansion import CannotExpand, Expansion
 from structures.objects import KINDS, lists_of, objects_of, values_of
 
 
+_MEANING_OF_OPTIONS = {
+    "": {},
+    "--separator=_": {"separator": "_"},
+    "--blob-arrays": {"blob_arrays": True},
+}
+
+
 class Result:
     """What came of a case."""
 
@@ -44,8 +52,18 @@ class Result:
         self.findings = list(findings)  # (lost or error, text)
 
 
+def options_of_case(path):
+    file = path.parent / "options"
+    return file.read_text().split() if file.exists() else []
+
+
 def of_program(program, path):
-    done = subprocess.run([program, "prepare", path], capture_output=True, timeout=20, check=False)
+    done = subprocess.run(
+        [program, "prepare", *options_of_case(path), path],
+        capture_output=True,
+        timeout=20,
+        check=False,
+    )
     findings = re.findall(r":(\d+: (?:lost|error): .*)", done.stderr.decode())
     tree = parse(done.stdout.decode())
     return Result(
@@ -58,7 +76,10 @@ def of_program(program, path):
 
 def of_reference(path):
     try:
-        expansions = [Expansion(module) for module in modules(parse(path.read_text()))]
+        expansions = [
+            Expansion(module, **_MEANING_OF_OPTIONS[" ".join(options_of_case(path))])
+            for module in modules(parse(path.read_text()))
+        ]
     except CannotExpand:
         return Result(2)
     losses = [("lost", loss) for one in expansions for loss in one.losses]

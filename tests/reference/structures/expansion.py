@@ -3,7 +3,7 @@
 import dataclasses
 import itertools
 
-from structures.blocks import number
+from structures.blocks import Block, number
 from structures.objects import (
     LISTS,
     Object,
@@ -65,7 +65,8 @@ class _Place:
 
     `offset`: from the start of the instance. `paths`: the ways to name the place from the instance,
     with and without the indices of the arrays that were passed. `owner`: the name of the structure
-    that holds it, as `THIS` means it. `above`: its own name and those of all that it is a part of.
+    that holds it, as `THIS` means it. `listed`: its name as lists have it, `above`: this and those
+    of all that it is a part of.
     `types`: of all that it is a part of.
     """
 
@@ -74,29 +75,32 @@ class _Place:
     offset: int
     paths: frozenset
     owner: str
+    listed: str
     above: tuple
     types: tuple = ()
 
     def element(self, indices, offset):
-        name = indexed(self.name, indices)
+        listed = indexed(self.listed, indices)
         return dataclasses.replace(
             self,
-            name=name,
+            name=indexed(self.name, indices),
             display=indexed(self.display, indices),
             offset=self.offset + offset,
             paths=frozenset(p for path in self.paths for p in (path, indexed(path, indices))),
-            above=(*self.above, name),
+            listed=listed,
+            above=(*self.above, listed),
         )
 
     def component(self, name, offset, separator, structure):
-        full_name = self.name + separator + name
+        listed = f"{self.listed}.{name}"
         return _Place(
-            full_name,
+            self.name + separator + name,
             self.display + separator + name,
             self.offset + offset,
             frozenset(f"{path}.{name}" if path else name for path in self.paths),
             self.name,
-            (*self.above, full_name),
+            listed,
+            (*self.above, listed),
             (*self.types, structure),
         )
 
@@ -109,7 +113,7 @@ class Expansion:
     more objects were asked for than `most_objects`.
     """
 
-    def __init__(self, module, separator=".", most_objects=10**9):
+    def __init__(self, module, separator=".", blob_arrays=False, most_objects=10**9):
         self._separator = separator
         self._types = {
             block.words()[0]: block
@@ -123,8 +127,11 @@ class Expansion:
         self.objects = objects_of(module)
         before = len(self.objects)
         self._left = most_objects
-        self.losses = [block.words()[0] for block in module.blocks("BLOB")]
+        self.losses = []
         self._below = {}
+        self._blob_arrays = blob_arrays
+        for block in module.blocks("BLOB"):
+            self._expand_instance(block)
         for block in module.blocks("INSTANCE"):
             self._expand_instance(block)
         names = [one.name for one in self.objects[before:]]
@@ -150,6 +157,8 @@ class Expansion:
 
     def _expand_instance(self, block):
         name, self._text, type_name, address = block.words()[:4]
+        if block.keyword == "BLOB":
+            type_name, address = None, type_name
         self._options = options_of(block.words()[4:])
         self._address = number(address)
         self._blocks = block.blocks(*_BLOCKS_HANDED_ON)
@@ -161,10 +170,13 @@ class Expansion:
         self._met = set()
         display = self._options.get("DISPLAY_IDENTIFIER", ("",))[0]
         self._has_display = bool(display)
-        place = _Place(name, display, 0, frozenset([""]), name, (name,))
+        place = _Place(name, display, 0, frozenset([""]), name, name, (name,))
         if self._options.get("ADDRESS_TYPE") in _POINTERS:
             self.losses.append(name)
             self._below.setdefault(name, [])
+            return
+        if block.keyword == "BLOB":
+            self._expand_blob(place, block.words()[3])
             return
         self._expand_array(place, type_name, self._options)
         for path, _, _ in self._overwrites:
@@ -178,7 +190,7 @@ class Expansion:
             raise CannotExpand(f"there is no type {type_name}")
         if type_name in place.types:
             raise CannotExpand(f"{type_name} contains itself")
-        self._below.setdefault(place.name, [])
+        self._below.setdefault(place.listed, [])
         sizes = sizes_of(options.get("MATRIX_DIM"))
         layout = options.get("LAYOUT")
         if block.keyword == "TYPEDEF_MEASUREMENT":
@@ -194,7 +206,7 @@ class Expansion:
         size = self._bytes_of_type(type_name) if sizes else 0
         for indices, count in elements_of(sizes, row_dir):
             element = place.element(indices, count * size) if indices else place
-            self._below.setdefault(element.name, [])
+            self._below.setdefault(element.listed, [])
             self._expand(element, block)
 
     @staticmethod
@@ -211,7 +223,7 @@ class Expansion:
             "TYPEDEF_MEASUREMENT": self._expand_measurement,
             "TYPEDEF_CHARACTERISTIC": self._expand_characteristic,
             "TYPEDEF_AXIS": self._expand_axis,
-            "TYPEDEF_BLOB": lambda place, _: self.losses.append(place.name),
+            "TYPEDEF_BLOB": lambda place, block: self._expand_blob(place, block.words()[2]),
         }
         expand[block.keyword](place, block)
 
@@ -225,7 +237,7 @@ class Expansion:
             there = place.component(name, number(offset), self._separator, block.words()[0])
             if options.get("ADDRESS_TYPE") in _POINTERS:
                 self.losses.append(there.name)
-                self._below.setdefault(there.name, [])
+                self._below.setdefault(there.listed, [])
                 continue
             self._expand_array(there, type_name, options)
 
@@ -277,6 +289,15 @@ class Expansion:
         fixed["address"] = str(self._address + place.offset)
         fixed["input"] = self._from_here(place, fixed["input"])
         self._add(place, "AXIS_PTS", words[1], fixed, options_of(rest), block)
+
+    def _expand_blob(self, place, size):
+        if not self._blob_arrays:
+            self.losses.append(place.name)
+            return
+        names = ("datatype", "conversion", "resolution", "accuracy", "lower", "upper")
+        fixed = dict(zip(names, ("UBYTE", "NO_COMPU_METHOD", "0", "0", "0", "255"), strict=True))
+        options = {"MATRIX_DIM": (size,), "ECU_ADDRESS": (str(self._address + place.offset),)}
+        self._add(place, "MEASUREMENT", '""', fixed, options, Block("", []))
 
     def _add(self, place, kind, text, fixed, options, block):
         blocks = [self._axis(place, part) for part in block.blocks()]
