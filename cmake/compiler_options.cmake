@@ -13,12 +13,19 @@ if(QUILLMARK_WARNINGS_AS_ERRORS)
     target_compile_options(quillmark_compiler_options INTERFACE -Werror)
 endif()
 
+# A shared object shows what is marked to be shown; whatever else it has is its own, and called as
+# directly as in a program.
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
 # What Debian builds its own programs with. A compiler by itself does some of it, here and there.
 add_library(quillmark_hardening INTERFACE)
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QUILLMARK_SANITIZE AND NOT QUILLMARK_COVERAGE)
     # Any address, and no table of functions that could be overwritten.
-    target_compile_options(quillmark_compiler_options INTERFACE -fPIE)
-    target_link_options(quillmark_compiler_options INTERFACE -pie -Wl,-z,relro,-z,now)
+    include(CheckPIESupported)
+    check_pie_supported()
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    target_link_options(quillmark_compiler_options INTERFACE -Wl,-z,relro,-z,now)
     # Checks of buffers and of the stack: for what users get, compiled with optimisation.
     set(buffer_checks -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
     target_compile_options(quillmark_hardening INTERFACE "$<$<CONFIG:Release>:${buffer_checks}>")

@@ -1,6 +1,4 @@
 # What `cmake --install` and the Debian package put where.
-include(GNUInstallDirs)
-
 set(QUILLMARK_BASH_COMPLETION_DIR ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     CACHE STRING "Directory of completions for bash")
 
@@ -25,6 +23,13 @@ function(install_compressed file directory)
     install(FILES ${compressed} DESTINATION ${directory})
 endfunction()
 
+# No program but these has a use for the module, so that it is no library of the system's.
+if(TARGET quillmark_edges_module)
+    file(RELATIVE_PATH module_from_program ${CMAKE_INSTALL_FULL_BINDIR}
+        ${CMAKE_INSTALL_PREFIX}/${QUILLMARK_MODULE_DIRECTORY})
+    set_target_properties(quillmark PROPERTIES INSTALL_RPATH "$ORIGIN/${module_from_program}")
+    install(TARGETS quillmark_edges_module LIBRARY DESTINATION ${QUILLMARK_MODULE_DIRECTORY})
+endif()
 install(TARGETS quillmark RUNTIME)
 if(TARGET pages)
     set(page_directory ${PROJECT_BINARY_DIR}/pages)

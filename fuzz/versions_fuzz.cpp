@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "cfginclude/library_versions.h"
+#include "cfginclude/version_file.h"
+#include "edges/edges.h"
 #include "fuzz/property.h"
 
 namespace quillmark {
@@ -61,9 +63,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view range = takeLine(rest);
     checkRanges(selection, range);
     VersionInfo info;
-    if (parseVersionFile(rest, info)) {
+    if (edges().parseVersionXml(rest, info)) {
         select(selection, info);
     }
+    VersionInfo plain;
+    require(!parsePlainVersionFile(rest, plain) || plain == info, "who reads it does not matter");
     // Hardly any mutation is well-formed, so the selection gets a file of its own, too.
     info = {};
     info.topVersion = "2023.4.2";

@@ -1,30 +1,13 @@
 #include "cfginclude/generation_time.h"
 
-#include <QDateTime>
-#include <QTimeZone>
+#include <array>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/time_zone.h"
 
 namespace quillmark {
-
-namespace {
-
-GenerationTime describe(const QDateTime& local) {
-    constexpr int kSecondsPerMinute = 60;
-    constexpr int kMinutesPerHour = 60;
-    const int offset = local.offsetFromUtc();
-    const int minutes = std::abs(offset) / kSecondsPerMinute;
-    const QString stamp = QStringLiteral("%1%2%3:%4")
-                              .arg(local.toString(QStringLiteral("yyyy-MM-dd'T'HH:mm:ss")))
-                              .arg(QLatin1Char(offset > 0 ? '+' : '-'))
-                              .arg(minutes / kMinutesPerHour, 2, 10, QLatin1Char('0'))
-                              .arg(minutes % kMinutesPerHour, 2, 10, QLatin1Char('0'));
-    return {local.toSecsSinceEpoch(), stamp.toStdString()};
-}
-
-}  // namespace
 
 GenerationTime currentGenerationTime() {
     const std::int64_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
@@ -32,7 +15,22 @@ GenerationTime currentGenerationTime() {
 }
 
 GenerationTime generationTimeAt(std::int64_t secondsSinceEpoch, std::int32_t utcOffset) {
-    return describe(QDateTime::fromSecsSinceEpoch(secondsSinceEpoch, QTimeZone(utcOffset)));
+    using std::chrono::floor;
+    const std::chrono::sys_seconds local(std::chrono::seconds(secondsSinceEpoch + utcOffset));
+    const auto midnight = floor<std::chrono::days>(local);
+    const std::chrono::year_month_day date(midnight);
+    const std::chrono::hh_mm_ss time(local - midnight);
+    const std::chrono::hh_mm_ss offset(std::chrono::seconds(std::abs(utcOffset)));
+
+    std::array<char, 64> stamp{};
+    const int length = std::snprintf(
+        stamp.data(), stamp.size(), "%04d-%02u-%02uT%02d:%02d:%02d%c%02d:%02d",
+        static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+        static_cast<unsigned>(date.day()), static_cast<int>(time.hours().count()),
+        static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()),
+        utcOffset > 0 ? '+' : '-', static_cast<int>(offset.hours().count()),
+        static_cast<int>(offset.minutes().count()));
+    return {secondsSinceEpoch, std::string(stamp.data(), static_cast<std::size_t>(length))};
 }
 
 }  // namespace quillmark

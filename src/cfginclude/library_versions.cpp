@@ -1,8 +1,5 @@
 #include "cfginclude/library_versions.h"
 
-#include <QString>
-#include <QStringList>
-#include <QXmlStreamReader>
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
@@ -13,6 +10,7 @@
 #include <system_error>
 #include <tuple>
 
+#include "cfginclude/version_file.h"
 #include "platform/console.h"
 #include "platform/input_file.h"
 
@@ -198,98 +196,6 @@ RangeResult checkVersion(const std::optional<Version>& version, std::string_view
     return RangeResult::kInside;
 }
 
-std::string utf8(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-// The text of the element just started, with that of elements inside; ends at its end tag. Qt's own
-// way of reading it recurses, and a damaged file can nest more deeply than the stack goes.
-QString elementText(QXmlStreamReader& xml) {
-    QString text;
-    int depth = 1;
-    while (depth > 0 && !xml.atEnd()) {
-        switch (xml.readNext()) {
-            case QXmlStreamReader::StartElement:
-                ++depth;
-                break;
-            case QXmlStreamReader::EndElement:
-                --depth;
-                break;
-            case QXmlStreamReader::Characters:
-            case QXmlStreamReader::EntityReference:
-                text += xml.text();
-                break;
-            default:
-                break;
-        }
-    }
-    return text;
-}
-
-QString foldedText(QXmlStreamReader& xml) {
-    return elementText(xml).simplified();
-}
-
-bool readToNextStart(QXmlStreamReader& xml) {
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement) {
-            return true;
-        }
-    }
-    return false;
-}
-
-VersionRestriction readRestriction(QXmlStreamReader& xml, const QString& topVersion) {
-    VersionRestriction restriction;
-    // The elements inside the restriction that are open.
-    int depth = 0;
-    while (!xml.atEnd() && depth >= 0) {
-        const QXmlStreamReader::TokenType token = xml.readNext();
-        if (token == QXmlStreamReader::EndElement) {
-            --depth;
-        } else if (token == QXmlStreamReader::StartElement) {
-            if (xml.name() == u"Check") {
-                restriction.check =
-                    utf8(foldedText(xml).replace(QStringLiteral("$TopVersion$"), topVersion));
-            } else if (xml.name() == u"MessageWarning") {
-                restriction.hasWarning = true;
-                restriction.warning = utf8(foldedText(xml));
-            } else {
-                ++depth;
-            }
-        }
-    }
-    return restriction;
-}
-
-// The three elements stand in this order, each the next to start after the one before; whatever
-// else starts there takes its place.
-void readVersionElements(QXmlStreamReader& xml, VersionInfo& info) {
-    while (readToNextStart(xml) && xml.name() != u"TopVersion") {
-    }
-    if (xml.atEnd()) {
-        return;
-    }
-    const QString topVersion = elementText(xml);
-    info.topVersion = utf8(topVersion);
-
-    if (readToNextStart(xml) && xml.name() == u"VersionList") {
-        for (const QString& version : foldedText(xml).split(u' ', Qt::SkipEmptyParts)) {
-            info.versions.push_back(utf8(version));
-        }
-    }
-    if (readToNextStart(xml) && xml.name() == u"Restrictions") {
-        while (xml.readNextStartElement()) {
-            if (xml.name() == u"VersionRestriction") {
-                info.restrictions.push_back(readRestriction(xml, topVersion));
-            } else {
-                xml.skipCurrentElement();
-            }
-        }
-    }
-}
-
 // The range that a user has given: "sigTrak+1.4.4-1.5.5" is the selection "sigTrak=1.4.4" with the
 // last version "1.5.5".
 struct UserRange {
@@ -465,23 +371,6 @@ void Selector::warnOfRestrictions(const Version& last, const std::optional<Versi
 
 }  // namespace
 
-bool readVersionFile(const std::string& name, VersionInfo& info) {
-    std::string bytes;
-    return readWholeFile(name, bytes) && parseVersionFile(bytes, info);
-}
-
-bool parseVersionFile(std::string_view bytes, VersionInfo& info) {
-    info = {};
-    // cppcheck-suppress invalidLifetime ; the reader gets a copy of the bytes
-    QXmlStreamReader xml(QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    readVersionElements(xml, info);
-    // What follows means nothing to us, but a damaged file is not to be trusted.
-    while (!xml.atEnd()) {
-        xml.readNext();
-    }
-    return !xml.hasError();
-}
-
 RangeResult checkRange(std::string_view selection, std::string_view spec, RangeMode mode) {
     return checkVersion(selectedVersion(selection), spec, mode);
 }
@@ -493,8 +382,9 @@ LibrarySelection selectLibrary(std::string_view libraryText, const VersionInfo& 
 
 LibrarySelection selectLibrary(std::string_view libraryText, const std::string& versionFile,
                                Console& console) {
+    std::string bytes;
     VersionInfo info;
-    if (!readVersionFile(versionFile, info)) {
+    if (!readWholeFile(versionFile, bytes) || !parseVersionFile(bytes, info, console)) {
         console.printLine("Error: Configuration file not found!");
         return {SelectionStatus::kNoVersionFile, {}, {}};
     }

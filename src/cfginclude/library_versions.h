@@ -2,7 +2,8 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "edges/version_info.h"
 
 namespace quillmark {
 
@@ -22,20 +23,6 @@ class Console;
 
 /// The library whose versions the include document depends on.
 inline constexpr std::string_view kLibraryName = "sigTrak";
-
-/// What the version file says about a version range given by the user.
-struct VersionRestriction {
-    std::string check;  ///< range spec
-    bool hasWarning = false;
-    std::string warning;
-};
-
-/// Content of the version file, all texts in UTF-8.
-struct VersionInfo {
-    std::string topVersion;  ///< the latest version; empty if the file names none
-    std::vector<std::string> versions;
-    std::vector<VersionRestriction> restrictions;
-};
 
 /// What the chosen library version understands.
 struct LibraryFeatures {
@@ -74,13 +61,6 @@ struct LibrarySelection {
 
 /// Name of the version file, which is looked for in the current directory.
 inline constexpr std::string_view kVersionFileName = "sigtrakVersions.xml";
-
-/// Reads a version file. Returns false when it cannot be opened or is not well-formed XML to its
-/// end; `info` is of no use then. Elements that are missing leave their part of `info` empty.
-[[nodiscard]] bool readVersionFile(const std::string& name, VersionInfo& info);
-
-/// The same for the content of a version file.
-[[nodiscard]] bool parseVersionFile(std::string_view bytes, VersionInfo& info);
 
 /// Finds where the library version of a selection lies in a range spec.
 [[nodiscard]] RangeResult checkRange(std::string_view selection, std::string_view spec,

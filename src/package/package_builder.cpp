@@ -2,14 +2,12 @@
 
 #include <QDateTime>
 #include <QTimeZone>
-#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <utility>
 
-#include "model/setting_names.h"
 #include "package/archive.h"
 #include "package/error_texts.h"
 #include "platform/directories.h"
@@ -22,19 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kNoCompression = 0;
-
-/// The first module of the first project, or nullptr.
-const PhGroup* firstModule(const PhRoot& model) {
-    if (model.documents.empty() || model.documents.at(0).documents.empty()) {
-        return nullptr;
-    }
-    return &model.documents.at(0).documents.at(0);
-}
-
-bool mayStandInPrefix(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
-           c == '-';
-}
 
 /// Deletes the include file whose content is in the package now. If both have the same name, the
 /// package has already taken its place; and what is no file (a device) is not ours to delete.
@@ -59,9 +44,8 @@ PackageEnvironment currentPackageEnvironment() {
 cGenerator::cGenerator(PackageEnvironment environment, Console& console)
     : environment_(std::move(environment)), console_(console), staging_(console) {}
 
-int cGenerator::generate(const ConvertRequest& request, std::string_view userFilePrefix,
-                         IncludeFileState includeFile) {
-    const int code = runSteps(request, userFilePrefix, includeFile);
+int cGenerator::generate(const PackageOrder& order) {
+    const int code = runSteps(order);
     if (code != kPackageOk) {
         announce(kGenerationFailed);
         console_.printLine("ERROR: " + filledText(errorText(code), {staging_.failedFile()}));
@@ -71,75 +55,51 @@ int cGenerator::generate(const ConvertRequest& request, std::string_view userFil
     return 0;
 }
 
-int cGenerator::runSteps(const ConvertRequest& request, std::string_view userFilePrefix,
-                         IncludeFileState includeFile) {
+int cGenerator::runSteps(const PackageOrder& order) {
     announce(kPreparingDirectories);
     int code = staging_.createStagingTree(environment_.tempDirectory, environment_.stagingName);
     if (code != kPackageOk) {
         return code;
     }
     announce(kCopyingUserFiles);
-    code = staging_.copyUserFiles(request.userFiles, userFilePrefix);
+    code = staging_.copyUserFiles(order.userFiles, order.userFilePrefix);
     if (code != kPackageOk) {
         return code;
     }
     announce(kCopyingConfigurationFile);
-    code = stageIncludeFile(request.outputFile, includeFile);
+    code = stageIncludeFile(order);
     if (code != kPackageOk) {
         return code;
     }
     announce(kCreatingArchive);
-    code = createArchive(request.zpkiFile, staging_.stagedFiles(), kNoCompression);
+    code = createArchive(order.packageFile, staging_.stagedFiles(), kNoCompression);
     if (code != kPackageOk) {
         return code;
     }
     for (const StagedFile& file : staging_.stagedFiles()) {
         console_.printLine(
-            filledText("File %1 added to archive %2", {file.path, request.zpkiFile}));
+            filledText("File %1 added to archive %2", {file.path, order.packageFile}));
     }
     announce(kCleaningUp);
     code = staging_.cleanUp();
     if (code != kPackageOk) {
         return code;
     }
-    removePackedFile(request.outputFile, request.zpkiFile);
+    removePackedFile(order.includeFile, order.packageFile);
     return kPackageOk;
 }
 
-int cGenerator::stageIncludeFile(const std::string& file, IncludeFileState state) {
-    // A logger would take what is missing in it for what was never asked for.
-    return state == IncludeFileState::complete ? staging_.copyConfigurationFile(file, true)
-                                               : kCopyingConfigurationFileFailed;
+int cGenerator::stageIncludeFile(const PackageOrder& order) {
+    return order.includeFileIsComplete ? staging_.copyConfigurationFile(order.includeFile, true)
+                                       : kCopyingConfigurationFileFailed;
 }
 
 void cGenerator::announce(int step) {
     console_.printLine(progressText(step));
 }
 
-std::string userFilePrefix(const PhRoot& model) {
-    const PhGroup* const module = firstModule(model);
-    if (module == nullptr || !module->properties) {
-        return {};
-    }
-    const PhValue* const epk = module->properties->find(setting::kEpk);
-    if (epk == nullptr) {
-        return {};
-    }
-    std::string prefix(epk->text().view());
-    std::replace_if(
-        prefix.begin(), prefix.end(), [](char c) { return !mayStandInPrefix(c); }, '_');
-    return prefix;
-}
-
-int buildPackage(const ConvertRequest& request, const CfgElement& root, const PhRoot& model,
-                 Console& console) {
-    const IncludeFileState includeFile =
-        storeIncludeFile(request.outputFile, root, request.indent, console);
-    if (includeFile == IncludeFileState::notOpened) {
-        return 1;
-    }
-    const std::string prefix = request.epkFilePrefix ? userFilePrefix(model) : std::string();
-    return cGenerator(currentPackageEnvironment(), console).generate(request, prefix, includeFile);
+int generatePackage(const PackageOrder& order, Console& console) {
+    return cGenerator(currentPackageEnvironment(), console).generate(order);
 }
 
 }  // namespace quillmark

@@ -50,36 +50,34 @@ TEST_F(LocalNames, GoThroughAWholePackage) {
     for (const std::string& name : localNames()) {
         const std::string temp = dir.file("temp " + name);
         ASSERT_TRUE(createPrivateDirectory(temp));
-        ConvertRequest request;
-        request.userFiles = {dir.file(name), dir.file("plain")};
-        request.outputFile = dir.file("o" + name);
-        request.zpkiFile = dir.file(name + ".zpki");
-        for (const std::string& file : request.userFiles) {
+        PackageOrder order;
+        order.userFilePrefix = "P_";
+        order.userFiles = {dir.file(name), dir.file("plain")};
+        order.includeFile = dir.file("o" + name);
+        order.packageFile = dir.file(name + ".zpki");
+        for (const std::string& file : order.userFiles) {
             writeFile(file, "content of " + file);
         }
-        writeFile(request.outputFile, "document");
-        writeFile(request.zpkiFile, "older package");
+        writeFile(order.includeFile, "document");
+        writeFile(order.packageFile, "older package");
 
         console.out.clear();
         contents.clear();
-        EXPECT_EQ(cGenerator({temp, "20240307_140509"}, console)
-                      .generate(request, "P_", IncludeFileState::complete),
-                  0)
-            << console.out;
-        EXPECT_THAT(namesIn(request.zpkiFile),
+        EXPECT_EQ(cGenerator({temp, "20240307_140509"}, console).generate(order), 0) << console.out;
+        EXPECT_THAT(namesIn(order.packageFile),
                     ElementsAreArray({"userfiles/P_" + name, std::string("userfiles/P_plain"),
                                       "deviceconf/sigtrak/o" + name}));
-        EXPECT_THAT(contents, ElementsAreArray({"content of " + request.userFiles[0],
-                                                "content of " + request.userFiles[1],
+        EXPECT_THAT(contents, ElementsAreArray({"content of " + order.userFiles[0],
+                                                "content of " + order.userFiles[1],
                                                 std::string("document")}));
         const std::string staged = temp + "/20240307_140509/userfiles/P_" + name;
-        EXPECT_THAT(console.out, HasSubstr("Database file " + request.userFiles[0] + " copied to " +
+        EXPECT_THAT(console.out, HasSubstr("Database file " + order.userFiles[0] + " copied to " +
                                            staged + "\n"));
         EXPECT_THAT(console.out,
-                    HasSubstr("File " + staged + " added to archive " + request.zpkiFile + "\n"));
+                    HasSubstr("File " + staged + " added to archive " + order.packageFile + "\n"));
         EXPECT_THAT(console.out, HasSubstr("Temporary file " + staged + " removed\n"));
         EXPECT_TRUE(std::filesystem::is_empty(toPath(temp)));
-        EXPECT_FALSE(std::filesystem::exists(toPath(request.outputFile)));
+        EXPECT_FALSE(std::filesystem::exists(toPath(order.includeFile)));
     }
 }
 

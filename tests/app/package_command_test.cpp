@@ -1,0 +1,109 @@
+#include "app/package_command.h"
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "cfginclude/include_document.h"
+#include "cli/file_tree.h"
+#include "support/collecting_console.h"
+#include "support/system.h"
+#include "support/temp_dir.h"
+
+namespace quillmark {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(UserFilePrefix, EveryOtherByteGivesWay) {
+    PhRoot model;
+    EXPECT_EQ(userFilePrefix(model), "");
+    model.documents.append(makePh<PhGroup>(PhDocumentKind::Project, nullptr));
+    EXPECT_EQ(userFilePrefix(model), "");
+    PhGroup& project = model.documents.at(0);
+    for (int i = 0; i < 2; ++i) {
+        project.documents.append(makePh<PhGroup>(PhDocumentKind::Module, &project));
+    }
+    EXPECT_EQ(userFilePrefix(model), "");
+    project.documents.at(1).obtainProperties().setText("mod_par/epk", "second");
+    EXPECT_EQ(userFilePrefix(model), "");
+    PhProperties& properties = project.documents.at(0).obtainProperties();
+    properties.setInteger("mod_par/addr_epk", 1);
+    EXPECT_EQ(userFilePrefix(model), "");
+    properties.setText("mod_par/epk", "AB 12/x");
+    EXPECT_EQ(userFilePrefix(model), "AB_12_x");
+    properties.setText("mod_par/epk", "azAZ09_-@[`{/:.\xc3\xbc\r\n");
+    EXPECT_EQ(userFilePrefix(model), "azAZ09_-___________");
+}
+
+class BuildPackage : public testing::Test {
+  protected:
+    BuildPackage() {
+        request.outputFile = dir.file("ecu.cfginclude");
+        request.zpkiFile = dir.file("ecu.zpki");
+        setTemporaryPath(temp.path().string());
+    }
+    ~BuildPackage() override { setTemporaryPath(oldPath_); }
+
+    static void setTemporaryPath(const std::string& path) {
+        setVariable(kIsWindows ? "TMP" : "TMPDIR", path);
+    }
+
+    TempDir dir;
+    TempDir temp;
+    ConvertRequest request;
+    PhRoot model;
+    CfgElement root{"r"};
+    CollectingConsole console;
+
+  private:
+    std::string oldPath_ = fs::temp_directory_path().string();
+};
+
+TEST_F(BuildPackage, WritesTheIncludeFileFirst) {
+    request.indent = true;
+    EXPECT_EQ(buildPackage(request, root, model, console), 0);
+    std::vector<std::string> problems;
+    const auto entries = golden::readPackage(readFile(request.zpkiFile), problems);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].content, "<r>\r\n</r>\r\n");
+    EXPECT_FALSE(fs::exists(request.outputFile));
+}
+
+TEST_F(BuildPackage, HandsTheUserFilesOn) {
+    model.documents.append(makePh<PhGroup>(PhDocumentKind::Project, nullptr));
+    auto module = makePh<PhGroup>(PhDocumentKind::Module, &model.documents.at(0));
+    module->obtainProperties().setText("mod_par/epk", "E 1");
+    model.documents.at(0).documents.append(std::move(module));
+    request.epkFilePrefix = true;
+    request.userFiles = {dir.file("notes")};
+    writeFile(request.userFiles[0], "text");
+    EXPECT_EQ(buildPackage(request, root, model, console), 0);
+    std::vector<std::string> problems;
+    const auto entries = golden::readPackage(readFile(request.zpkiFile), problems);
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].name, "userfiles/E_1notes");
+}
+
+TEST_F(BuildPackage, AnIncludeFileThatCannotBeWrittenIsAllThatIsReported) {
+    request.outputFile = dir.file("missing/ecu");
+    EXPECT_EQ(buildPackage(request, root, model, console), 1);
+    EXPECT_EQ(console.out, "ERROR: Cannot open output file: " + request.outputFile + "\n");
+}
+
+TEST_F(BuildPackage, AnIncludeFileThatWasCutOffIsNotPacked) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP() << "this system has no /dev/full";
+    }
+    request.outputFile = "/dev/full";
+    EXPECT_EQ(buildPackage(request, root, model, console), 1);
+    EXPECT_TRUE(console.out.ends_with("ERROR: Copying configuration file failed!\n"))
+        << console.out;
+    EXPECT_FALSE(fs::exists(request.zpkiFile));
+}
+
+}  // namespace
+}  // namespace quillmark
