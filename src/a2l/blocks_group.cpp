@@ -1,113 +1,118 @@
 // How signals are ordered for people: GROUP, FUNCTION, FRAME, USER_RIGHTS, and notes (ANNOTATION).
 
-#include "a2l/ph_a2l.h"
+#include <string_view>
+
+#include "a2l/core_blocks.h"
 
 namespace quillmark {
 
+namespace {
+
 using namespace kw::core;
-using Rule = OptionalRule<PhA2l, PhFunction>;
 
-template <int Keyword>
-int PhA2l::parseSignalNames(PhFunction& function) {
-    return readNameBlock(
-        Keyword, [&](std::string_view name) { references_->bindMemberSoon(function, name); });
-}
+using FunctionRule = CoreRule<PhFunction>;
 
-template <int Keyword>
-int PhA2l::parseFunctionNames(PhFunction& function) {
-    return readNameBlock(Keyword, [&](std::string_view name) {
-        function.functions.append(references_->refer<PhFunction>(name));
+/// A block of names of signals.
+int parseSignalNames(CoreReader& reader, PhFunction& function, const FunctionRule& rule) {
+    return reader.readNameBlock(rule.keyword(), [&](std::string_view name) {
+        reader.references().bindMemberSoon(function, name);
     });
 }
 
-int PhA2l::parseGroup(PhGroup& module) {
-    static constexpr Rule kRules[] = {
-        {Form::Bare, ROOT, nullptr, 0},
-        {Form::Block, REF_CHARACTERISTIC, &PhA2l::parseSignalNames<REF_CHARACTERISTIC>},
-        {Form::Block, REF_MEASUREMENT, &PhA2l::parseSignalNames<REF_MEASUREMENT>},
-        {Form::Block, SUB_GROUP, &PhA2l::parseFunctionNames<SUB_GROUP>},
-        {Form::Block, FUNCTION_LIST, &PhA2l::parseFunctionNames<FUNCTION_LIST>},
-        {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
-    };
-    const auto group = defineNext<PhFunction>();
-    readLongIdentifier(*group);
-    traceBlock("Parse GROUP '%s'\n", *group);
-    keepIn(module.functions, group);
-    const int kind = readOptionals(*this, kRules, *group, next());
-    return kind == END ? closeBlock(GROUP) : kind;
+/// A block of names of groups or functions.
+int parseFunctionNames(CoreReader& reader, PhFunction& function, const FunctionRule& rule) {
+    return reader.readNameBlock(rule.keyword(), [&](std::string_view name) {
+        function.functions.append(reader.refer<PhFunction>(name));
+    });
 }
 
-int PhA2l::parseFunction(PhGroup& module) {
-    static constexpr Rule kRules[] = {
-        {Form::Bare, FUNCTION_VERSION, nullptr, 1},
-        {Form::Block, DEF_CHARACTERISTIC, &PhA2l::parseSignalNames<DEF_CHARACTERISTIC>},
-        {Form::Block, REF_CHARACTERISTIC, &PhA2l::parseSignalNames<REF_CHARACTERISTIC>},
-        {Form::Block, IN_MEASUREMENT, &PhA2l::parseSignalNames<IN_MEASUREMENT>},
-        {Form::Block, LOC_MEASUREMENT, &PhA2l::parseSignalNames<LOC_MEASUREMENT>},
-        {Form::Block, OUT_MEASUREMENT, &PhA2l::parseSignalNames<OUT_MEASUREMENT>},
-        {Form::Block, SUB_FUNCTION, &PhA2l::parseFunctionNames<SUB_FUNCTION>},
-        {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhFunction>},
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFunction>},
-    };
-    const auto function = defineNext<PhFunction>();
-    readLongIdentifier(*function);
-    traceBlock("Parse FUNCTION '%s'\n", *function);
-    keepIn(module.functions, function);
-    const int kind = readOptionals(*this, kRules, *function, next());
-    return kind == END ? closeBlock(FUNCTION) : kind;
+int parseFrameMeasurement(CoreReader& reader, PhFrame& frame) {
+    return reader.readNames(
+        [&](std::string_view name) { frame.signals.append(reader.refer<PhEntity>(name)); });
 }
 
-int PhA2l::parseFrame(PhGroup& module) {
-    static constexpr OptionalRule<PhA2l, PhFrame> kRules[] = {
-        {Form::Bare, FRAME_MEASUREMENT, &PhA2l::parseFrameMeasurement},
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhFrame>},
+/// What a note fills: nothing is kept of it.
+struct Annotation {};
+
+int parseAnnotationText(CoreReader& reader, Annotation&) {
+    int kind = reader.next();
+    while (kind == TOK_STRING) {
+        kind = reader.next();
+    }
+    return kind == END ? reader.closeBlock(ANNOTATION_TEXT) : reader.unexpectedToken(kind);
+}
+
+}  // namespace
+
+int parseGroup(CoreReader& reader, PhGroup& module) {
+    static constexpr FunctionRule kRules[] = {
+        skipped(ROOT, 0),
+        block(REF_CHARACTERISTIC, parseSignalNames),
+        block(REF_MEASUREMENT, parseSignalNames),
+        block(SUB_GROUP, parseFunctionNames),
+        block(FUNCTION_LIST, parseFunctionNames),
+        block(ANNOTATION, parseAnnotation<PhFunction>),
+        block(IF_DATA, parseIfData<PhFunction>),
+    };
+    const auto group = reader.defineNext<PhFunction>();
+    reader.readLongIdentifier(*group);
+    reader.traceBlock("Parse GROUP '%s'\n", group->name());
+    reader.keepIn(module.functions, group);
+    return readParts(reader, kRules, *group, GROUP, reader.next());
+}
+
+int parseFunction(CoreReader& reader, PhGroup& module) {
+    static constexpr FunctionRule kRules[] = {
+        skipped(FUNCTION_VERSION, 1),
+        block(DEF_CHARACTERISTIC, parseSignalNames),
+        block(REF_CHARACTERISTIC, parseSignalNames),
+        block(IN_MEASUREMENT, parseSignalNames),
+        block(LOC_MEASUREMENT, parseSignalNames),
+        block(OUT_MEASUREMENT, parseSignalNames),
+        block(SUB_FUNCTION, parseFunctionNames),
+        block(ANNOTATION, parseAnnotation<PhFunction>),
+        block(IF_DATA, parseIfData<PhFunction>),
+    };
+    const auto function = reader.defineNext<PhFunction>();
+    reader.readLongIdentifier(*function);
+    reader.traceBlock("Parse FUNCTION '%s'\n", function->name());
+    reader.keepIn(module.functions, function);
+    return readParts(reader, kRules, *function, FUNCTION, reader.next());
+}
+
+int parseFrame(CoreReader& reader, PhGroup& module) {
+    static constexpr CoreRule<PhFrame> kRules[] = {
+        bare(FRAME_MEASUREMENT, parseFrameMeasurement),
+        block(IF_DATA, parseIfData<PhFrame>),
     };
     auto frame = makePh<PhFrame>();
-    frame->setName(readIdentifier());
-    readLongIdentifier(*frame);
-    traceBlock("Parse FRAME '%s'\n", *frame);
-    readIntPair(frame->scalingUnit, frame->rate);
-    keepIn(module.frames, frame);
-    const int kind = readOptionals(*this, kRules, *frame, next());
-    return kind == END ? closeBlock(FRAME) : kind;
-}
-
-int PhA2l::parseFrameMeasurement(PhFrame& frame) {
-    return readNames(
-        [&](std::string_view name) { frame.signals.append(references_->refer<PhEntity>(name)); });
+    frame->setName(reader.readIdentifier());
+    reader.readLongIdentifier(*frame);
+    reader.traceBlock("Parse FRAME '%s'\n", frame->name());
+    reader.readIntPair(frame->scalingUnit, frame->rate);
+    reader.keepIn(module.frames, frame);
+    return readParts(reader, kRules, *frame, FRAME, reader.next());
 }
 
 // Who may see what is no concern of the logger; the block is checked and dropped.
-int PhA2l::parseUserRights(PhGroup& module) {
-    static constexpr OptionalRule<PhA2l, PhGroup> kRules[] = {
-        {Form::Bare, READ_ONLY, nullptr, 0},
-        {Form::Block, REF_GROUP, &PhA2l::dropNameBlock<PhGroup, REF_GROUP>},
+int parseUserRights(CoreReader& reader, PhGroup& module) {
+    static constexpr CoreRule<PhGroup> kRules[] = {
+        skipped(READ_ONLY, 0),
+        skippedNameBlock(REF_GROUP),
     };
-    readIdentifier();
-    if (verbose()) {
-        trace("Parse USER_RIGHTS\n");
-    }
-    const int kind = readOptionals(*this, kRules, module, next());
-    return kind == END ? closeBlock(USER_RIGHTS) : kind;
+    reader.readIdentifier();
+    reader.traceBlock("Parse USER_RIGHTS\n");
+    return readParts(reader, kRules, module, USER_RIGHTS, reader.next());
 }
 
-int PhA2l::readAnnotation() {
-    static constexpr OptionalRule<PhA2l, PhA2l> kRules[] = {
-        {Form::Bare, ANNOTATION_LABEL, nullptr, 1},
-        {Form::Bare, ANNOTATION_ORIGIN, nullptr, 1},
-        {Form::Block, ANNOTATION_TEXT, &PhA2l::parseAnnotationText},
+int readAnnotation(CoreReader& reader) {
+    static constexpr CoreRule<Annotation> kRules[] = {
+        skipped(ANNOTATION_LABEL, 1),
+        skipped(ANNOTATION_ORIGIN, 1),
+        block(ANNOTATION_TEXT, parseAnnotationText),
     };
-    const int kind = readOptionals(*this, kRules, *this, next());
-    return kind == END ? closeBlock(ANNOTATION) : kind;
-}
-
-int PhA2l::parseAnnotationText(PhA2l&) {
-    int kind = next();
-    while (kind == TOK_STRING) {
-        kind = next();
-    }
-    return kind == END ? closeBlock(ANNOTATION_TEXT) : unexpectedToken(kind);
+    Annotation annotation;
+    return readParts(reader, kRules, annotation, ANNOTATION, reader.next());
 }
 
 }  // namespace quillmark

@@ -1,223 +1,210 @@
 // The frame of a description: PROJECT, HEADER, MODULE, MOD_PAR with its memory segments,
 // MOD_COMMON.
 
-#include "a2l/ph_a2l.h"
+#include "a2l/core_blocks.h"
 #include "a2l/reader/enumeration_parameter.h"
 #include "model/setting_names.h"
 
 namespace quillmark {
 
+namespace {
+
 using namespace kw::core;
-using Rule = OptionalRule<PhA2l, PhGroup>;
 
-int PhA2l::parseProject(PhRoot& root) {
-    auto project = makePh<PhGroup>(PhDocumentKind::Project, nullptr);
-    int kind = next();
-    if (kind != TOK_STRING && kind != TOK_IDENT) {
-        return fail("Identifier expected");
-    }
-    project->setName(PhString(token().text));
-    kind = next();
-    if (kind != TOK_STRING && kind != TOK_IDENT) {
-        return fail("String expected");
-    }
-    if (keepsLongIdentifiers()) {
-        project->setLongIdentifier(PhString(token().text));
-    }
-    root.documents.append(project);
-    traceBlock("Parse PROJECT '%s'\n", *project);
+using GroupRule = CoreRule<PhGroup>;
 
-    static constexpr Rule kRules[] = {
-        {Form::Block, MODULE, &PhA2l::parseModule},
-        {Form::Block, HEADER, &PhA2l::parseHeader},
+int parseHeader(CoreReader& reader, PhGroup& project) {
+    const PhString comment = reader.readString();
+    reader.traceBlock("Parse HEADER '%s'\n", comment);
+    static constexpr GroupRule kRules[] = {
+        skipped(VERSION, 1),
+        skipped(PROJECT_NO, 1),
     };
-    kind = readOptionals(*this, kRules, *project, next());
-    return kind == END ? closeBlock(PROJECT) : kind;
-}
-
-int PhA2l::parseHeader(PhGroup& project) {
-    const PhString comment = readString();
-    traceText("Parse HEADER '%s'\n", comment);
-    static constexpr Rule kRules[] = {
-        {Form::Bare, VERSION, nullptr, 1},
-        {Form::Bare, PROJECT_NO, nullptr, 1},
-    };
-    const int kind = readOptionals(*this, kRules, project, next());
-    return kind == END ? closeBlock(HEADER) : kind;
-}
-
-int PhA2l::parseModule(PhGroup& project) {
-    auto module = makePh<PhGroup>(PhDocumentKind::Module, &project);
-    module->setName(readIdentifier());
-    readLongIdentifier(*module);
-    if (failed()) {
-        return TOK_ERROR;
-    }
-    project.documents.append(module);
-    traceBlock("Parse MODULE '%s'\n", *module);
-    const ModuleReferences references(*module, references_);
-
-    static constexpr Rule kRules[] = {
-        {Form::Block, MEASUREMENT, &PhA2l::parseMeasurement},
-        {Form::Block, CHARACTERISTIC, &PhA2l::parseCharacteristic},
-        {Form::Block, COMPU_METHOD, &PhA2l::parseCompuMethod},
-        {Form::Block, COMPU_TAB, &PhA2l::parseCompuTab},
-        {Form::Block, COMPU_VTAB, &PhA2l::parseCompuVtab},
-        {Form::Block, COMPU_VTAB_RANGE, &PhA2l::parseCompuVtabRange},
-        {Form::Block, AXIS_PTS},  // skipped
-        {Form::Block, RECORD_LAYOUT, &PhA2l::parseRecordLayout},
-        {Form::Block, GROUP, &PhA2l::parseGroup},
-        {Form::Block, FUNCTION, &PhA2l::parseFunction},
-        {Form::Block, FRAME, &PhA2l::parseFrame},
-        {Form::Block, UNIT, &PhA2l::parseUnit},
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhGroup>},
-        {Form::Block, MOD_PAR, &PhA2l::parseModPar},
-        {Form::Block, MOD_COMMON, &PhA2l::parseModCommon},
-        {Form::Block, A2ML, &PhA2l::parseA2ml},
-        {Form::Block, USER_RIGHTS, &PhA2l::parseUserRights},
-        {Form::Block, VARIANT_CODING},  // skipped
-        {Form::Bare, INCLUDE, &PhA2l::parseInclude},
-    };
-    const int kind = readOptionals(*this, kRules, *module, next());
-    return kind == END ? closeBlock(MODULE) : kind;
+    return readParts(reader, kRules, project, HEADER, reader.next());
 }
 
 // The named file is not read: what it would add is not part of this description.
-int PhA2l::parseInclude(PhGroup&) {
-    return next() == TOK_STRING ? next() : fail("Filename expected");
+int parseInclude(CoreReader& reader, PhGroup&) {
+    return reader.next() == TOK_STRING ? reader.next() : reader.fail("Filename expected");
 }
 
 // The interface description language is read over up to the first /end; it knows no blocks of its
 // own.
-int PhA2l::parseA2ml(PhGroup&) {
-    if (verbose()) {
-        trace("  Parse A2ML \n");
-    }
-    int kind = next();
+int parseA2ml(CoreReader& reader, PhGroup&) {
+    reader.traceBlock("  Parse A2ML \n");
+    int kind = reader.next();
     while (kind != END && kind != TOK_EOF && kind != TOK_ERROR) {
-        kind = next();
+        kind = reader.next();
     }
-    return kind == END ? closeBlock(A2ML) : kind;
+    return kind == END ? reader.closeBlock(A2ML) : kind;
 }
 
-int PhA2l::parseModPar(PhGroup& module) {
-    module.obtainProperties();
-    const PhString comment = readString();
-    traceText("  Parse MOD_PAR '%s'\n", comment);
-    static constexpr Rule kRules[] = {
-        {Form::Bare, VERSION, &PhA2l::parseVersion},
-        {Form::Bare, ADDR_EPK, &PhA2l::parseAddrEpk},
-        {Form::Bare, EPK, &PhA2l::parseEpk},
-        {Form::Bare, ECU, &PhA2l::parseEcu},
-        {Form::Bare, SUPPLIER, nullptr, 1},
-        {Form::Bare, CUSTOMER, nullptr, 1},
-        {Form::Bare, CUSTOMER_NO, nullptr, 1},
-        {Form::Bare, USER, nullptr, 1},
-        {Form::Bare, PHONE_NO, nullptr, 1},
-        {Form::Bare, CPU_TYPE, nullptr, 1},
-        {Form::Bare, NO_OF_INTERFACES, nullptr, 1},
-        {Form::Bare, ECU_CALIBRATION_OFFSET, nullptr, 1},
-        {Form::Bare, SYSTEM_CONSTANT, nullptr, 2},
-        {Form::Block, MEMORY_SEGMENT, &PhA2l::parseMemorySegment},
-        {Form::Block, CALIBRATION_METHOD},  // skipped
-        {Form::Block, MEMORY_LAYOUT},       // skipped
-    };
-    const int kind = readOptionals(*this, kRules, module, next());
-    return kind == END ? closeBlock(MOD_PAR) : kind;
+/// A text, kept under the name that the rule tells.
+int storeText(CoreReader& reader, PhGroup& module, const GroupRule& rule) {
+    const PhString text = reader.readString();
+    reader.keepText(module.obtainProperties(), rule.value<std::string_view>(), text.view());
+    return reader.next();
 }
 
-int PhA2l::parseVersion(PhGroup& module) {
-    return storeText(module, setting::kVersion);
-}
-
-int PhA2l::parseEpk(PhGroup& module) {
-    return storeText(module, setting::kEpk);
-}
-
-int PhA2l::parseEcu(PhGroup& module) {
-    return storeText(module, setting::kEcu);
-}
-
-int PhA2l::storeText(PhGroup& module, std::string_view property) {
-    const PhString text = readString();
-    keepText(module.obtainProperties(), property, text.view());
-    return next();
-}
-
-int PhA2l::parseAddrEpk(PhGroup& module) {
+int parseAddrEpk(CoreReader& reader, PhGroup& module) {
     std::int32_t address = 0;
-    if (readIntegerOrWarn(address)) {
+    if (reader.readIntegerOrWarn(address)) {
         module.obtainProperties().setInteger(setting::kEpkAddress, address);
     }
-    return next();
+    return reader.next();
 }
 
-int PhA2l::parseMemorySegment(PhGroup& module) {
+int parseMemorySegment(CoreReader& reader, PhGroup& module) {
     // Several words of the standard share a use of the model, which knows fewer.
     static constexpr WordRow<PhSegmentUse> kUses[] = {
-        {kw::word::CODE, {}, PhSegmentUse::Code},
-        {kw::word::DATA, {}, PhSegmentUse::Data},
-        {kw::word::VARIABLES, {}, PhSegmentUse::Variables},
-        {kw::word::RESERVED, {}, PhSegmentUse::Reserved},
-        {kw::word::CALIBRATION_VARIABLES, {}, PhSegmentUse::Parameters},
-        {kw::word::OFFLINE_DATA, {}, PhSegmentUse::Undefined},
-        {kw::word::SERAM, {}, PhSegmentUse::Undefined},
-        {kw::word::EXCLUDE_FROM_FLASH, {}, PhSegmentUse::Undefined},
+        {kw::word::CODE, PhSegmentUse::Code},
+        {kw::word::DATA, PhSegmentUse::Data},
+        {kw::word::VARIABLES, PhSegmentUse::Variables},
+        {kw::word::RESERVED, PhSegmentUse::Reserved},
+        {kw::word::CALIBRATION_VARIABLES, PhSegmentUse::Parameters},
+        {kw::word::OFFLINE_DATA, PhSegmentUse::Undefined},
+        {kw::word::SERAM, PhSegmentUse::Undefined},
+        {kw::word::EXCLUDE_FROM_FLASH, PhSegmentUse::Undefined},
     };
     static constexpr WordRow<PhMemoryType> kTypes[] = {
-        {kw::word::RAM, {}, PhMemoryType::Ram},
-        {kw::word::ROM, {}, PhMemoryType::Rom},
-        {kw::word::EPROM, {}, PhMemoryType::Eprom},
-        {kw::word::EEPROM, {}, PhMemoryType::Eeprom},
-        {kw::word::FLASH, {}, PhMemoryType::Flash},
-        {kw::word::REGISTER, {}, PhMemoryType::Register},
-        {TOK_IDENT, "NOT_IN_ECU", PhMemoryType::Undefined},
+        {kw::word::RAM, PhMemoryType::Ram},
+        {kw::word::ROM, PhMemoryType::Rom},
+        {kw::word::EPROM, PhMemoryType::Eprom},
+        {kw::word::EEPROM, PhMemoryType::Eeprom},
+        {kw::word::FLASH, PhMemoryType::Flash},
+        {kw::word::REGISTER, PhMemoryType::Register},
+        {identifier("NOT_IN_ECU"), PhMemoryType::Undefined},
     };
     static constexpr WordRow<PhMemoryAttribute> kAttributes[] = {
-        {kw::word::INTERN, {}, PhMemoryAttribute::Intern},
-        {kw::word::EXTERN, {}, PhMemoryAttribute::Extern},
+        {kw::word::INTERN, PhMemoryAttribute::Intern},
+        {kw::word::EXTERN, PhMemoryAttribute::Extern},
     };
     constexpr int kMirrorOffsets = 5;
 
     auto segment = makePh<PhMemoryPage>();
-    segment->setName(readIdentifier());
-    readLongIdentifier(*segment);
-    traceBlock("  Parse MEMORY_SEGMENT '%s'\n", *segment);
-    segment->use = readChoice(*this, kUses);
-    segment->memoryType = readChoice(*this, kTypes);
-    segment->attribute = readChoice(*this, kAttributes);
-    segment->address = readInteger();
-    segment->size = readInteger();
-    keepIn(module.memoryPages, segment);
-    static constexpr OptionalRule<PhA2l, PhMemoryPage> kRules[] = {
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhMemoryPage>},
+    segment->setName(reader.readIdentifier());
+    reader.readLongIdentifier(*segment);
+    reader.traceBlock("  Parse MEMORY_SEGMENT '%s'\n", segment->name());
+    segment->use = readChoice(reader, kUses);
+    segment->memoryType = readChoice(reader, kTypes);
+    segment->attribute = readChoice(reader, kAttributes);
+    segment->address = reader.readInteger();
+    segment->size = reader.readInteger();
+    reader.keepIn(module.memoryPages, segment);
+    static constexpr CoreRule<PhMemoryPage> kRules[] = {
+        block(IF_DATA, parseIfData<PhMemoryPage>),
     };
-    const int kind = readOptionals(*this, kRules, *segment, drop(kMirrorOffsets));
-    return kind == END ? closeBlock(MEMORY_SEGMENT) : kind;
+    return readParts(reader, kRules, *segment, MEMORY_SEGMENT, reader.drop(kMirrorOffsets));
 }
 
-int PhA2l::parseModCommon(PhGroup& module) {
-    const PhString comment = readString();
-    traceText("Parse MOD_COMMON '%s'\n", comment);
-    static constexpr Rule kRules[] = {
-        {Form::Bare, BYTE_ORDER_, &PhA2l::parseModuleByteOrder},
-        {Form::Bare, S_REC_LAYOUT, nullptr, 1},
-        {Form::Bare, DEPOSIT, nullptr, 1},
-        {Form::Bare, DATA_SIZE, nullptr, 1},
-        {Form::Bare, ALIGNMENT_BYTE, nullptr, 1},
-        {Form::Bare, ALIGNMENT_WORD, nullptr, 1},
-        {Form::Bare, ALIGNMENT_LONG, nullptr, 1},
-        {Form::Bare, ALIGNMENT_INT64, nullptr, 1},
-        {Form::Bare, ALIGNMENT_FLOAT16_IEEE, nullptr, 1},
-        {Form::Bare, ALIGNMENT_FLOAT32_IEEE, nullptr, 1},
-        {Form::Bare, ALIGNMENT_FLOAT64_IEEE, nullptr, 1},
+int parseModPar(CoreReader& reader, PhGroup& module) {
+    module.obtainProperties();
+    const PhString comment = reader.readString();
+    reader.traceBlock("  Parse MOD_PAR '%s'\n", comment);
+    static constexpr GroupRule kRules[] = {
+        bare(VERSION, storeText, setting::kVersion),
+        bare(ADDR_EPK, parseAddrEpk),
+        bare(EPK, storeText, setting::kEpk),
+        bare(ECU, storeText, setting::kEcu),
+        skipped(SUPPLIER, 1),
+        skipped(CUSTOMER, 1),
+        skipped(CUSTOMER_NO, 1),
+        skipped(USER, 1),
+        skipped(PHONE_NO, 1),
+        skipped(CPU_TYPE, 1),
+        skipped(NO_OF_INTERFACES, 1),
+        skipped(ECU_CALIBRATION_OFFSET, 1),
+        skipped(SYSTEM_CONSTANT, 2),
+        block(MEMORY_SEGMENT, parseMemorySegment),
+        skippedBlock(CALIBRATION_METHOD),
+        skippedBlock(MEMORY_LAYOUT),
     };
-    const int kind = readOptionals(*this, kRules, module, next());
-    return kind == END ? closeBlock(MOD_COMMON) : kind;
+    return readParts(reader, kRules, module, MOD_PAR, reader.next());
 }
 
-int PhA2l::parseModuleByteOrder(PhGroup&) {
-    return readByteOrder(moduleByteOrder_);
+int parseModuleByteOrder(CoreReader& reader, PhGroup&) {
+    reader.keepModuleByteOrder(readByteOrder(reader));
+    return reader.next();
+}
+
+int parseModCommon(CoreReader& reader, PhGroup& module) {
+    const PhString comment = reader.readString();
+    reader.traceBlock("Parse MOD_COMMON '%s'\n", comment);
+    static constexpr GroupRule kRules[] = {
+        bare(BYTE_ORDER_, parseModuleByteOrder),
+        skipped(S_REC_LAYOUT, 1),
+        skipped(DEPOSIT, 1),
+        skipped(DATA_SIZE, 1),
+        skipped(ALIGNMENT_BYTE, 1),
+        skipped(ALIGNMENT_WORD, 1),
+        skipped(ALIGNMENT_LONG, 1),
+        skipped(ALIGNMENT_INT64, 1),
+        skipped(ALIGNMENT_FLOAT16_IEEE, 1),
+        skipped(ALIGNMENT_FLOAT32_IEEE, 1),
+        skipped(ALIGNMENT_FLOAT64_IEEE, 1),
+    };
+    return readParts(reader, kRules, module, MOD_COMMON, reader.next());
+}
+
+int parseModule(CoreReader& reader, PhGroup& project) {
+    auto module = makePh<PhGroup>(PhDocumentKind::Module, &project);
+    module->setName(reader.readIdentifier());
+    reader.readLongIdentifier(*module);
+    if (reader.failed()) {
+        return TOK_ERROR;
+    }
+    project.documents.append(module);
+    reader.traceBlock("Parse MODULE '%s'\n", module->name());
+    const CoreReader::ModuleScope scope(reader, *module);
+
+    static constexpr GroupRule kRules[] = {
+        block(MEASUREMENT, parseMeasurement),
+        block(CHARACTERISTIC, parseCharacteristic),
+        block(COMPU_METHOD, parseCompuMethod),
+        block(COMPU_TAB, parseCompuTab),
+        block(COMPU_VTAB, parseCompuVtab),
+        block(COMPU_VTAB_RANGE, parseCompuVtabRange),
+        skippedBlock(AXIS_PTS),
+        block(RECORD_LAYOUT, parseRecordLayout),
+        block(GROUP, parseGroup),
+        block(FUNCTION, parseFunction),
+        block(FRAME, parseFrame),
+        block(UNIT, parseUnit),
+        block(IF_DATA, parseIfData<PhGroup>),
+        block(MOD_PAR, parseModPar),
+        block(MOD_COMMON, parseModCommon),
+        block(A2ML, parseA2ml),
+        block(USER_RIGHTS, parseUserRights),
+        skippedBlock(VARIANT_CODING),
+        bare(INCLUDE, parseInclude),
+    };
+    return readParts(reader, kRules, *module, MODULE, reader.next());
+}
+
+}  // namespace
+
+int parseProject(CoreReader& reader, PhRoot& root) {
+    auto project = makePh<PhGroup>(PhDocumentKind::Project, nullptr);
+    int kind = reader.next();
+    if (kind != TOK_STRING && kind != TOK_IDENT) {
+        return reader.fail("Identifier expected");
+    }
+    project->setName(PhString(reader.token().text));
+    kind = reader.next();
+    if (kind != TOK_STRING && kind != TOK_IDENT) {
+        return reader.fail("String expected");
+    }
+    if (reader.keepsLongIdentifiers()) {
+        project->setLongIdentifier(PhString(reader.token().text));
+    }
+    root.documents.append(project);
+    reader.traceBlock("Parse PROJECT '%s'\n", project->name());
+
+    static constexpr GroupRule kRules[] = {
+        block(MODULE, parseModule),
+        block(HEADER, parseHeader),
+    };
+    return readParts(reader, kRules, *project, PROJECT, reader.next());
 }
 
 }  // namespace quillmark

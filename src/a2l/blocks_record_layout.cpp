@@ -1,13 +1,14 @@
 // How values lie in memory: RECORD_LAYOUT.
 
+#include "a2l/core_blocks.h"
 #include "a2l/data_type.h"
-#include "a2l/ph_a2l.h"
+#include "a2l/reader/enumeration_parameter.h"
 
 namespace quillmark {
 
-using namespace kw::core;
-
 namespace {
+
+using namespace kw::core;
 
 /// One component of a record layout: its keyword and what follows it, one character per parameter.
 /// n: a number, dropped. d: a data type. s: a size. o: an index order. a: an addressing mode.
@@ -96,36 +97,21 @@ const ComponentRow* findComponent(int keyword) {
 struct Judged {};
 
 constexpr WordRow<Judged> kSizes[] = {
-    {kw::word::BYTE, {}, {}}, {kw::word::WORD, {}, {}}, {kw::word::LONG, {}, {}}};
+    {kw::word::BYTE, {}}, {kw::word::WORD, {}}, {kw::word::LONG, {}}};
 
-constexpr WordRow<Judged> kIndexOrders[] = {{kw::word::INDEX_INCR, {}, {}},
-                                            {kw::word::INDEX_DECR, {}, {}}};
+constexpr WordRow<Judged> kIndexOrders[] = {{kw::word::INDEX_INCR, {}}, {kw::word::INDEX_DECR, {}}};
 
 constexpr WordRow<Judged> kAddressingModes[] = {
-    {kw::word::PBYTE, {}, {}},  {kw::word::PWORD, {}, {}},    {kw::word::PLONG, {}, {}},
-    {kw::word::DIRECT, {}, {}}, {TOK_IDENT, "PLONGLONG", {}},
+    {kw::word::PBYTE, {}},  {kw::word::PWORD, {}},         {kw::word::PLONG, {}},
+    {kw::word::DIRECT, {}}, {identifier("PLONGLONG"), {}},
 };
-
-/// The data types of a record layout: those of a measurement and a half-precision real, whose
-/// values the logger cannot tell by a base type.
-constexpr auto kLayoutTypes = [] {
-    constexpr std::size_t kCount = std::size(kMeasurementTypes);
-    struct {
-        WordRow<DataType> rows[kCount + 1]{};
-    } all;
-    for (std::size_t i = 0; i < kCount; ++i) {
-        all.rows[i] = kMeasurementTypes[i];
-    }
-    all.rows[kCount] = {TOK_IDENT, "FLOAT16_IEEE", {PhBaseType::Undefined, 16}};
-    return all;
-}();
 
 /// Reads the parameters of one component; the data type among them, if any, goes into `type`.
 void readComponent(BlockReader& reader, std::string_view parameters, DataType& type) {
     for (const char parameter : parameters) {
         switch (parameter) {
             case 'd':
-                type = readChoice(reader, kLayoutTypes.rows);
+                type = readChoice(reader, kLayoutTypes);
                 break;
             case 's':
                 readChoice(reader, kSizes);
@@ -145,29 +131,27 @@ void readComponent(BlockReader& reader, std::string_view parameters, DataType& t
 
 }  // namespace
 
-int PhA2l::parseRecordLayout(PhGroup& module) {
-    const auto layout = defineNext<PhRecordLayout>();
-    if (verbose()) {
-        trace("Parse RECORD_LAYOUT\n");
-    }
-    keepIn(module.recordLayouts, layout);
-    int kind = next();
+int parseRecordLayout(CoreReader& reader, PhGroup& module) {
+    const auto layout = reader.defineNext<PhRecordLayout>();
+    reader.traceBlock("Parse RECORD_LAYOUT\n");
+    reader.keepIn(module.recordLayouts, layout);
+    int kind = reader.next();
     while (kind != END) {
         const ComponentRow* component = findComponent(kind);
         if (component == nullptr) {
-            return unexpectedToken(kind);
+            return reader.unexpectedToken(kind);
         }
         DataType type;
-        readComponent(*this, component->parameters, type);
+        readComponent(reader, component->parameters, type);
         if (kind == FNC_VALUES) {
             auto dataType = makePh<PhType>();
             dataType->baseType = type.baseType;
             dataType->sizeBits = type.sizeBits;
-            keep(layout->dataType, std::move(dataType));
+            reader.keep(layout->dataType, std::move(dataType));
         }
-        kind = next();
+        kind = reader.next();
     }
-    return closeBlock(RECORD_LAYOUT);
+    return reader.closeBlock(RECORD_LAYOUT);
 }
 
 }  // namespace quillmark

@@ -1,27 +1,49 @@
 // What can be recorded: MEASUREMENT and CHARACTERISTIC.
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <limits>
+#include <optional>
+#include <string_view>
 #include <utility>
 
+#include "a2l/core_blocks.h"
 #include "a2l/data_type.h"
-#include "a2l/ph_a2l.h"
+#include "a2l/reader/enumeration_parameter.h"
 
 namespace quillmark {
 
+namespace {
+
 using namespace kw::core;
+
+// --- Both ----------------------------------------------------------------------------------------
+
+PhNumber readLimit(CoreReader& reader, std::string_view message) {
+    const PhNumber limit = reader.number(reader.next());
+    if (!limit.isPresent()) {
+        reader.warning(message);
+    }
+    return limit;
+}
+
+void readLimits(CoreReader& reader, PhEntity& signal) {
+    reader.keep(signal.lowerLimit, readLimit(reader, "Unexpected type for lower limit."));
+    reader.keep(signal.upperLimit, readLimit(reader, "Unexpected type for upper limit."));
+}
+
+// --- MEASUREMENT ---------------------------------------------------------------------------------
 
 /// What a MEASUREMENT block collects. The dimensions wait for its end, since two keywords tell
 /// them.
-struct PhA2l::Measurement {
+struct Measurement {
     PhEntity& signal;
     bool hasArraySize = false;
     std::int32_t arraySize = 0;
     bool hasMatrixDim = false;
     std::array<std::int32_t, 3> matrixDim{1, 1, 1};
 };
-
-namespace {
 
 /// Product of three sizes, each at least 0; the largest value where it does not fit.
 std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
@@ -32,75 +54,7 @@ std::uint64_t elementCount(const std::array<std::int32_t, 3>& sizes) {
     return plane != 0 && planes > kMost / plane ? kMost : plane * planes;
 }
 
-}  // namespace
-
-int PhA2l::parseMeasurement(PhGroup& module) {
-    auto signal = defineNext<PhEntity>();
-    Measurement measurement{*signal};
-    const int kind = parseMeasurementBody(measurement);
-    if (kind != END || next() != MEASUREMENT) {
-        ++errorCount_;
-        // A signal that is its own member would keep itself for ever; no module frees this one.
-        signal->extras().virtualMembers.clear();
-        return kind == END ? fail("Keyword '%s' expected after /end", {keywordName(MEASUREMENT)})
-                           : kind;
-    }
-    applyDimensions(measurement);
-    module.signals.append(std::move(signal));
-    const int following = next();
-    errorCount_ += following == TOK_ERROR ? 1 : 0;
-    return following;
-}
-
-int PhA2l::parseMeasurementBody(Measurement& measurement) {
-    PhEntity& signal = measurement.signal;
-    signal.signalKind = PhSignalKind::Measurement;
-    readLongIdentifier(signal);
-    traceBlock("Parse MEASUREMENT '%s'\n", signal);
-    keep(signal.byteOrder, moduleByteOrder_);
-    const auto* type =
-        findChoice(*this, kMeasurementTypes, [this](int kind) { unexpectedToken(kind); });
-    if (type == nullptr) {
-        return TOK_ERROR;
-    }
-    signal.datatype.baseType = type->value.baseType;
-    signal.datatype.sizeBits = type->value.sizeBits;
-    if (next() != TOK_IDENT) {
-        return fail("Identifier expected");
-    }
-    references_->bindConversionSoon(signal, token().text);
-    drop(1);  // resolution; the token read is the accuracy, which nobody looks at
-    readLimits(signal);
-
-    using Rule = OptionalRule<PhA2l, Measurement>;
-    static constexpr Rule kRules[] = {
-        {Form::Bare, ECU_ADDRESS, &PhA2l::parseEcuAddress},
-        {Form::Bare, FORMAT, &PhA2l::dropWord<Measurement>},
-        {Form::Bare, PHYS_UNIT, &PhA2l::dropWord<Measurement>},
-        {Form::Bare, SYMBOL_LINK, nullptr, 2},
-        {Form::Bare, DISPLAY_IDENTIFIER, nullptr, 1},
-        {Form::Bare, BIT_MASK, &PhA2l::parseBitMask},
-        {Form::Bare, BYTE_ORDER_, &PhA2l::parseByteOrder},
-        {Form::Bare, MATRIX_DIM, &PhA2l::parseMatrixDim},
-        {Form::Bare, LAYOUT, &PhA2l::parseLayout},
-        {Form::Bare, ARRAY_SIZE, &PhA2l::parseArraySize},
-        {Form::Bare, ECU_ADDRESS_EXTENSION, &PhA2l::parseEcuAddressExtension},
-        {Form::Bare, MAX_REFRESH, nullptr, 2},
-        {Form::Bare, ERROR_MASK, nullptr, 1},
-        {Form::Bare, REF_MEMORY_SEGMENT, nullptr, 1},
-        {Form::Bare, DISCRETE, nullptr, 0},
-        {Form::Bare, READ_WRITE, nullptr, 0},
-        {Form::Bare, FUNCTION_LIST, &PhA2l::dropNames<Measurement>},
-        {Form::Block, IF_DATA, &PhA2l::parseMeasurementIfData},
-        {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<Measurement>},
-        {Form::Block, BIT_OPERATION, &PhA2l::parseBitOperation},
-        {Form::Block, FUNCTION_LIST, &PhA2l::dropNameBlock<Measurement, FUNCTION_LIST>},
-        {Form::Block, VIRTUAL, &PhA2l::parseVirtual},
-    };
-    return readOptionals(*this, kRules, measurement, next());
-}
-
-void PhA2l::applyDimensions(const Measurement& measurement) {
+void applyDimensions(CoreReader& reader, const Measurement& measurement) {
     std::array<std::int32_t, 3> dims{};
     if (measurement.hasMatrixDim) {
         const auto& given = measurement.matrixDim;
@@ -111,7 +65,7 @@ void PhA2l::applyDimensions(const Measurement& measurement) {
         std::copy_n(given.begin(), count, dims.begin());
         if (measurement.hasArraySize &&
             std::cmp_not_equal(elementCount(given), measurement.arraySize)) {
-            warning("Array-size mismatch (%d).", {measurement.arraySize});
+            reader.warning("Array-size mismatch (%d).", {measurement.arraySize});
         }
     } else if (measurement.hasArraySize && measurement.arraySize != 1) {
         dims[0] = std::max(measurement.arraySize, 0);
@@ -121,248 +75,276 @@ void PhA2l::applyDimensions(const Measurement& measurement) {
     }
 }
 
-void PhA2l::readLimits(PhEntity& signal) {
-    keep(signal.lowerLimit, readLimit("Unexpected type for lower limit."));
-    keep(signal.upperLimit, readLimit("Unexpected type for upper limit."));
+int parseEcuAddress(CoreReader& reader, Measurement& measurement) {
+    reader.readIntegerOrWarn(measurement.signal.address);
+    return reader.next();
 }
 
-PhNumber PhA2l::readLimit(std::string_view message) {
-    switch (next()) {
-        case TOK_INTEGER:
-            return PhNumber::integer(token().intValue);
-        case TOK_FLOAT:
-            return PhNumber::real(token().floatValue);
-        default:
-            warning(message);
-            return {};
-    }
+int parseEcuAddressExtension(CoreReader& reader, Measurement& measurement) {
+    reader.readIntegerOrWarn(measurement.signal.addressExtension);
+    return reader.next();
 }
 
-int PhA2l::parseEcuAddress(Measurement& measurement) {
-    std::int32_t address = 0;
-    if (readIntegerOrWarn(address)) {
-        measurement.signal.address = address;
-    }
-    return next();
+int parseBitMask(CoreReader& reader, Measurement& measurement) {
+    reader.keep(measurement.signal.datatype.bitMask, reader.readInteger());
+    return reader.next();
 }
 
-int PhA2l::parseEcuAddressExtension(Measurement& measurement) {
-    std::int32_t extension = 0;
-    if (readIntegerOrWarn(extension)) {
-        measurement.signal.addressExtension = extension;
-    }
-    return next();
+int parseByteOrder(CoreReader& reader, Measurement& measurement) {
+    reader.keep(measurement.signal.byteOrder, readByteOrder(reader));
+    return reader.next();
 }
 
-int PhA2l::parseBitMask(Measurement& measurement) {
-    keep(measurement.signal.datatype.bitMask, readInteger());
-    return next();
-}
-
-int PhA2l::parseByteOrder(Measurement& measurement) {
-    return readByteOrder(measurement.signal.byteOrder);
-}
-
-int PhA2l::readByteOrder(PhByteOrder& byteOrder) {
-    // This pairing is the logger's: a LITTLE_ENDIAN word means the code of MSB_FIRST.
-    static constexpr WordRow<PhByteOrder> kOrders[] = {
-        {kw::word::MSB_FIRST, {}, PhByteOrder::BigEndian},
-        {kw::word::LITTLE_ENDIAN_, {}, PhByteOrder::BigEndian},
-        {kw::word::MSB_LAST, {}, PhByteOrder::LittleEndian},
-        {kw::word::BIG_ENDIAN_, {}, PhByteOrder::LittleEndian},
-    };
-    keep(byteOrder, readChoice(*this, kOrders));
-    return next();
-}
-
-int PhA2l::parseArraySize(Measurement& measurement) {
-    measurement.hasArraySize |= readIntegerOrWarn(measurement.arraySize);
-    return next();
+int parseArraySize(CoreReader& reader, Measurement& measurement) {
+    measurement.hasArraySize |= reader.readIntegerOrWarn(measurement.arraySize);
+    return reader.next();
 }
 
 // Negative sizes count as "not present" before anything is computed from them.
-int PhA2l::parseMatrixDim(Measurement& measurement) {
+int parseMatrixDim(CoreReader& reader, Measurement& measurement) {
     measurement.hasMatrixDim = true;
     measurement.matrixDim = {1, 1, 1};
-    int kind = next();
+    int kind = reader.next();
     for (std::int32_t& size : measurement.matrixDim) {
         if (kind != TOK_INTEGER) {
             break;
         }
-        size = std::max(token().intValue, 0);
-        kind = next();
+        size = std::max(reader.token().intValue, 0);
+        kind = reader.next();
     }
     return kind;
 }
 
-int PhA2l::parseLayout(Measurement& measurement) {
-    const int kind = next();
-    PhLayout& layout = measurement.signal.layout;
-    if (kind != TOK_IDENT) {
-        unexpectedTokenWarning(kind);
-    } else if (token().text == "ROW_DIR") {
-        layout = PhLayout::RowDirection;
-    } else if (token().text == "COLUMN_DIR") {
-        layout = PhLayout::ColumnDirection;
-    } else {
-        warning("Unexpected LAYOUT '%s'", {token().text});
-        layout = PhLayout::None;
-    }
-    return next();
-}
-
-int PhA2l::parseMeasurementIfData(Measurement& measurement) {
-    return parseIfData(measurement.signal);
-}
-
-int PhA2l::parseBitOperation(Measurement& measurement) {
-    static constexpr OptionalRule<PhA2l, PhEntity> kRules[] = {
-        {Form::Bare, LEFT_SHIFT, &PhA2l::parseLeftShift},
-        {Form::Bare, RIGHT_SHIFT, &PhA2l::parseRightShift},
-        {Form::Bare, SIGN_EXTEND, &PhA2l::parseSignExtend},
+int parseLayout(CoreReader& reader, Measurement& measurement) {
+    static constexpr WordRow<PhLayout> kLayouts[] = {
+        {identifier("ROW_DIR"), PhLayout::RowDirection},
+        {identifier("COLUMN_DIR"), PhLayout::ColumnDirection},
     };
-    const int kind = readOptionals(*this, kRules, measurement.signal, next());
-    return kind == END ? closeBlock(BIT_OPERATION) : kind;
+    const int kind = reader.next();
+    if (kind != TOK_IDENT) {
+        reader.unexpectedTokenWarning(kind);
+        return reader.next();
+    }
+    const std::optional<PhLayout> layout = findWord(reader, kLayouts, kind);
+    if (!layout) {
+        reader.warning("Unexpected LAYOUT '%s'", {reader.token().text});
+    }
+    measurement.signal.layout = layout.value_or(PhLayout::None);
+    return reader.next();
 }
 
-int PhA2l::parseLeftShift(PhEntity& signal) {
-    keepShift(signal, PhBitOperation::LeftShift, readInteger());
-    return next();
+int parseMeasurementIfData(CoreReader& reader, Measurement& measurement) {
+    return parseIfData(reader, measurement.signal);
 }
 
-int PhA2l::parseRightShift(PhEntity& signal) {
-    keepShift(signal, PhBitOperation::RightShift, readInteger());
-    return next();
-}
-
-void PhA2l::keepShift(PhEntity& signal, PhBitOperation operation, std::int32_t count) {
-    commit([&] {
-        signal.bitOperation = operation;
+/// The rule tells the operation.
+int parseShift(CoreReader& reader, PhEntity& signal, const CoreRule<PhEntity>& rule) {
+    const std::int32_t count = reader.readInteger();
+    reader.commit([&] {
+        signal.bitOperation = static_cast<PhBitOperation>(rule.value<int>());
         signal.extras().shiftCount = count;
     });
+    return reader.next();
 }
 
-int PhA2l::parseSignExtend(PhEntity& signal) {
+int parseSignExtend(CoreReader& reader, PhEntity& signal) {
     signal.signExtend = true;
-    return next();
+    return reader.next();
 }
 
-int PhA2l::parseVirtual(Measurement& measurement) {
+int parseBitOperation(CoreReader& reader, Measurement& measurement) {
+    static constexpr CoreRule<PhEntity> kRules[] = {
+        bare(LEFT_SHIFT, parseShift, static_cast<int>(PhBitOperation::LeftShift)),
+        bare(RIGHT_SHIFT, parseShift, static_cast<int>(PhBitOperation::RightShift)),
+        bare(SIGN_EXTEND, parseSignExtend),
+    };
+    return readParts(reader, kRules, measurement.signal, BIT_OPERATION, reader.next());
+}
+
+int parseVirtual(CoreReader& reader, Measurement& measurement) {
     PhEntity& signal = measurement.signal;
     auto& members = signal.extras().virtualMembers;
-    return readNameBlock(VIRTUAL, [&](std::string_view name) {
+    return reader.readNameBlock(VIRTUAL, [&](std::string_view name) {
         // A placeholder of the signal's own name would become the next definition of that name.
-        const bool isOwn = name == signal.name().view() && !references_->hasSignal(name);
-        members.append(isOwn ? PhHandle<PhEntity>(&signal) : references_->refer<PhEntity>(name));
+        const bool isOwn = name == signal.name().view() && !reader.references().hasSignal(name);
+        members.append(isOwn ? PhHandle<PhEntity>(&signal) : reader.refer<PhEntity>(name));
     });
 }
 
-int PhA2l::parseCharacteristic(PhGroup& module) {
-    // Held to the end, as after an error the module does not keep it.
-    const auto owner = defineNext<PhEntity>();
-    PhEntity& signal = *owner;
-    readLongIdentifier(signal);
-    keepIn(module.signals, owner);
-    traceBlock("Parse CHARACTERISTIC '%s'\n", signal);
-    keep(signal.byteOrder, moduleByteOrder_);
-    readStorageType(signal);
-    std::int32_t address = 0;
-    if (readIntegerOrWarn(address)) {
-        signal.address = address;
+int parseMeasurementBody(CoreReader& reader, Measurement& measurement) {
+    PhEntity& signal = measurement.signal;
+    signal.signalKind = PhSignalKind::Measurement;
+    reader.readLongIdentifier(signal);
+    reader.traceBlock("Parse MEASUREMENT '%s'\n", signal.name());
+    reader.keep(signal.byteOrder, reader.moduleByteOrder());
+    const std::optional<DataType> type = readChoiceOr(
+        reader, kMeasurementTypes, [&reader](int kind) { reader.unexpectedToken(kind); });
+    if (!type) {
+        return TOK_ERROR;
     }
-    next();
-    keep(signal.recordLayout, references_->refer<PhRecordLayout>(token().text));
-    drop(1);  // maximum difference
-    // ... and the conversion's name, whatever kind of token it is
-    commit([&] { references_->bindConversionSoon(signal, token().text); });
-    readLimits(signal);
+    signal.datatype.baseType = type->baseType;
+    signal.datatype.sizeBits = type->sizeBits;
+    if (reader.next() != TOK_IDENT) {
+        return reader.fail("Identifier expected");
+    }
+    reader.references().bindConversionSoon(signal, reader.token().text);
+    reader.drop(1);  // resolution; the token read is the accuracy, which nobody looks at
+    readLimits(reader, signal);
 
-    using Rule = OptionalRule<PhA2l, PhEntity>;
-    static constexpr Rule kRules[] = {
-        {Form::Bare, FORMAT, &PhA2l::dropWord<PhEntity>},
-        {Form::Bare, PHYS_UNIT, &PhA2l::dropWord<PhEntity>},
-        {Form::Bare, SYMBOL_LINK, nullptr, 2},
-        {Form::Bare, EXTENDED_LIMITS, nullptr, 2},
-        {Form::Bare, DISPLAY_IDENTIFIER, nullptr, 1},
-        {Form::Bare, BYTE_ORDER_, &PhA2l::parseCharacteristicByteOrder},
-        {Form::Bare, NUMBER, &PhA2l::parseNumber},
-        {Form::Bare, MATRIX_DIM, &PhA2l::dropNumbers<PhEntity>},
-        {Form::Bare, BIT_MASK, nullptr, 1},
-        {Form::Bare, REF_MEMORY_SEGMENT, nullptr, 1},
-        {Form::Bare, ECU_ADDRESS_EXTENSION, nullptr, 1},
-        {Form::Bare, COMPARISON_QUANTITY, nullptr, 1},
-        {Form::Bare, CALIBRATION_ACCESS, nullptr, 1},
-        {Form::Bare, STEP_SIZE, nullptr, 1},
-        {Form::Bare, MAX_REFRESH, nullptr, 2},
-        {Form::Bare, READ_ONLY, nullptr, 0},
-        {Form::Bare, GUARD_RAILS, nullptr, 0},
-        {Form::Bare, DISCRETE, nullptr, 0},
-        {Form::Bare, FUNCTION_LIST, &PhA2l::dropNames<PhEntity>},
-        {Form::Bare, MAP_LIST, &PhA2l::dropNames<PhEntity>},
-        {Form::Block, AXIS_DESCR},  // skipped
-        {Form::Block, IF_DATA, &PhA2l::parseIfDataOf<PhEntity>},
-        {Form::Block, ANNOTATION, &PhA2l::parseAnnotation<PhEntity>},
-        {Form::Block, DEPENDENT_CHARACTERISTIC, &PhA2l::parseDependentCharacteristic},
-        {Form::Block, VIRTUAL_CHARACTERISTIC, &PhA2l::parseVirtualCharacteristic},
-        {Form::Block, FUNCTION_LIST, &PhA2l::dropNameBlock<PhEntity, FUNCTION_LIST>},
+    static constexpr CoreRule<Measurement> kRules[] = {
+        bare(ECU_ADDRESS, parseEcuAddress),
+        skippedWord(FORMAT),
+        skippedWord(PHYS_UNIT),
+        skipped(SYMBOL_LINK, 2),
+        skipped(DISPLAY_IDENTIFIER, 1),
+        bare(BIT_MASK, parseBitMask),
+        bare(BYTE_ORDER_, parseByteOrder),
+        bare(MATRIX_DIM, parseMatrixDim),
+        bare(LAYOUT, parseLayout),
+        bare(ARRAY_SIZE, parseArraySize),
+        bare(ECU_ADDRESS_EXTENSION, parseEcuAddressExtension),
+        skipped(MAX_REFRESH, 2),
+        skipped(ERROR_MASK, 1),
+        skipped(REF_MEMORY_SEGMENT, 1),
+        skipped(DISCRETE, 0),
+        skipped(READ_WRITE, 0),
+        skippedNames(FUNCTION_LIST),
+        block(IF_DATA, parseMeasurementIfData),
+        block(ANNOTATION, parseAnnotation<Measurement>),
+        block(BIT_OPERATION, parseBitOperation),
+        skippedNameBlock(FUNCTION_LIST),
+        block(VIRTUAL, parseVirtual),
     };
-    const int kind = readOptionals(*this, kRules, signal, next());
-    return kind == END ? closeBlock(CHARACTERISTIC) : kind;
+    return readOptionals(reader, kRules, measurement, reader.next(), OtherBlocks::Wrong);
 }
 
-void PhA2l::readStorageType(PhEntity& signal) {
-    struct Row {
-        std::string_view text;
-        PhSignalKind kind;
-    };
-    static constexpr Row kRows[] = {
-        {"VALUE", PhSignalKind::Value},
-        {"CURVE", PhSignalKind::Curve},
-        {"MAP", PhSignalKind::Map},
-        {"CUBOID", PhSignalKind::Cuboid},
-        {"VAL_BLK", PhSignalKind::ValueBlock},
-        {"ASCII", PhSignalKind::Ascii},
-        {"CUBE_4", PhSignalKind::Cube4},
-        {"CUBE_5", PhSignalKind::Cube5},
+// --- CHARACTERISTIC ------------------------------------------------------------------------------
+
+void readStorageType(CoreReader& reader, PhEntity& signal) {
+    static constexpr WordRow<PhSignalKind> kTypes[] = {
+        {identifier("VALUE"), PhSignalKind::Value},
+        {identifier("CURVE"), PhSignalKind::Curve},
+        {identifier("MAP"), PhSignalKind::Map},
+        {identifier("CUBOID"), PhSignalKind::Cuboid},
+        {identifier("VAL_BLK"), PhSignalKind::ValueBlock},
+        {identifier("ASCII"), PhSignalKind::Ascii},
+        {identifier("CUBE_4"), PhSignalKind::Cube4},
+        {identifier("CUBE_5"), PhSignalKind::Cube5},
     };
     // Also what an unknown storage type is written as.
-    keep(signal.signalKind, PhSignalKind::Measurement);
-    if (next() != TOK_IDENT) {
+    reader.keep(signal.signalKind, PhSignalKind::Measurement);
+    const int kind = reader.next();
+    if (kind != TOK_IDENT) {
         return;
     }
-    const auto* row =
-        std::find_if(std::begin(kRows), std::end(kRows),
-                     [this](const Row& candidate) { return candidate.text == token().text; });
-    if (row == std::end(kRows)) {
-        warning("Unexpected storage type '%s'.", {token().text});
+    const std::optional<PhSignalKind> type = findWord(reader, kTypes, kind);
+    if (!type) {
+        reader.warning("Unexpected storage type '%s'.", {reader.token().text});
         return;
     }
-    signal.signalKind = row->kind;
-    if (row->kind == PhSignalKind::Ascii) {
+    signal.signalKind = *type;
+    if (type == PhSignalKind::Ascii) {
         signal.datatype.baseType = PhBaseType::StringAscii;
     }
 }
 
-int PhA2l::parseCharacteristicByteOrder(PhEntity& signal) {
-    return readByteOrder(signal.byteOrder);
+int parseCharacteristicByteOrder(CoreReader& reader, PhEntity& signal) {
+    reader.keep(signal.byteOrder, readByteOrder(reader));
+    return reader.next();
 }
 
-int PhA2l::parseNumber(PhEntity& signal) {
+int parseNumber(CoreReader& reader, PhEntity& signal) {
     constexpr std::int64_t kBitsPerByte = 8;
-    if (next() == TOK_INTEGER) {
-        signal.datatype.sizeBits = kBitsPerByte * token().intValue;
+    if (reader.next() == TOK_INTEGER) {
+        signal.datatype.sizeBits = kBitsPerByte * reader.token().intValue;
     }
-    return next();
+    return reader.next();
 }
 
-int PhA2l::parseDependentCharacteristic(PhEntity&) {
-    next();  // the formula
-    return readNameBlock(DEPENDENT_CHARACTERISTIC, [](std::string_view) {});
+/// A formula and the names in it.
+int parseFormulaNames(CoreReader& reader, PhEntity&, const CoreRule<PhEntity>& rule) {
+    reader.next();
+    return reader.readNameBlock(rule.keyword(), [](std::string_view) {});
 }
 
-int PhA2l::parseVirtualCharacteristic(PhEntity&) {
-    next();  // the formula
-    return readNameBlock(VIRTUAL_CHARACTERISTIC, [](std::string_view) {});
+}  // namespace
+
+int parseMeasurement(CoreReader& reader, PhGroup& module) {
+    auto signal = reader.defineNext<PhEntity>();
+    Measurement measurement{*signal};
+    const int kind = parseMeasurementBody(reader, measurement);
+    if (kind != END || reader.next() != MEASUREMENT) {
+        reader.countError();
+        // A signal that is its own member would keep itself for ever; no module frees this one.
+        signal->extras().virtualMembers.clear();
+        return kind == END ? reader.endMissing(MEASUREMENT) : kind;
+    }
+    applyDimensions(reader, measurement);
+    module.signals.append(std::move(signal));
+    const int following = reader.next();
+    if (following == TOK_ERROR) {
+        reader.countError();
+    }
+    return following;
+}
+
+int parseCharacteristic(CoreReader& reader, PhGroup& module) {
+    // Held to the end, as after an error the module does not keep it.
+    const auto owner = reader.defineNext<PhEntity>();
+    PhEntity& signal = *owner;
+    reader.readLongIdentifier(signal);
+    reader.keepIn(module.signals, owner);
+    reader.traceBlock("Parse CHARACTERISTIC '%s'\n", signal.name());
+    reader.keep(signal.byteOrder, reader.moduleByteOrder());
+    readStorageType(reader, signal);
+    reader.readIntegerOrWarn(signal.address);
+    reader.next();
+    reader.keep(signal.recordLayout, reader.refer<PhRecordLayout>(reader.token().text));
+    reader.drop(1);  // maximum difference
+    // ... and the conversion's name, whatever kind of token it is
+    reader.commit([&] { reader.references().bindConversionSoon(signal, reader.token().text); });
+    readLimits(reader, signal);
+
+    static constexpr CoreRule<PhEntity> kRules[] = {
+        skippedWord(FORMAT),
+        skippedWord(PHYS_UNIT),
+        skipped(SYMBOL_LINK, 2),
+        skipped(EXTENDED_LIMITS, 2),
+        skipped(DISPLAY_IDENTIFIER, 1),
+        bare(BYTE_ORDER_, parseCharacteristicByteOrder),
+        bare(NUMBER, parseNumber),
+        skippedNumbers(MATRIX_DIM),
+        skipped(BIT_MASK, 1),
+        skipped(REF_MEMORY_SEGMENT, 1),
+        skipped(ECU_ADDRESS_EXTENSION, 1),
+        skipped(COMPARISON_QUANTITY, 1),
+        skipped(CALIBRATION_ACCESS, 1),
+        skipped(STEP_SIZE, 1),
+        skipped(MAX_REFRESH, 2),
+        skipped(READ_ONLY, 0),
+        skipped(GUARD_RAILS, 0),
+        skipped(DISCRETE, 0),
+        skippedNames(FUNCTION_LIST),
+        skippedNames(MAP_LIST),
+        skippedBlock(AXIS_DESCR),
+        block(IF_DATA, parseIfData<PhEntity>),
+        block(ANNOTATION, parseAnnotation<PhEntity>),
+        block(DEPENDENT_CHARACTERISTIC, parseFormulaNames),
+        block(VIRTUAL_CHARACTERISTIC, parseFormulaNames),
+        skippedNameBlock(FUNCTION_LIST),
+    };
+    return readParts(reader, kRules, signal, CHARACTERISTIC, reader.next());
+}
+
+PhByteOrder readByteOrder(BlockReader& reader) {
+    // This pairing is the logger's: a LITTLE_ENDIAN word means the code of MSB_FIRST.
+    static constexpr WordRow<PhByteOrder> kOrders[] = {
+        {kw::word::MSB_FIRST, PhByteOrder::BigEndian},
+        {kw::word::LITTLE_ENDIAN_, PhByteOrder::BigEndian},
+        {kw::word::MSB_LAST, PhByteOrder::LittleEndian},
+        {kw::word::BIG_ENDIAN_, PhByteOrder::LittleEndian},
+    };
+    return readChoice(reader, kOrders);
 }
 
 }  // namespace quillmark

@@ -6,7 +6,6 @@ ModuleReferences::~ModuleReferences() {
     bindConversions();
     bindMembers();
     module_.referencesAreBound = openPlaceholders_ == 0;
-    current_ = nullptr;
 }
 
 void ModuleReferences::bindConversions() {

@@ -64,11 +64,8 @@ class WaitingNames {
 /// resolve().
 class ModuleReferences {
   public:
-    /// Is `current` as long as it lives. `module` outlives it.
-    ModuleReferences(PhGroup& module, ModuleReferences*& current)
-        : module_(module), current_(current) {
-        current_ = this;
-    }
+    /// `module` outlives it.
+    explicit ModuleReferences(PhGroup& module) : module_(module) {}
     ModuleReferences(const ModuleReferences&) = delete;
     ModuleReferences& operator=(const ModuleReferences&) = delete;
     ~ModuleReferences();
@@ -142,7 +139,6 @@ class ModuleReferences {
     void bindMembers();
 
     PhGroup& module_;
-    ModuleReferences*& current_;
     Kinds kinds_{Kind<PhConversion>{&PhGroup::conversions}, Kind<PhUnit>{&PhGroup::units},
                  Kind<PhRecordLayout>{&PhGroup::recordLayouts}, Kind<PhEntity>{&PhGroup::signals},
                  Kind<PhFunction>{&PhGroup::functions}};

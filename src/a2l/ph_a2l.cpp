@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "a2l/interfaces/if_data.h"
+#include "a2l/core_blocks.h"
 #include "platform/input_file.h"
 
 namespace quillmark {
@@ -27,13 +27,6 @@ int PhA2l::parse(PhRoot& root, InputFile& input) {
     return parseProjects(root, input);
 }
 
-// Before the file is looked for: a parse that can't start leaves nothing of the one before, either.
-void PhA2l::startOver() {
-    BlockReader::startOver();
-    errorCount_ = 0;
-    moduleByteOrder_ = PhByteOrder::Undefined;
-}
-
 int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
     constexpr int kVersionNumbers = 2;
     start(input);
@@ -45,15 +38,11 @@ int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
         } else if (kind != BEGIN || (kind = next()) != PROJECT) {
             kind = unexpectedToken(kind);
         } else {
-            kind = parseProject(root);
+            kind = parseProject(*this, root);
         }
     } while (kind != TOK_EOF && kind != TOK_ERROR);
     finish();
-    return kind == TOK_ERROR || errorCount_ != 0 ? -1 : 0;
-}
-
-int PhA2l::parseIfData(PhObject& owner) {
-    return readIfData(*this, owner, moduleByteOrder_);
+    return kind == TOK_ERROR || errorCount() != 0 ? -1 : 0;
 }
 
 namespace {
@@ -70,8 +59,7 @@ std::string fixedReal(double value) {
 }  // namespace
 
 int PhA2l::print_tokens() {
-    BlockReader::startOver();
-    errorCount_ = 0;
+    startOver();
     trace("print_tokens ()\n");
     const std::optional<std::string>& name = fileName();
     if (!name) {

@@ -25,7 +25,7 @@ int parseKpBlob(BlockReader& reader, InterfaceBlock& block) {
     std::array<PhNumber, 3> values;
     int kind = reader.next();
     for (PhNumber& value : values) {
-        value = numberOf(reader, kind);
+        value = reader.number(kind);
         if (!value.isPresent()) {
             break;
         }
@@ -49,10 +49,10 @@ int parseKpBlob(BlockReader& reader, InterfaceBlock& block) {
 }
 
 constexpr InterfaceRule<InterfaceBlock> kAddressParts[] = {
-    {Form::Bare, KP_BLOB, &parseKpBlob},
-    {Form::Bare, DP_BLOB, nullptr, 3},
-    {Form::Bare, ADDRESS_MAPPING, nullptr, 3},
-    {Form::Bare, ADDR_MAPPING, nullptr, 3},
+    bare(KP_BLOB, parseKpBlob),
+    skipped(DP_BLOB, 3),
+    skipped(ADDRESS_MAPPING, 3),
+    skipped(ADDR_MAPPING, 3),
 };
 
 // --- SOURCE --------------------------------------------------------------------------------------
@@ -82,7 +82,7 @@ int parseSourceRaster(BlockReader& reader, DaqSource& source) {
         appendText(source.entry, setting::kRaster, reader.token().text);
         return reader.next();
     }
-    const PhNumber channel = numberOf(reader, kind);
+    const PhNumber channel = reader.number(kind);
     if (!channel.isPresent()) {
         return reader.unexpectedToken(kind);
     }
@@ -105,15 +105,16 @@ int parseQpBlob(BlockReader& reader, DaqSource& source) {
     const PhHandle<PhValue> number = readSetting(reader, source, setting::kDaqNumber);
     reader.keep(source.daq.number, number);
     reader.keep(source.tpCan.number, PhValue::ofInteger(number->toInteger()));
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SOURCE/QP_BLOB\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/SOURCE/QP_BLOB\n");
     static constexpr InterfaceRule<DaqSource> kParts[] = {
-        {Form::Bare, LENGTH, &parseLength},
-        {Form::Bare, CAN_ID_VARIABLE, &parseCanIdVariable},
-        {Form::Bare, CAN_ID_FIXED, &parseCanIdFixed},
-        {Form::Bare, RASTER, &parseSourceRaster},
-        {Form::Bare, FIRST_PID, &parseFirstPid},
-        {Form::Bare, EXCLUSIVE, nullptr, 1},
-        {Form::Bare, REDUCTION_ALLOWED, nullptr, 0},
+        bare(LENGTH, parseLength),
+        bare(CAN_ID_VARIABLE, parseCanIdVariable),
+        bare(CAN_ID_FIXED, parseCanIdFixed),
+        bare(RASTER, parseSourceRaster),
+        bare(FIRST_PID, parseFirstPid),
+        // What it shares its list with is for who plans a measurement.
+        skipped(EXCLUSIVE, 1),
+        skipped(REDUCTION_ALLOWED, 0),
     };
     return readInterfaceParts(reader, kParts, source, QP_BLOB, reader.next());
 }
@@ -128,10 +129,10 @@ int parseSource(BlockReader& reader, CcpSettings& settings) {
     source.daq.setName(name);
     readSetting(reader, source, setting::kScalingUnit);
     readSetting(reader, source, setting::kPeriod);
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SOURCE\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/SOURCE\n");
     static constexpr InterfaceRule<DaqSource> kParts[] = {
-        {Form::Bare, DISPLAY_IDENTIFIER, nullptr, 1},
-        {Form::Block, QP_BLOB, &parseQpBlob},
+        skipped(DISPLAY_IDENTIFIER, 1),
+        block(QP_BLOB, parseQpBlob),
     };
     return readInterfaceParts(reader, kParts, source, SOURCE, reader.next());
 }
@@ -152,9 +153,9 @@ int parseRaster(BlockReader& reader, CcpSettings& settings) {
     raster->timebase->scale = readTruncated(reader);
     raster->timebase->resolution = readTruncated(reader);
     reader.commit([&] { settings.station().daqCapabilities().rasters.append(raster); });
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/RASTER\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/RASTER\n");
     static constexpr InterfaceRule<PhRaster> kParts[] = {
-        {Form::Bare, EXCLUSIVE, nullptr, 1},
+        skipped(EXCLUSIVE, 1),
     };
     return readInterfaceParts(reader, kParts, *raster, RASTER, reader.next());
 }
@@ -181,9 +182,9 @@ int parseEventGroup(BlockReader& reader, CcpSettings& settings) {
             .properties->list(setting::kEventGroups)
             .push_back(group);
     });
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/EVENT_GROUP\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/EVENT_GROUP\n");
     static constexpr InterfaceRule<PhValue> kParts[] = {
-        {Form::Bare, RASTER, &appendRaster},
+        bare(RASTER, appendRaster),
     };
     return readInterfaceParts(reader, kParts, rasters, EVENT_GROUP, reader.next());
 }
@@ -196,9 +197,8 @@ int parseSeedKey(BlockReader& reader, CcpSettings& settings) {
         }
         settings.station().protocolParam().properties->setText(key, reader.token().text);
     }
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/SEED_KEY\n");
-    return readInterfaceParts(reader, kNoInterfaceRules<CcpSettings>, settings, SEED_KEY,
-                              reader.next());
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/SEED_KEY\n");
+    return readInterfaceEnd(reader, SEED_KEY, reader.next());
 }
 
 int parseChecksum(BlockReader& reader, CcpSettings& settings) {
@@ -207,26 +207,25 @@ int parseChecksum(BlockReader& reader, CcpSettings& settings) {
     }
     settings.station().protocolParam().properties->setText(setting::kChecksumDll,
                                                            reader.token().text);
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/CHECKSUM\n");
-    return readInterfaceParts(reader, kNoInterfaceRules<CcpSettings>, settings, CHECKSUM,
-                              reader.next());
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/CHECKSUM\n");
+    return readInterfaceEnd(reader, CHECKSUM, reader.next());
 }
 
 constexpr InterfaceRule<CcpSettings> kBlocks[] = {
-    {Form::Block, SOURCE, &parseSource},
-    {Form::Block, RASTER, &parseRaster},
-    {Form::Block, EVENT_GROUP, &parseEventGroup},
-    {Form::Block, SEED_KEY, &parseSeedKey},
-    {Form::Block, CHECKSUM, &parseChecksum},
-    {Form::Block, TP_BLOB, &parseCcpTransport},
-    {Form::Block, KP_BLOB},  // skipped
+    block(SOURCE, parseSource),
+    block(RASTER, parseRaster),
+    block(EVENT_GROUP, parseEventGroup),
+    block(SEED_KEY, parseSeedKey),
+    block(CHECKSUM, parseChecksum),
+    block(TP_BLOB, parseCcpTransport),
+    skippedBlock(KP_BLOB),
 };
 
 }  // namespace
 
 int parseCcp(InterfaceBlock& block) {
     BlockReader& reader = block.reader;
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP\n");
     reader.useKeywords(kCcpKeywords);
     int kind = readBareOptionals(reader, kAddressParts, block, reader.next());
     while (kind == BEGIN) {

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <iterator>
-#include <utility>
 
 #include "a2l/interfaces/ccp_blocks.h"
 #include "a2l/interfaces/interface_block.h"
@@ -24,11 +23,11 @@ struct Transport {
 std::int32_t readByteOrderCode(BlockReader& reader) {
     const int kind = reader.next();
     if (kind != TOK_IDENT) {
-        return numberOf(reader, kind).toInteger();
+        return reader.number(kind).toInteger();
     }
-    static constexpr InterfaceWord kOrders[] = {
-        {TOK_IDENT, 1, "MSB_FIRST"},
-        {TOK_IDENT, 2, "MSB_LAST"},
+    static constexpr WordRow<std::int32_t> kOrders[] = {
+        {identifier("MSB_FIRST"), 1},
+        {identifier("MSB_LAST"), 2},
     };
     if (const auto code = findWord(reader, kOrders, kind)) {
         return *code;
@@ -51,17 +50,15 @@ void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
 }
 
 int parseBaudrate(BlockReader& reader, Transport& transport) {
-    reader.keepInteger(*transport.param.properties, setting::kBitrate, readTruncated(reader));
-    return reader.next();
+    return storeProperty(reader, *transport.param.properties, setting::kBitrate);
 }
 
 int parseBytesOnly(BlockReader& reader, Transport& transport) {
-    reader.keepInteger(*transport.param.properties, setting::kBytesOnly, 1);
-    return reader.next();
+    return setProperty(reader, *transport.param.properties, setting::kBytesOnly);
 }
 
 int parseDaqMode(BlockReader& reader, Transport& transport) {
-    static constexpr InterfaceWord kModes[] = {{ALTERNATING, 0}, {BURST, 1}};
+    static constexpr WordRow<std::int32_t> kModes[] = {{ALTERNATING, 0}, {BURST, 1}};
     if (const auto code = readWord(reader, kModes)) {
         transport.settings.station().daqCapabilities().properties->setInteger(setting::kDaqMode,
                                                                               *code);
@@ -70,7 +67,7 @@ int parseDaqMode(BlockReader& reader, Transport& transport) {
 }
 
 int parseAddressExtension(BlockReader& reader, Transport& transport) {
-    static constexpr InterfaceWord kExtensions[] = {{DAQ, 0}, {ODT, 1}};
+    static constexpr WordRow<std::int32_t> kExtensions[] = {{DAQ, 0}, {ODT, 1}};
     constexpr std::array<std::int32_t, 2> kTypes{3, 2};  // one per DAQ list, one per ODT
     if (const auto code = readWord(reader, kExtensions)) {
         PhDaqCapabilities& capabilities = transport.settings.station().daqCapabilities();
@@ -88,14 +85,14 @@ int parseOptionalCommand(BlockReader& reader, Transport& transport) {
     return reader.next();
 }
 
-int parseCanParam(BlockReader& reader, Transport& transport) {
+int parseCanParam(BlockReader& reader, Transport&) {
     constexpr int kParameters = 3;  // quartz frequency, BTR0, BTR1
-    return readInterfaceParts(reader, kNoInterfaceRules<Transport>, transport, CAN_PARAM,
-                              reader.drop(kParameters));
+    return readInterfaceEnd(reader, CAN_PARAM, reader.drop(kParameters));
 }
 
 int parseChecksumCalculation(BlockReader& reader, Transport& transport) {
-    static constexpr InterfaceWord kCalculations[] = {{ACTIVE_PAGE, 0}, {BIT_OR_WITH_OPT_PAGE, 1}};
+    static constexpr WordRow<std::int32_t> kCalculations[] = {{ACTIVE_PAGE, 0},
+                                                              {BIT_OR_WITH_OPT_PAGE, 1}};
     if (const auto code = readWord(reader, kCalculations)) {
         transport.settings.station().protocolParam().properties->setInteger(
             setting::kChecksumCalculation, *code);
@@ -107,45 +104,23 @@ int parseChecksumParam(BlockReader& reader, Transport& transport) {
     PhProperties& properties = *transport.settings.station().protocolParam().properties;
     reader.keepInteger(properties, setting::kChecksumProcedure, readTruncated(reader));
     reader.keepInteger(properties, setting::kChecksumMaxBlockLength, readTruncated(reader));
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB/CHECKSUM_PARAM\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/TP_BLOB/CHECKSUM_PARAM\n");
     static constexpr InterfaceRule<Transport> kParts[] = {
-        {Form::Bare, CHECKSUM_CALCULATION, &parseChecksumCalculation},
+        bare(CHECKSUM_CALCULATION, parseChecksumCalculation),
     };
     return readInterfaceParts(reader, kParts, transport, CHECKSUM_PARAM, reader.next());
 }
 
-/// What a keyword of DEFINED_PAGES says about a page.
-struct PageFlag {
-    int keyword;
-    PhMemoryType memoryType;
-};
-
-/// In the order of the page's flag bits.
-constexpr PageFlag kPageFlags[] = {
-    {RAM, PhMemoryType::Ram},
-    {ROM, PhMemoryType::Rom},
-    {FLASH, PhMemoryType::Flash},
-    {EEPROM, PhMemoryType::Eeprom},
-    {RAM_INIT_BY_ECU, PhMemoryType::Undefined},
-    {RAM_INIT_BY_TOOL, PhMemoryType::Undefined},
-    {AUTO_FLASH_BACK, PhMemoryType::Undefined},
-    {FLASH_BACK, PhMemoryType::Undefined},
-    {DEFAULT, PhMemoryType::Undefined},
-};
-
-template <std::size_t Index>
-int setPageFlag(BlockReader& reader, PhMemoryPage& page) {
-    page.flags |= 1U << Index;
-    if (kPageFlags[Index].memoryType != PhMemoryType::Undefined) {
-        page.memoryType = kPageFlags[Index].memoryType;
+/// Sets the flag of a page whose bit the rule tells. The first flags also tell what memory it is.
+int setPageFlag(BlockReader& reader, PhMemoryPage& page, const InterfaceRule<PhMemoryPage>& rule) {
+    static constexpr PhMemoryType kTypes[] = {PhMemoryType::Ram, PhMemoryType::Rom,
+                                              PhMemoryType::Flash, PhMemoryType::Eeprom};
+    const auto bit = static_cast<std::size_t>(rule.value<int>());
+    page.flags |= 1U << bit;
+    if (bit < std::size(kTypes)) {
+        page.memoryType = kTypes[bit];
     }
     return reader.next();
-}
-
-template <std::size_t... Indices>
-constexpr auto pageFlagRules(std::index_sequence<Indices...>) {
-    return std::array{InterfaceRule<PhMemoryPage>{Form::Bare, kPageFlags[Indices].keyword,
-                                                  &setPageFlag<Indices>}...};
 }
 
 int parseDefinedPages(BlockReader& reader, Transport& transport) {
@@ -159,8 +134,18 @@ int parseDefinedPages(BlockReader& reader, Transport& transport) {
     if (transport.settings.module != nullptr) {
         reader.keepIn(transport.settings.module->memoryPages, page);
     }
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB/DEFINED_PAGES\n");
-    static constexpr auto kParts = pageFlagRules(std::make_index_sequence<std::size(kPageFlags)>{});
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/TP_BLOB/DEFINED_PAGES\n");
+    static constexpr InterfaceRule<PhMemoryPage> kParts[] = {
+        bare(RAM, setPageFlag, 0),
+        bare(ROM, setPageFlag, 1),
+        bare(FLASH, setPageFlag, 2),
+        bare(EEPROM, setPageFlag, 3),
+        bare(RAM_INIT_BY_ECU, setPageFlag, 4),
+        bare(RAM_INIT_BY_TOOL, setPageFlag, 5),
+        bare(AUTO_FLASH_BACK, setPageFlag, 6),
+        bare(FLASH_BACK, setPageFlag, 7),
+        bare(DEFAULT, setPageFlag, 8),
+    };
     return readInterfaceParts(reader, kParts, *page, DEFINED_PAGES, reader.next());
 }
 
@@ -174,25 +159,25 @@ int parseCcpTransport(BlockReader& reader, CcpSettings& settings) {
     reader.keep(param->slaveCanId, readIntegerValue(reader));
     reader.keep(param->stationAddress, readIntegerValue(reader));
     readByteOrder(reader, settings.station().protocolParam());
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_CCP/TP_BLOB\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_CCP/TP_BLOB\n");
     static constexpr InterfaceRule<Transport> kParts[] = {
-        {Form::Bare, BAUDRATE, &parseBaudrate},
-        {Form::Bare, SAMPLE_POINT, nullptr, 1},
-        {Form::Bare, SAMPLE_RATE, nullptr, 1},
-        {Form::Bare, BTL_CYCLES, nullptr, 1},
-        {Form::Bare, SJW, nullptr, 1},
-        {Form::Bare, SYNC_EDGE, nullptr, 1},
-        {Form::Bare, CONSISTENCY, nullptr, 1},
-        {Form::Bare, DAQ_MODE, &parseDaqMode},
-        {Form::Bare, BYTES_ONLY, &parseBytesOnly},
-        {Form::Bare, RESUME_SUPPORTED, nullptr, 0},
-        {Form::Bare, DAQ_RESUME_SUPPORTED, nullptr, 0},
-        {Form::Bare, STORE_SUPPORTED, nullptr, 0},
-        {Form::Bare, ADDRESS_EXTENSION, &parseAddressExtension},
-        {Form::Bare, OPTIONAL_CMD, &parseOptionalCommand},
-        {Form::Block, CAN_PARAM, &parseCanParam},
-        {Form::Block, DEFINED_PAGES, &parseDefinedPages},
-        {Form::Block, CHECKSUM_PARAM, &parseChecksumParam},
+        bare(BAUDRATE, parseBaudrate),
+        skipped(SAMPLE_POINT, 1),
+        skipped(SAMPLE_RATE, 1),
+        skipped(BTL_CYCLES, 1),
+        skipped(SJW, 1),
+        skipped(SYNC_EDGE, 1),
+        skipped(CONSISTENCY, 1),
+        bare(DAQ_MODE, parseDaqMode),
+        bare(BYTES_ONLY, parseBytesOnly),
+        skipped(RESUME_SUPPORTED, 0),
+        skipped(DAQ_RESUME_SUPPORTED, 0),
+        skipped(STORE_SUPPORTED, 0),
+        bare(ADDRESS_EXTENSION, parseAddressExtension),
+        bare(OPTIONAL_CMD, parseOptionalCommand),
+        block(CAN_PARAM, parseCanParam),
+        block(DEFINED_PAGES, parseDefinedPages),
+        block(CHECKSUM_PARAM, parseChecksumParam),
     };
     Transport transport{settings, *param};
     return readInterfaceParts(reader, kParts, transport, TP_BLOB, reader.next());

@@ -21,13 +21,6 @@ int dropIntegers(BlockReader& reader, int kind) {
     return kind;
 }
 
-/// A block of `Count` parameters that nothing needs.
-template <int Keyword, int Count>
-int dropBlock(BlockReader& reader, PhTransportParam& transport) {
-    return readInterfaceParts(reader, kNoInterfaceRules<PhTransportParam>, transport, Keyword,
-                              reader.drop(Count));
-}
-
 // --- TP_BLOB -------------------------------------------------------------------------------------
 
 /// Timings come in a long and a short form.
@@ -47,49 +40,46 @@ int parseAddress(BlockReader& reader, PhTransportParam& transport) {
          ++i) {
         kind = reader.drop(1);
     }
-    return readInterfaceParts(reader, kNoInterfaceRules<PhTransportParam>, transport, ADDRESS,
-                              kind);
+    return readInterfaceEnd(reader, ADDRESS, kind);
 }
 
-int parseTransportVersion(BlockReader& reader, PhTransportParam& transport) {
-    static constexpr InterfaceWord kVersions[] = {{ISO15765_2_2003, 2}};
+int parseTransportVersion(BlockReader& reader, PhTransportParam&) {
+    static constexpr WordRow<std::int32_t> kVersions[] = {{ISO15765_2_2003, 2}};
     readWord(reader, kVersions);
-    return readInterfaceParts(reader, kNoInterfaceRules<PhTransportParam>, transport,
-                              TransportProtocolVersion, reader.next());
+    return readInterfaceEnd(reader, TransportProtocolVersion, reader.next());
 }
 
 int parseTransportCan(BlockReader& reader, PhTransportParam& transport) {
     static constexpr InterfaceRule<PhTransportParam> kParts[] = {
-        {Form::Bare, SamplePoint, nullptr, 1},
-        {Form::Bare, SamplesPerBit, nullptr, 1},
-        {Form::Bare, BTL_CYCLES, nullptr, 1},
-        {Form::Bare, SJW, nullptr, 1},
-        {Form::Bare, SYNC_EDGE, nullptr, 1},
-        {Form::Bare, NETWORK_LIMITS, nullptr, 2},
-        {Form::Bare, USDTP_TIMING_DEFAULTS, &dropTimings},
-        {Form::Bare, USDTP_TIMING, &dropTimings},
-        {Form::Block, ADDRESS, &parseAddress},
-        {Form::Block, TransportProtocolVersion, &parseTransportVersion},
+        skipped(SamplePoint, 1),
+        skipped(SamplesPerBit, 1),
+        skipped(BTL_CYCLES, 1),
+        skipped(SJW, 1),
+        skipped(SYNC_EDGE, 1),
+        skipped(NETWORK_LIMITS, 2),
+        bare(USDTP_TIMING_DEFAULTS, dropTimings),
+        bare(USDTP_TIMING, dropTimings),
+        block(ADDRESS, parseAddress),
+        block(TransportProtocolVersion, parseTransportVersion),
     };
     return readInterfaceParts(reader, kParts, transport, CAN,
-                              storeProperty<setting::kBitrate>(reader, transport));
+                              storeProperty(reader, *transport.properties, setting::kBitrate));
 }
 
 /// Four parameters and any number of further parameter bytes.
-int parseDiagBaud(BlockReader& reader, PhTransportParam& transport) {
+int parseDiagBaud(BlockReader& reader, PhTransportParam&) {
     constexpr int kParameters = 4;
-    return readInterfaceParts(reader, kNoInterfaceRules<PhTransportParam>, transport, DIAG_BAUD,
-                              dropIntegers(reader, reader.drop(kParameters)));
+    return readInterfaceEnd(reader, DIAG_BAUD, dropIntegers(reader, reader.drop(kParameters)));
 }
 
 void readByteOrder(BlockReader& reader, PhProtocolParam& protocol) {
-    static constexpr InterfaceWord kOrders[] = {
-        {BYTEORDER_MSB_FIRST, static_cast<std::int32_t>(PhByteOrder::BigEndian)},
-        {BYTEORDER_MSB_LAST, static_cast<std::int32_t>(PhByteOrder::LittleEndian)},
+    static constexpr WordRow<PhByteOrder> kOrders[] = {
+        {BYTEORDER_MSB_FIRST, PhByteOrder::BigEndian},
+        {BYTEORDER_MSB_LAST, PhByteOrder::LittleEndian},
     };
-    if (const auto code =
+    if (const auto order =
             readWord(reader, kOrders, "Invalid Byteorder %d in ASAP1B_GMLAN/TP_BLOB")) {
-        changeEncoding(reader, protocol, static_cast<PhByteOrder>(*code), "GMLAN/TP_BLOB");
+        changeEncoding(reader, protocol, *order, "GMLAN/TP_BLOB");
     }
 }
 
@@ -98,38 +88,42 @@ int parseTpBlob(BlockReader& reader, PhCommParam& commParam) {
     reader.next();  // version of the block and of the protocol
     reader.next();
     readByteOrder(reader, commParam.stationParam->protocolParam());
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_GMLAN/TP_BLOB\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_GMLAN/TP_BLOB\n");
     static constexpr InterfaceRule<PhTransportParam> kParts[] = {
-        {Form::Block, SESSION, &dropBlock<SESSION, 2>},
-        {Form::Block, DATA_ACCESS, &dropBlock<DATA_ACCESS, 6>},
-        {Form::Block, DIAG_BAUD, &parseDiagBaud},
-        {Form::Block, ADDRESS_AND_LENGTH_FORMAT_IDENTIFIER},  // skipped
-        {Form::Block, CAN, &parseTransportCan},
+        skippedParameters(SESSION, 2),
+        skippedParameters(DATA_ACCESS, 6),
+        block(DIAG_BAUD, parseDiagBaud),
+        skippedBlock(ADDRESS_AND_LENGTH_FORMAT_IDENTIFIER),
+        // Of all that, the transport alone is kept.
+        block(CAN, parseTransportCan),
     };
     return readInterfaceParts(reader, kParts, *transport, TP_BLOB, reader.next());
 }
 
 // --- SOURCE --------------------------------------------------------------------------------------
 
-/// A block that tells the first and the last identifier of a range.
-template <int Keyword, int FirstKeyword, const std::string_view& First, int LastKeyword,
-          const std::string_view& Last>
-int parseRange(BlockReader& reader, PhDaqCapabilities& capabilities) {
-    static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {
-        {Form::Bare, FirstKeyword, &storeProperty<First, PhDaqCapabilities>},
-        {Form::Bare, LastKeyword, &storeProperty<Last, PhDaqCapabilities>},
-    };
-    return readInterfaceParts(reader, kParts, capabilities, Keyword, reader.next());
-}
+// Blocks that tell the first and the last identifier of a range.
 
-int parseSourceCan(BlockReader& reader, PhDaqCapabilities& capabilities) {
-    static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {
-        {Form::Block, UUDT_CAN_IDs,
-         &parseRange<UUDT_CAN_IDs, FIRST_CAN_ID, setting::kCanIdFirst, LAST_CAN_ID,
-                     setting::kCanIdLast>},
-    };
-    return readInterfaceParts(reader, kParts, capabilities, CAN, reader.next());
-}
+using DaqRule = InterfaceRule<PhDaqCapabilities>;
+
+constexpr DaqRule kCanIds[] = {
+    property(FIRST_CAN_ID, setting::kCanIdFirst),
+    property(LAST_CAN_ID, setting::kCanIdLast),
+};
+
+constexpr DaqRule kPacketIds[] = {
+    property(FIRST_ID, setting::kPacketIdFirst),
+    property(LAST_ID, setting::kPacketIdLast),
+};
+
+constexpr DaqRule kParameterIds[] = {
+    property(FIRST_ID, setting::kParameterIdFirst),
+    property(LAST_ID, setting::kParameterIdLast),
+};
+
+constexpr DaqRule kSourceCanParts[] = {
+    blockOf(UUDT_CAN_IDs, kCanIds),
+};
 
 int parseSource(BlockReader& reader, PhCommParam& commParam) {
     DaqSource source = addDaqSource(*commParam.stationParam);
@@ -151,35 +145,31 @@ int parseSource(BlockReader& reader, PhCommParam& commParam) {
     reader.keep(source.tpCan.number, PhValue::ofInteger(number));
     reader.keep(raster.channel, PhValue::ofInteger(number));
     reader.next();
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_GMLAN/SOURCE\n");
-    static constexpr InterfaceRule<PhDaqCapabilities> kParts[] = {
-        {Form::Bare, QP_BLOB, nullptr, 0},
-        {Form::Bare, QP_BLOB_VERSION, nullptr, 1},
-        {Form::Bare, FREERUNNINGMODE, nullptr, 0},
-        {Form::Bare, RDBPI_PARAMETER, nullptr, 2},
-        {Form::Bare, TRANSMISSION_MODE, nullptr, 1},
-        {Form::Bare, AVAILABLE_ON, nullptr, 1},
-        {Form::Block, CAN, &parseSourceCan},
-        {Form::Block, AVAILABLE_PERIODIC_IDENTIFIER_RANGE,
-         &parseRange<AVAILABLE_PERIODIC_IDENTIFIER_RANGE, FIRST_ID, setting::kPacketIdFirst,
-                     LAST_ID, setting::kPacketIdLast>},
-        {Form::Block, AVAILABLE_PARAMETER_IDENTIFIER_RANGE,
-         &parseRange<AVAILABLE_PARAMETER_IDENTIFIER_RANGE, FIRST_ID, setting::kParameterIdFirst,
-                     LAST_ID, setting::kParameterIdLast>},
+    reader.traceBlock("  Parse IF_DATA ASAP1B_GMLAN/SOURCE\n");
+    static constexpr DaqRule kParts[] = {
+        skipped(QP_BLOB, 0),
+        skipped(QP_BLOB_VERSION, 1),
+        skipped(FREERUNNINGMODE, 0),
+        skipped(RDBPI_PARAMETER, 2),
+        skipped(TRANSMISSION_MODE, 1),
+        skipped(AVAILABLE_ON, 1),
+        blockOf(CAN, kSourceCanParts),
+        blockOf(AVAILABLE_PERIODIC_IDENTIFIER_RANGE, kPacketIds),
+        blockOf(AVAILABLE_PARAMETER_IDENTIFIER_RANGE, kParameterIds),
     };
     return readInterfaceParts(reader, kParts, capabilities, SOURCE, reader.next());
 }
 
 constexpr InterfaceRule<PhCommParam> kBlocks[] = {
-    {Form::Block, SOURCE, &parseSource},
-    {Form::Block, TP_BLOB, &parseTpBlob},
+    block(SOURCE, parseSource),
+    block(TP_BLOB, parseTpBlob),
 };
 
 }  // namespace
 
 int parseGmlan(InterfaceBlock& block) {
     BlockReader& reader = block.reader;
-    traceBlock(reader, "  Parse IF_DATA ASAP1B_GMLAN\n");
+    reader.traceBlock("  Parse IF_DATA ASAP1B_GMLAN\n");
     reader.useKeywords(kGmlanKeywords);
     int kind = reader.next();
     while (kind == BEGIN) {

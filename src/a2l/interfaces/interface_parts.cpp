@@ -2,25 +2,8 @@
 
 namespace quillmark {
 
-void traceBlock(BlockReader& reader, std::string_view text) {
-    if (reader.verbose()) {
-        reader.trace(text);
-    }
-}
-
-PhNumber numberOf(const BlockReader& reader, int kind) {
-    switch (kind) {
-        case TOK_INTEGER:
-            return PhNumber::integer(reader.token().intValue);
-        case TOK_FLOAT:
-            return PhNumber::real(reader.token().floatValue);
-        default:
-            return {};
-    }
-}
-
 PhNumber readNumberIfAny(BlockReader& reader) {
-    return numberOf(reader, reader.next());
+    return reader.number(reader.next());
 }
 
 std::int32_t readTruncated(BlockReader& reader) {
@@ -39,39 +22,40 @@ bool readText(BlockReader& reader) {
     return false;
 }
 
-std::optional<std::int32_t> findWord(const BlockReader& reader,
-                                     std::span<const InterfaceWord> words, int kind) {
-    for (const InterfaceWord& word : words) {
-        if (word.keyword == kind && (kind != TOK_IDENT || word.text == reader.token().text)) {
-            return word.code;
-        }
-    }
-    return std::nullopt;
+int storeInteger(BlockReader& reader, PhHandle<PhValue>& field) {
+    reader.keep(field, readIntegerValue(reader));
+    return reader.next();
 }
 
-std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words) {
-    const int kind = reader.next();
-    const std::optional<std::int32_t> code = findWord(reader, words, kind);
-    if (!code) {
-        reader.unexpectedTokenWarning(kind);
+int storeNumber(BlockReader& reader, PhHandle<PhValue>& field) {
+    const PhNumber number = reader.readNumberValue();
+    if (number.isPresent()) {
+        reader.keep(field, PhValue::ofNumber(number));
     }
-    return code;
+    return reader.next();
 }
 
-std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words,
-                                     std::string_view warning) {
-    const int kind = reader.next();
-    const std::optional<std::int32_t> code = findWord(reader, words, kind);
-    if (!code) {
-        reader.warning(warning, {kind});
-    }
-    return code;
+int storeProperty(BlockReader& reader, PhProperties& properties, std::string_view name) {
+    reader.keepInteger(properties, name, readTruncated(reader));
+    return reader.next();
 }
 
-void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field) {
-    if (const std::optional<std::int32_t> code = readWord(reader, words)) {
-        reader.keep(field, *code);
+int storeTextProperty(BlockReader& reader, PhProperties& properties, std::string_view name) {
+    if (readText(reader)) {
+        reader.keepText(properties, name, reader.token().text);
     }
+    return reader.next();
+}
+
+int setProperty(BlockReader& reader, PhProperties& properties, std::string_view name) {
+    reader.keepInteger(properties, name, 1);
+    return reader.next();
+}
+
+int readInterfaceEnd(BlockReader& reader, int keyword, int kind) {
+    struct Nothing {
+    } nothing;
+    return readInterfaceParts(reader, {}, nothing, keyword, kind);
 }
 
 }  // namespace quillmark

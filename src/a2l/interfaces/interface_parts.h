@@ -1,53 +1,27 @@
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
 
 #include "a2l/reader/block_reader.h"
-#include "a2l/tokens/keyword_tables.h"
-#include "a2l/tokens/lexer.h"
+#include "a2l/reader/block_rules.h"
+#include "a2l/reader/word_row.h"
 #include "model/ph_object.h"
 #include "model/ph_value.h"
 
 namespace quillmark {
 
-/// One optional part of a block inside an interface block, see OptionalRule. The grammar of the
-/// protocols grows from version to version and makers add blocks of their own, so here a block that
-/// no rule names is skipped whole. A bare word that no rule names is an error: nobody knows where
-/// its parameters end.
+/// A row about an optional part of a block inside an interface block.
 template <typename Context>
-struct InterfaceRule {
-    /// Parses the part and returns the kind of the token after it.
-    using Parse = int (*)(BlockReader&, Context&);
+using InterfaceRule = Rule<BlockReader, Context>;
 
-    static constexpr bool kSkipsUnknownBlocks = true;
+template <typename Context>
+using InterfaceRules = Rules<BlockReader, Context>;
 
-    Form form;
-    int keyword;  ///< TOK_IDENT for a word that the protocol's keyword table lacks
-    Parse parse = nullptr;
-    int dropped = 0;             ///< as in OptionalRule
-    std::string_view text = {};  ///< of such a word
-
-    bool matches(Form foundForm, int kind, const Token& token) const {
-        return keyword == kind && form == foundForm && (kind != TOK_IDENT || text == token.text);
-    }
-};
-
-/// One word that an enumerated parameter takes, and the code that the model keeps for it.
-struct InterfaceWord {
-    int keyword;  ///< TOK_IDENT for a word that the protocol's keyword table lacks
-    std::int32_t code;
-    std::string_view text = {};  ///< of such a word
-};
-
-/// Traces what block is read when the reader is verbose.
-void traceBlock(BlockReader& reader, std::string_view text);
-
-/// The last token, which is of kind `kind`, as a number; a missing number for any other token.
-PhNumber numberOf(const BlockReader& reader, int kind);
+// --- Reading parameters --------------------------------------------------------------------------
 
 /// Reads the next token as a number; a missing number for any other token, without a message.
 PhNumber readNumberIfAny(BlockReader& reader);
@@ -61,97 +35,184 @@ PhHandle<PhValue> readIntegerValue(BlockReader& reader);
 /// Reads a quoted text, which stays the current token; else the error "String expected" and false.
 bool readText(BlockReader& reader);
 
-/// The code of the last token, which is of kind `kind`; nothing when it is none of the words.
-std::optional<std::int32_t> findWord(const BlockReader& reader,
-                                     std::span<const InterfaceWord> words, int kind);
-
 /// Reads an enumerated parameter; nothing for a token that is none of the words, after the warning
 /// "Unexpected token '%s' found".
-std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words);
+template <typename Value>
+std::optional<Value> readWord(BlockReader& reader, std::span<const WordRow<Value>> words) {
+    const int kind = reader.next();
+    const std::optional<Value> found = findWord(reader, words, kind);
+    if (!found) {
+        reader.unexpectedTokenWarning(kind);
+    }
+    return found;
+}
+template <typename Value, std::size_t Count>
+std::optional<Value> readWord(BlockReader& reader, const WordRow<Value> (&words)[Count]) {
+    return readWord(reader, std::span<const WordRow<Value>>(words));
+}
 
 /// The same where the parameter has a warning of its own, which tells the kind of the wrong token
 /// as "%d".
-std::optional<std::int32_t> readWord(BlockReader& reader, std::span<const InterfaceWord> words,
-                                     std::string_view warning);
+template <typename Value, std::size_t Count>
+std::optional<Value> readWord(BlockReader& reader, const WordRow<Value> (&words)[Count],
+                              std::string_view warning) {
+    const int kind = reader.next();
+    const std::optional<Value> found = findWord(reader, words, kind);
+    if (!found) {
+        reader.warning(warning, {kind});
+    }
+    return found;
+}
 
 /// Reads an enumerated parameter into `field`, which keeps its value when the token is wrong.
-void readWordInto(BlockReader& reader, std::span<const InterfaceWord> words, std::int32_t& field);
-
-/// Reads the optional parts of a block up to its `/end`, and its end. `kind` is the kind of the
-/// first token. The block's keyword has to be named by the current table.
-template <typename Rules, typename Context>
-int readInterfaceParts(BlockReader& reader, const Rules& rules, Context& context, int keyword,
-                       int kind) {
-    kind = readOptionals(reader, rules, context, kind);
-    return kind == kw::core::END ? reader.closeBlock(keyword) : kind;
+template <typename Value, std::size_t Count>
+void readWordInto(BlockReader& reader, const WordRow<Value> (&words)[Count], Value& field) {
+    if (const std::optional<Value> found = readWord(reader, words)) {
+        reader.keep(field, *found);
+    }
 }
 
-/// The rules of a block that has no optional parts.
-template <typename Context>
-inline constexpr std::array<InterfaceRule<Context>, 0> kNoInterfaceRules{};
+// --- Reading parts: the parameters of one keyword, up to the token after them --------------------
 
-/// Reads one block, whose `/begin` was read last. Returns the kind of the token after it.
-template <typename Rules, typename Context>
-int readInterfaceBlock(BlockReader& reader, const Rules& rules, Context& context) {
-    const int kind = reader.next();
-    const auto* rule = findRule(rules, Form::Block, kind, reader.token());
-    return rule != nullptr ? applyRule(reader, *rule, context, kind) : reader.skipBlock(kind);
-}
-
-// --- What rules name: each reads the parameters of one keyword -----------------------------------
-
-/// An integer, stored as a value in a field of the context.
-template <auto Field, typename Context>
-int storeInteger(BlockReader& reader, Context& context) {
-    reader.keep(context.*Field, readIntegerValue(reader));
-    return reader.next();
-}
+/// An integer, stored as a value.
+int storeInteger(BlockReader& reader, PhHandle<PhValue>& field);
 
 /// A number in the kind in which it is written; for any other token a warning, and the field stays.
-template <auto Field, typename Context>
-int storeNumber(BlockReader& reader, Context& context) {
-    const PhNumber number = reader.readNumberValue();
-    if (number.isPresent()) {
-        reader.keep(context.*Field, PhValue::ofNumber(number));
-    }
-    return reader.next();
-}
+int storeNumber(BlockReader& reader, PhHandle<PhValue>& field);
 
-/// One of these words; which one is not kept.
-template <const auto& Words, typename Context>
-int judgeWord(BlockReader& reader, Context&) {
-    readWord(reader, Words);
-    return reader.next();
-}
+/// An integer, stored as a property.
+int storeProperty(BlockReader& reader, PhProperties& properties, std::string_view name);
 
-/// No parameter: the keyword sets a flag.
-template <auto Field, typename Context>
-int setFlag(BlockReader& reader, Context& context) {
-    reader.keep(context.*Field, true);
-    return reader.next();
-}
-
-/// An integer, stored as a property of the context.
-template <const std::string_view& Key, typename Context>
-int storeProperty(BlockReader& reader, Context& context) {
-    reader.keepInteger(*context.properties, Key, readTruncated(reader));
-    return reader.next();
-}
+/// A text, stored as a property.
+int storeTextProperty(BlockReader& reader, PhProperties& properties, std::string_view name);
 
 /// No parameter: the keyword sets a property to 1.
-template <const std::string_view& Key, typename Context>
-int setProperty(BlockReader& reader, Context& context) {
-    reader.keepInteger(*context.properties, Key, 1);
-    return reader.next();
+int setProperty(BlockReader& reader, PhProperties& properties, std::string_view name);
+
+// --- Reading blocks ------------------------------------------------------------------------------
+//
+// The grammar of the protocols grows from version to version and makers add blocks of their own, so
+// here a block that no rule names is skipped whole. A bare word that no rule names is an error:
+// nobody knows where its parameters end.
+
+/// readOptionals() for an interface block or a block inside one.
+template <typename Context>
+int readInterfaceOptionals(BlockReader& reader, InterfaceRules<Context> rules, Context& context,
+                           int kind) {
+    return readOptionals(reader, rules, context, kind, OtherBlocks::Skipped);
 }
 
-/// A text, stored as a property of the context.
-template <const std::string_view& Key, typename Context>
-int storeTextProperty(BlockReader& reader, Context& context) {
-    if (readText(reader)) {
-        reader.keepText(*context.properties, Key, reader.token().text);
+/// readParts() for a block inside an interface block. Its keyword has to be named by the current
+/// table.
+template <typename Context>
+int readInterfaceParts(BlockReader& reader, InterfaceRules<Context> rules, Context& context,
+                       int keyword, int kind) {
+    return readParts(reader, rules, context, keyword, kind, OtherBlocks::Skipped);
+}
+
+/// The same where no optional parts are known (any more).
+int readInterfaceEnd(BlockReader& reader, int keyword, int kind);
+
+/// Reads one block, whose `/begin` was read last. Returns the kind of the token after it.
+template <typename Context>
+int readInterfaceBlock(BlockReader& reader, InterfaceRules<Context> rules, Context& context) {
+    const int kind = reader.next();
+    const auto* rule = findRule(reader, rules, Form::Block, kind);
+    return rule != nullptr ? rule->read(reader, context) : reader.skipBlock(kind);
+}
+
+// --- Makers of rows ------------------------------------------------------------------------------
+
+/// KEYWORD and an integer, stored as a value in a field of the context.
+template <typename Context>
+constexpr InterfaceRule<Context> integer(Word word, PhHandle<PhValue> Context::*field) {
+    constexpr auto kStore = [](BlockReader& reader, Context& context,
+                               const InterfaceRule<Context>& rule) {
+        return storeInteger(reader, context.*rule.template value<PhHandle<PhValue> Context::*>());
+    };
+    return {Form::Bare, word, kStore, field};
+}
+
+/// The same for a number, see storeNumber().
+template <typename Context>
+constexpr InterfaceRule<Context> number(Word word, PhHandle<PhValue> Context::*field) {
+    constexpr auto kStore = [](BlockReader& reader, Context& context,
+                               const InterfaceRule<Context>& rule) {
+        return storeNumber(reader, context.*rule.template value<PhHandle<PhValue> Context::*>());
+    };
+    return {Form::Bare, word, kStore, field};
+}
+
+/// KEYWORD, which sets a flag of the context.
+template <typename Context>
+constexpr InterfaceRule<Context> flag(Word word, bool Context::*field) {
+    constexpr auto kSet = [](BlockReader& reader, Context& context,
+                             const InterfaceRule<Context>& rule) {
+        reader.keep(context.*rule.template value<bool Context::*>(), true);
+        return reader.next();
+    };
+    return {Form::Bare, word, kSet, field};
+}
+
+/// A row about a part that is kept under a name among the properties of the context.
+struct PropertyPart {
+    Word word;
+    Property property;
+
+    template <typename Context>
+    constexpr operator InterfaceRule<Context>() const {
+        constexpr auto kStore = [](BlockReader& reader, Context& context,
+                                   const InterfaceRule<Context>& rule) {
+            const auto& [store, name] = rule.template value<Property>();
+            return store(reader, *context.properties, name);
+        };
+        return {Form::Bare, word, kStore, property};
     }
-    return reader.next();
+};
+
+/// KEYWORD and an integer, kept under that name.
+constexpr PropertyPart property(Word word, std::string_view name) {
+    return {word, {&storeProperty, name}};
+}
+
+/// KEYWORD and a text, kept under that name.
+constexpr PropertyPart textProperty(Word word, std::string_view name) {
+    return {word, {&storeTextProperty, name}};
+}
+
+/// KEYWORD, for which a 1 is kept under that name.
+constexpr PropertyPart flagProperty(Word word, std::string_view name) {
+    return {word, {&setProperty, name}};
+}
+
+/// KEYWORD and one of these words; which one is not kept.
+constexpr SkippedPart judged(Word word, std::span<const WordRow<std::int32_t>> words) {
+    constexpr auto kJudge = [](BlockReader& reader, int, const Skip& skip) {
+        readWord(reader, skip.words);
+        return reader.next();
+    };
+    return {Form::Bare, word, {kJudge, 1, words}};
+}
+
+/// A block of optional parts and nothing else. The table outlives the rule.
+template <typename Context, std::size_t Count>
+constexpr InterfaceRule<Context> blockOf(Word word, const InterfaceRule<Context> (&rules)[Count]) {
+    using Table = typename InterfaceRule<Context>::Table;
+    constexpr auto kRead = [](BlockReader& reader, Context& context,
+                              const InterfaceRule<Context>& rule) {
+        const Table& table = rule.template value<Table>();
+        return readInterfaceParts(reader, {table.rules, table.count}, context, rule.keyword(),
+                                  reader.next());
+    };
+    return {Form::Block, word, kRead, Table{rules, Count}};
+}
+
+/// A block of a known number of parameters, which are not kept, and no known parts.
+constexpr SkippedPart skippedParameters(Word word, int parameters) {
+    constexpr auto kDrop = [](BlockReader& reader, int keyword, const Skip& skip) {
+        return readInterfaceEnd(reader, keyword, reader.drop(skip.parameters));
+    };
+    return {Form::Block, word, {kDrop, parameters}};
 }
 
 }  // namespace quillmark

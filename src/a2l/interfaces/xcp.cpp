@@ -51,17 +51,17 @@ int parseDaqEvent(BlockReader& reader, XcpBlock& block) {
 }
 
 constexpr InterfaceRule<XcpBlock> kBlocks[] = {
-    {Form::Block, XCP_ON_CAN, &parseCan},
-    {Form::Block, XCP_ON_UDP_IP, &parseUdp},
-    {Form::Block, XCP_ON_TCP_IP, &parseTcp},
-    {Form::Block, XCP_ON_FLX, &parseFlexRay},
-    {Form::Block, PROTOCOL_LAYER, &parseProtocolLayer},
-    {Form::Block, DAQ, &parseDaq},
-    {Form::Block, DAQ_EVENT, &parseDaqEvent},
-    {Form::Block, PAG},
-    {Form::Block, PGM},
-    {Form::Block, SEGMENT},
-    {Form::Block, TIME_CORRELATION},
+    block(XCP_ON_CAN, parseCan),
+    block(XCP_ON_UDP_IP, parseUdp),
+    block(XCP_ON_TCP_IP, parseTcp),
+    block(XCP_ON_FLX, parseFlexRay),
+    block(PROTOCOL_LAYER, parseProtocolLayer),
+    block(DAQ, parseDaq),
+    block(DAQ_EVENT, parseDaqEvent),
+    skippedBlock(PAG),
+    skippedBlock(PGM),
+    skippedBlock(SEGMENT),
+    skippedBlock(TIME_CORRELATION),
 };
 
 /// The CAN identifiers of DAQ lists stand in the CAN transport, the lists themselves at the
@@ -79,7 +79,7 @@ void mergeDaqLists(BlockReader& reader, const XcpBlock& block) {
         daq->daqLists.empty()) {
         return;
     }
-    traceBlock(reader, "Merging DAQ-Lists ... \n");
+    reader.traceBlock("Merging DAQ-Lists ... \n");
     const PhDaqTpCapabilities& own = block.station.daqTpCapabilities();
     for (const PhDaqTpCan& identifier : identifiers->daqLists) {
         const std::int32_t number = identifier.number ? identifier.number->toInteger() : 0;
@@ -93,7 +93,7 @@ void mergeDaqLists(BlockReader& reader, const XcpBlock& block) {
 
 int parseXcp(InterfaceBlock& block) {
     BlockReader& reader = block.reader;
-    traceBlock(reader, "  Parse IF_DATA XCP\n");
+    reader.traceBlock("  Parse IF_DATA XCP\n");
     PhStationParam unattached;
     PhCommParam* const commParam = obtainCommParam(block, "XCP", PhProtocolType::Xcp);
     XcpBlock parts{
@@ -103,7 +103,7 @@ int parseXcp(InterfaceBlock& block) {
         {},
     };
     reader.useKeywords(kXcpKeywords);
-    if (!closeInterface(reader, readOptionals(reader, kBlocks, parts, reader.next()))) {
+    if (!closeInterface(reader, readInterfaceOptionals(reader, kBlocks, parts, reader.next()))) {
         return TOK_ERROR;
     }
     mergeDaqLists(reader, parts);

@@ -11,9 +11,9 @@ namespace {
 
 using namespace kw::xcp;
 
-constexpr InterfaceWord kConfigTypes[] = {{STATIC, 1}, {DYNAMIC, 2}};
+constexpr WordRow<std::int32_t> kConfigTypes[] = {{STATIC, 1}, {DYNAMIC, 2}};
 
-constexpr InterfaceWord kOptimisationTypes[] = {
+constexpr WordRow<std::int32_t> kOptimisationTypes[] = {
     {OPTIMISATION_TYPE_DEFAULT, 1},
     {OPTIMISATION_TYPE_ODT_TYPE_16, 2},
     {OPTIMISATION_TYPE_ODT_TYPE_32, 3},
@@ -22,13 +22,13 @@ constexpr InterfaceWord kOptimisationTypes[] = {
     {OPTIMISATION_TYPE_MAX_ENTRY_SIZE, 6},
 };
 
-constexpr InterfaceWord kAddressExtensions[] = {
+constexpr WordRow<std::int32_t> kAddressExtensions[] = {
     {ADDRESS_EXTENSION_FREE, 1},
     {ADDRESS_EXTENSION_ODT, 2},
     {ADDRESS_EXTENSION_DAQ, 3},
 };
 
-constexpr InterfaceWord kIdentificationFields[] = {
+constexpr WordRow<std::int32_t> kIdentificationFields[] = {
     {IDENTIFICATION_FIELD_TYPE_ABSOLUTE, 1},
     {IDENTIFICATION_FIELD_TYPE_RELATIVE_BYTE, 2},
     {IDENTIFICATION_FIELD_TYPE_RELATIVE_WORD, 3},
@@ -36,45 +36,46 @@ constexpr InterfaceWord kIdentificationFields[] = {
 };
 
 /// Codes, while those of stimulation are sizes in bytes.
-constexpr InterfaceWord kDaqGranularities[] = {
+constexpr WordRow<std::int32_t> kDaqGranularities[] = {
     {GRANULARITY_ODT_ENTRY_SIZE_DAQ_BYTE, 1},
     {GRANULARITY_ODT_ENTRY_SIZE_DAQ_WORD, 2},
     {GRANULARITY_ODT_ENTRY_SIZE_DAQ_DWORD, 3},
     {GRANULARITY_ODT_ENTRY_SIZE_DAQ_DLONG, 4},
 };
 
-constexpr InterfaceWord kStimGranularities[] = {
+constexpr WordRow<std::int32_t> kStimGranularities[] = {
     {GRANULARITY_ODT_ENTRY_SIZE_STIM_BYTE, 1},
     {GRANULARITY_ODT_ENTRY_SIZE_STIM_WORD, 2},
     {GRANULARITY_ODT_ENTRY_SIZE_STIM_DWORD, 4},
     {GRANULARITY_ODT_ENTRY_SIZE_STIM_DLONG, 8},
 };
 
-constexpr InterfaceWord kOverloadIndications[] = {
+constexpr WordRow<std::int32_t> kOverloadIndications[] = {
     {NO_OVERLOAD_INDICATION, 1},
     {OVERLOAD_INDICATION_PID, 2},
     {OVERLOAD_INDICATION_EVENT, 3},
 };
 
 /// Bytes.
-constexpr InterfaceWord kTimestampSizes[] = {
+constexpr WordRow<std::int32_t> kTimestampSizes[] = {
     {NO_TIME_STAMP, 0},
     {SIZE_BYTE, 1},
     {SIZE_WORD, 2},
     {SIZE_DWORD, 4},
 };
 
-constexpr InterfaceWord kDaqListTypes[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
+constexpr WordRow<std::int32_t> kDaqListTypes[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
 
 template <bool PhDaqCapabilities::*Flag>
 int setDaqFlag(BlockReader& reader, XcpDaqTarget& target) {
-    return setFlag<Flag>(reader, target.daq);
+    reader.keep(target.daq.*Flag, true);
+    return reader.next();
 }
 
 int parseStim(BlockReader& reader, XcpDaqTarget& target) {
     static constexpr InterfaceRule<XcpDaqTarget> kParts[] = {
-        {Form::Bare, BIT_STIM_SUPPORTED, nullptr, 0},
-        {Form::Bare, MIN_ST_STIM, nullptr, 1},
+        skipped(BIT_STIM_SUPPORTED, 0),
+        skipped(MIN_ST_STIM, 1),
     };
     PhProperties& properties = *target.daq.properties;
     reader.keepInteger(properties, setting::kGranularityStim,
@@ -85,13 +86,13 @@ int parseStim(BlockReader& reader, XcpDaqTarget& target) {
 
 int parseTimestampSupported(BlockReader& reader, XcpDaqTarget& target) {
     static constexpr InterfaceRule<PhTimebase> kParts[] = {
-        {Form::Bare, TIMESTAMP_FIXED, &setFlag<&PhTimebase::fixed>},
+        flag(TIMESTAMP_FIXED, &PhTimebase::fixed),
     };
     static constexpr XcpTimeUnit kUnknownUnit{0, 1};
     // Files leave the number of ticks out when it is 1.
     std::int32_t ticks = 1;
     int kind = reader.next();
-    if (const PhNumber number = numberOf(reader, kind); number.isPresent()) {
+    if (const PhNumber number = reader.number(kind); number.isPresent()) {
         ticks = number.toInteger();
         kind = reader.next();
     }
@@ -116,34 +117,34 @@ int parseTimestampSupported(BlockReader& reader, XcpDaqTarget& target) {
 }
 
 constexpr InterfaceRule<XcpDaqTarget> kDaqParts[] = {
-    {Form::Bare, PRESCALER_SUPPORTED, &setDaqFlag<&PhDaqCapabilities::prescalerSupported>},
-    {Form::Bare, RESUME_SUPPORTED, &setDaqFlag<&PhDaqCapabilities::resumeSupported>},
-    {Form::Bare, DAQ_RESUME_SUPPORTED, &setDaqFlag<&PhDaqCapabilities::resumeSupported>},
-    {Form::Bare, PID_OFF_SUPPORTED, &setDaqFlag<&PhDaqCapabilities::pidOffSupported>},
-    {Form::Bare, STORE_DAQ_SUPPORTED, &setDaqFlag<&PhDaqCapabilities::storeDaqSupported>},
-    {Form::Bare, DAQ_ALTERNATING_SUPPORTED, nullptr, 1},
-    {Form::Bare, DTO_CTR_FIELD_SUPPORTED, nullptr, 0},
-    {Form::Bare, TOK_IDENT, nullptr, 0, "OPTIMISATION_TYPE_ODT_STRICT"},
-    {Form::Bare, CPU_LOAD_MAX, nullptr, 1},
-    {Form::Bare, MAX_DAQ_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_DAQ_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_STIM_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_ENTRIES_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_ENTRIES_DAQ_TOTAL, nullptr, 1},
-    {Form::Bare, MAX_ODT_ENTRIES_STIM_TOTAL, nullptr, 1},
-    {Form::Bare, CPU_LOAD_MAX_TOTAL, nullptr, 1},
-    {Form::Bare, CORE_LOAD_MAX_TOTAL, nullptr, 1},
-    {Form::Block, STIM, &parseStim},
-    {Form::Block, TIMESTAMP_SUPPORTED, &parseTimestampSupported},
-    {Form::Block, DAQ_LIST, &parseXcpDaqList},
-    {Form::Block, EVENT, &parseXcpEvent},
-    {Form::Block, CPU_LOAD_CONSUMPTION_DAQ},
-    {Form::Block, CPU_LOAD_CONSUMPTION_STIM},
-    {Form::Block, CPU_LOAD_CONSUMPTION_QUEUE},
-    {Form::Block, DAQ_MEMORY_CONSUMPTION},
-    {Form::Block, MIN_CYCLE_TIME},
-    {Form::Block, CORE_LOAD_MAX},
+    bare(PRESCALER_SUPPORTED, setDaqFlag<&PhDaqCapabilities::prescalerSupported>),
+    bare(RESUME_SUPPORTED, setDaqFlag<&PhDaqCapabilities::resumeSupported>),
+    bare(DAQ_RESUME_SUPPORTED, setDaqFlag<&PhDaqCapabilities::resumeSupported>),
+    bare(PID_OFF_SUPPORTED, setDaqFlag<&PhDaqCapabilities::pidOffSupported>),
+    bare(STORE_DAQ_SUPPORTED, setDaqFlag<&PhDaqCapabilities::storeDaqSupported>),
+    skipped(DAQ_ALTERNATING_SUPPORTED, 1),
+    skipped(DTO_CTR_FIELD_SUPPORTED, 0),
+    skipped(identifier("OPTIMISATION_TYPE_ODT_STRICT"), 0),
+    skipped(CPU_LOAD_MAX, 1),
+    skipped(MAX_DAQ_TOTAL, 1),
+    skipped(MAX_ODT_TOTAL, 1),
+    skipped(MAX_ODT_DAQ_TOTAL, 1),
+    skipped(MAX_ODT_STIM_TOTAL, 1),
+    skipped(MAX_ODT_ENTRIES_TOTAL, 1),
+    skipped(MAX_ODT_ENTRIES_DAQ_TOTAL, 1),
+    skipped(MAX_ODT_ENTRIES_STIM_TOTAL, 1),
+    skipped(CPU_LOAD_MAX_TOTAL, 1),
+    skipped(CORE_LOAD_MAX_TOTAL, 1),
+    block(STIM, parseStim),
+    block(TIMESTAMP_SUPPORTED, parseTimestampSupported),
+    block(DAQ_LIST, parseXcpDaqList),
+    block(EVENT, parseXcpEvent),
+    skippedBlock(CPU_LOAD_CONSUMPTION_DAQ),
+    skippedBlock(CPU_LOAD_CONSUMPTION_STIM),
+    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE),
+    skippedBlock(DAQ_MEMORY_CONSUMPTION),
+    skippedBlock(MIN_CYCLE_TIME),
+    skippedBlock(CORE_LOAD_MAX),
 };
 
 /// Each list has an entry for its CAN identifier, which a CAN transport may tell. Within a
@@ -179,7 +180,7 @@ int parseOdtEntry(BlockReader& reader, PhOdt& odt) {
 
 int parseOdt(BlockReader& reader, PhDaq& daq) {
     static constexpr InterfaceRule<PhOdt> kParts[] = {
-        {Form::Bare, ODT_ENTRY, &parseOdtEntry},
+        bare(ODT_ENTRY, parseOdtEntry),
     };
     auto odt = makePh<PhOdt>();
     odt->number = readIntegerValue(reader);
@@ -189,9 +190,9 @@ int parseOdt(BlockReader& reader, PhDaq& daq) {
 
 int parsePredefined(BlockReader& reader, PhDaq& daq) {
     static constexpr InterfaceRule<PhDaq> kParts[] = {
-        {Form::Block, ODT, &parseOdt},
+        block(ODT, parseOdt),
     };
-    traceBlock(reader, " Parse DAQ_LIST PREDEFINED");
+    reader.traceBlock(" Parse DAQ_LIST PREDEFINED");
     return readInterfaceParts(reader, kParts, daq, PREDEFINED, reader.next());
 }
 
@@ -209,21 +210,21 @@ int parseXcpDaq(BlockReader& reader, XcpDaqTarget target) {
     readWordInto(reader, kDaqGranularities, daq.granularityOdtEntrySize);
     reader.keep(daq.maxOdtEntrySize, readIntegerValue(reader));
     readWordInto(reader, kOverloadIndications, daq.overloadIndication);
-    traceBlock(reader, "  Parse IF_DATA DAQ\n");
+    reader.traceBlock("  Parse IF_DATA DAQ\n");
     return readInterfaceParts(reader, kDaqParts, target, kw::xcp::DAQ, reader.next());
 }
 
 int parseXcpDaqList(BlockReader& reader, XcpDaqTarget& target) {
     static constexpr InterfaceRule<PhDaq> kParts[] = {
-        {Form::Bare, DAQ_LIST_TYPE, &parseDaqListType},
-        {Form::Bare, MAX_ODT, &storeNumber<&PhDaq::length>},
-        {Form::Bare, MAX_ODT_ENTRIES, &storeNumber<&PhDaq::maxOdtEntries>},
-        {Form::Bare, FIRST_PID, &storeNumber<&PhDaq::firstPid>},
-        {Form::Bare, EVENT_FIXED, &storeNumber<&PhDaq::sourceId>},
-        {Form::Bare, DAQ_PACKED_MODE_SUPPORTED, nullptr, 0},
-        {Form::Block, PREDEFINED, &parsePredefined},
+        bare(DAQ_LIST_TYPE, parseDaqListType),
+        number(MAX_ODT, &PhDaq::length),
+        number(MAX_ODT_ENTRIES, &PhDaq::maxOdtEntries),
+        number(FIRST_PID, &PhDaq::firstPid),
+        number(EVENT_FIXED, &PhDaq::sourceId),
+        skipped(DAQ_PACKED_MODE_SUPPORTED, 0),
+        block(PREDEFINED, parsePredefined),
     };
-    traceBlock(reader, "  Parse IF_DATA DAQ_LIST\n");
+    reader.traceBlock("  Parse IF_DATA DAQ_LIST\n");
     auto daq = makePh<PhDaq>();
     daq->number = readIntegerValue(reader);
     reader.commit([&] {

@@ -15,28 +15,27 @@ namespace {
 using namespace kw::xcp;
 
 /// Bit 0: measuring, bit 1: stimulation.
-constexpr InterfaceWord kDirections[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
+constexpr WordRow<std::int32_t> kDirections[] = {{DAQ, 1}, {STIM, 2}, {DAQ_STIM, 3}};
 constexpr std::int32_t kDaqBit = 1;
 constexpr std::int32_t kStimBit = 2;
 
-constexpr InterfaceWord kConsistencies[] = {{DAQ, 0}, {EVENT, 1}, {ODT, 2}, {NONE, 3}};
-constexpr InterfaceWord kDaqCounters[] = {{TOK_IDENT, 0, "INSERT_COUNTER"},
-                                          {INSERT_STIM_COUNTER_COPY, 1}};
-constexpr InterfaceWord kStimCounters[] = {{DO_NOT_CHECK_COUNTER, 0}, {CHECK_COUNTER, 1}};
+constexpr WordRow<std::int32_t> kConsistencies[] = {{DAQ, 0}, {EVENT, 1}, {ODT, 2}, {NONE, 3}};
+constexpr WordRow<std::int32_t> kDaqCounters[] = {{identifier("INSERT_COUNTER"), 0},
+                                                  {INSERT_STIM_COUNTER_COPY, 1}};
+constexpr WordRow<std::int32_t> kStimCounters[] = {{DO_NOT_CHECK_COUNTER, 0}, {CHECK_COUNTER, 1}};
 
-constexpr InterfaceWord kGroupings[] = {{ELEMENT_GROUPED, 1}, {EVENT_GROUPED, 2}};
-constexpr InterfaceWord kTimestampPlaces[] = {{STS_LAST, 0}, {STS_FIRST, 1}};
-constexpr InterfaceWord kObligations[] = {{OPTIONAL, 0}, {MANDATORY, 1}};
+constexpr WordRow<std::int32_t> kGroupings[] = {{ELEMENT_GROUPED, 1}, {EVENT_GROUPED, 2}};
+constexpr WordRow<std::int32_t> kTimestampPlaces[] = {{STS_LAST, 0}, {STS_FIRST, 1}};
+constexpr WordRow<std::int32_t> kObligations[] = {{OPTIONAL, 0}, {MANDATORY, 1}};
 
 int parseMinCycleTime(BlockReader& reader, PhRaster& event) {
-    traceBlock(reader, "  Parse IF_DATA EVENT MIN_CYCLE_TIME\n");
+    reader.traceBlock("  Parse IF_DATA EVENT MIN_CYCLE_TIME\n");
     reader.keep(event.minCycleTime, readTimeCycle(reader));
     return reader.next();
 }
 
 int parseMinCycleTimeBlock(BlockReader& reader, PhRaster& event) {
-    const int kind = parseMinCycleTime(reader, event);
-    return readInterfaceParts(reader, kNoInterfaceRules<PhRaster>, event, MIN_CYCLE_TIME, kind);
+    return readInterfaceEnd(reader, MIN_CYCLE_TIME, parseMinCycleTime(reader, event));
 }
 
 int parseAltSampleCount(BlockReader& reader, PhDaqPackedMode& mode) {
@@ -46,9 +45,9 @@ int parseAltSampleCount(BlockReader& reader, PhDaqPackedMode& mode) {
 
 int parseDaqPackedMode(BlockReader& reader, PhRaster& event) {
     static constexpr InterfaceRule<PhDaqPackedMode> kParts[] = {
-        {Form::Bare, ALT_SAMPLE_COUNT, &parseAltSampleCount},
+        bare(ALT_SAMPLE_COUNT, parseAltSampleCount),
     };
-    traceBlock(reader, "  Parse IF_DATA EVENT DAQ_PACKED_MODE\n");
+    reader.traceBlock("  Parse IF_DATA EVENT DAQ_PACKED_MODE\n");
     auto mode = makePh<PhDaqPackedMode>();
     readWordInto(reader, kGroupings, mode->grouping);
     readWordInto(reader, kTimestampPlaces, mode->timestamp);
@@ -59,25 +58,25 @@ int parseDaqPackedMode(BlockReader& reader, PhRaster& event) {
 }
 
 constexpr InterfaceRule<PhRaster> kEventParts[] = {
-    {Form::Bare, COMPLEMENTARY_BYPASS_EVENT_CHANNEL_NUMBER, nullptr, 1},
-    {Form::Bare, CONSISTENCY, &judgeWord<kConsistencies>},
-    {Form::Bare, EVENT_COUNTER_PRESENT, nullptr, 0},
-    {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER, nullptr, 1},
-    {Form::Bare, RELATED_EVENT_CHANNEL_NUMBER_FIXED, nullptr, 0},
-    {Form::Bare, DTO_CTR_DAQ_MODE, &judgeWord<kDaqCounters>},
-    {Form::Bare, DTO_CTR_DAQ_MODE_FIXED, nullptr, 0},
-    {Form::Bare, DTO_CTR_STIM_MODE, &judgeWord<kStimCounters>},
-    {Form::Bare, DTO_CTR_STIM_MODE_FIXED, nullptr, 0},
-    {Form::Bare, STIM_DTO_CTR_COPY_PRESENT, nullptr, 0},
-    {Form::Bare, CPU_LOAD_MAX, nullptr, 1},
-    {Form::Bare, MIN_CYCLE_TIME, &parseMinCycleTime},
-    {Form::Block, MIN_CYCLE_TIME, &parseMinCycleTimeBlock},
-    {Form::Block, DAQ_PACKED_MODE, &parseDaqPackedMode},
-    {Form::Block, BUFFER_RESERVE_EVENT},
-    {Form::Block, CPU_LOAD_CONSUMPTION_DAQ},
-    {Form::Block, CPU_LOAD_CONSUMPTION_STIM},
-    {Form::Block, CPU_LOAD_CONSUMPTION_QUEUE},
-    {Form::Block, CPU_LOAD_CONSUMPTION_QUEUE_STIM},
+    skipped(COMPLEMENTARY_BYPASS_EVENT_CHANNEL_NUMBER, 1),
+    judged(CONSISTENCY, kConsistencies),
+    skipped(EVENT_COUNTER_PRESENT, 0),
+    skipped(RELATED_EVENT_CHANNEL_NUMBER, 1),
+    skipped(RELATED_EVENT_CHANNEL_NUMBER_FIXED, 0),
+    judged(DTO_CTR_DAQ_MODE, kDaqCounters),
+    skipped(DTO_CTR_DAQ_MODE_FIXED, 0),
+    judged(DTO_CTR_STIM_MODE, kStimCounters),
+    skipped(DTO_CTR_STIM_MODE_FIXED, 0),
+    skipped(STIM_DTO_CTR_COPY_PRESENT, 0),
+    skipped(CPU_LOAD_MAX, 1),
+    bare(MIN_CYCLE_TIME, parseMinCycleTime),
+    block(MIN_CYCLE_TIME, parseMinCycleTimeBlock),
+    block(DAQ_PACKED_MODE, parseDaqPackedMode),
+    skippedBlock(BUFFER_RESERVE_EVENT),
+    skippedBlock(CPU_LOAD_CONSUMPTION_DAQ),
+    skippedBlock(CPU_LOAD_CONSUMPTION_STIM),
+    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE),
+    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE_STIM),
 };
 
 /// Enters the event among the sources of measured data.
@@ -91,6 +90,7 @@ void addSource(PhProperties& properties, const PhRaster& event) {
 }
 
 using SignalExtras = PhEntity::Extras;
+using SignalRule = InterfaceRule<SignalExtras>;
 using Use = PhSignalEvent::Use;
 
 /// The events that one list of a signal names.
@@ -106,38 +106,38 @@ int parseEventChannel(BlockReader& reader, EventList& list) {
 }
 
 constexpr InterfaceRule<EventList> kEventChannels[] = {
-    {Form::Bare, EVENT, &parseEventChannel},
+    bare(EVENT, parseEventChannel),
 };
 
-template <Use ListUse>
-int parseEventList(BlockReader& reader, SignalExtras& signal) {
-    EventList list{signal.events, ListUse};
-    return readBareOptionals(reader, kEventChannels, list, reader.next());
+/// A list in either form. The rule tells what its events are for.
+int parseEventList(BlockReader& reader, SignalExtras& signal, const SignalRule& rule) {
+    EventList list{signal.events, static_cast<Use>(rule.value<int>())};
+    const int kind = reader.next();
+    return rule.form() == Form::Bare
+               ? readBareOptionals(reader, kEventChannels, list, kind)
+               : readInterfaceParts(reader, kEventChannels, list, rule.keyword(), kind);
 }
 
-template <Use ListUse, int Keyword>
-int parseEventListBlock(BlockReader& reader, SignalExtras& signal) {
-    EventList list{signal.events, ListUse};
-    return readInterfaceParts(reader, kEventChannels, list, Keyword, reader.next());
+constexpr SignalRule eventList(Form form, int keyword, Use use) {
+    return {form, keyword, parseEventList, static_cast<int>(use)};
 }
 
 /// The lists of VARIABLE are blocks; some tools write them without /begin and /end.
-constexpr InterfaceRule<SignalExtras> kDaqEventParts[] = {
-    {Form::Bare, FIXED_EVENT_LIST, &parseEventList<Use::Fixed>},
-    {Form::Bare, VARIABLE, nullptr, 0},
-    {Form::Bare, AVAILABLE_EVENT_LIST, &parseEventList<Use::Available>},
-    {Form::Bare, DEFAULT_EVENT_LIST, &parseEventList<Use::Default>},
-    {Form::Bare, CONSISTENCY_EVENT_LIST, &parseEventList<Use::Consistency>},
-    {Form::Block, AVAILABLE_EVENT_LIST, &parseEventListBlock<Use::Available, AVAILABLE_EVENT_LIST>},
-    {Form::Block, DEFAULT_EVENT_LIST, &parseEventListBlock<Use::Default, DEFAULT_EVENT_LIST>},
-    {Form::Block, CONSISTENCY_EVENT_LIST,
-     &parseEventListBlock<Use::Consistency, CONSISTENCY_EVENT_LIST>},
+constexpr SignalRule kDaqEventParts[] = {
+    eventList(Form::Bare, FIXED_EVENT_LIST, Use::Fixed),
+    skipped(VARIABLE, 0),
+    eventList(Form::Bare, AVAILABLE_EVENT_LIST, Use::Available),
+    eventList(Form::Bare, DEFAULT_EVENT_LIST, Use::Default),
+    eventList(Form::Bare, CONSISTENCY_EVENT_LIST, Use::Consistency),
+    eventList(Form::Block, AVAILABLE_EVENT_LIST, Use::Available),
+    eventList(Form::Block, DEFAULT_EVENT_LIST, Use::Default),
+    eventList(Form::Block, CONSISTENCY_EVENT_LIST, Use::Consistency),
 };
 
 }  // namespace
 
 int parseXcpEvent(BlockReader& reader, XcpDaqTarget& target) {
-    traceBlock(reader, "  Parse IF_DATA EVENT\n");
+    reader.traceBlock("  Parse IF_DATA EVENT\n");
     const int kind = reader.next();
     if (kind != TOK_STRING && kind != TOK_IDENT) {
         return reader.fail("String or Identifier expected");

@@ -10,18 +10,18 @@ namespace {
 
 using namespace kw::xcp;
 
-constexpr InterfaceWord kHeaderTypes[] = {
+constexpr WordRow<std::int32_t> kHeaderTypes[] = {
     {HEADER_NAX, 0},         {HEADER_NAX_FILL, 1},      {HEADER_NAX_CTR, 2},
     {HEADER_NAX_FILL3, 3},   {HEADER_NAX_CTR_FILL2, 4}, {HEADER_NAX_LEN, 5},
     {HEADER_NAX_CTR_LEN, 6}, {HEADER_NAX_FILL2_LEN, 7}, {HEADER_NAX_CTR_FILL_LEN, 8},
 };
 
-constexpr InterfaceWord kChannels[] = {{A, 0}, {B, 1}};
+constexpr WordRow<std::int32_t> kChannels[] = {{A, 0}, {B, 1}};
 
-constexpr InterfaceWord kLengthKinds[] = {{FIXED, 0}, {VARIABLE, 1}};
+constexpr WordRow<std::int32_t> kLengthKinds[] = {{FIXED, 0}, {VARIABLE, 1}};
 
 /// Whether a buffer may carry packets of a kind, and how far that is fixed.
-constexpr InterfaceWord kPacketUses[] = {
+constexpr WordRow<std::int32_t> kPacketUses[] = {
     {NOT_ALLOWED, 0}, {FIXED, 1}, {VARIABLE_INITIALISED, 2}, {VARIABLE, 3}};
 
 /// Reads what stands before the value of a part of a slot: FIXED, or VARIABLE and INITIAL_VALUE;
@@ -39,16 +39,19 @@ bool readAssignment(BlockReader& reader, int& kind) {
     return kind == INITIAL_VALUE;
 }
 
+using BufferRule = InterfaceRule<PhFlexRayBuffer>;
+
 int parseSlotId(BlockReader& reader, PhFlexRayBuffer& buffer) {
     int kind = 0;
-    return readAssignment(reader, kind) ? storeInteger<&PhFlexRayBuffer::slotId>(reader, buffer)
-                                        : kind;
+    return readAssignment(reader, kind) ? storeInteger(reader, buffer.slotId) : kind;
 }
 
-template <const std::string_view& Key>
-int parseSlotNumber(BlockReader& reader, PhFlexRayBuffer& buffer) {
+/// The rule tells the name under which the number is kept.
+int parseSlotNumber(BlockReader& reader, PhFlexRayBuffer& buffer, const BufferRule& rule) {
     int kind = 0;
-    return readAssignment(reader, kind) ? storeProperty<Key>(reader, buffer) : kind;
+    return readAssignment(reader, kind)
+               ? storeProperty(reader, *buffer.properties, rule.value<std::string_view>())
+               : kind;
 }
 
 int parseChannel(BlockReader& reader, PhFlexRayBuffer& buffer) {
@@ -62,64 +65,61 @@ int parseChannel(BlockReader& reader, PhFlexRayBuffer& buffer) {
     return reader.next();
 }
 
-int parseLpduId(BlockReader& reader, PhFlexRayBuffer& buffer) {
-    static constexpr InterfaceRule<PhFlexRayBuffer> kParts[] = {
-        {Form::Bare, FLX_SLOT_ID, &parseSlotId},
-        {Form::Bare, OFFSET, &parseSlotNumber<setting::kOffset>},
-        {Form::Bare, CYCLE_REPETITION, &parseSlotNumber<setting::kCycleRepetition>},
-        {Form::Bare, CHANNEL, &parseChannel},
-    };
-    return readInterfaceParts(reader, kParts, buffer, LPDU_ID, reader.next());
-}
+constexpr BufferRule kLpduIdParts[] = {
+    bare(FLX_SLOT_ID, parseSlotId),
+    bare(OFFSET, parseSlotNumber, setting::kOffset),
+    bare(CYCLE_REPETITION, parseSlotNumber, setting::kCycleRepetition),
+    bare(CHANNEL, parseChannel),
+};
 
-int parseXcpPacket(BlockReader& reader, PhFlexRayBuffer& buffer) {
-    static constexpr InterfaceRule<PhFlexRayBuffer> kParts[] = {
-        {Form::Bare, CMD, &judgeWord<kPacketUses>},
-        {Form::Bare, RES_ERR, &judgeWord<kPacketUses>},
-        {Form::Bare, EV_SERV, &judgeWord<kPacketUses>},
-        {Form::Bare, DAQ, &judgeWord<kPacketUses>},
-        {Form::Bare, STIM, &judgeWord<kPacketUses>},
-        {Form::Bare, MULTICAST, &judgeWord<kPacketUses>},
-    };
-    return readInterfaceParts(reader, kParts, buffer, XCP_PACKET, reader.next());
-}
+constexpr BufferRule kPackets[] = {
+    // Requests and answers,
+    judged(CMD, kPacketUses),
+    judged(RES_ERR, kPacketUses),
+    judged(EV_SERV, kPacketUses),
+    // measured data and stimulation.
+    judged(DAQ, kPacketUses),
+    judged(STIM, kPacketUses),
+    judged(MULTICAST, kPacketUses),
+};
 
 int parseMaxLength(BlockReader& reader, PhFlexRayBuffer& buffer) {
     readWord(reader, kLengthKinds);  // a length follows either way
-    return storeInteger<&PhFlexRayBuffer::maxLength>(reader, buffer);
+    return storeInteger(reader, buffer.maxLength);
 }
 
 /// What a buffer is for.
 enum BufferRole : std::int32_t { kInitialCommand = 1, kInitialResponse = 2, kPool = 3 };
 
-template <BufferRole Role, int Keyword>
-int parseBuffer(BlockReader& reader, PhTransportParam& transport) {
-    static constexpr InterfaceRule<PhFlexRayBuffer> kParts[] = {
-        {Form::Bare, MAX_FLX_LEN_BUF, &parseMaxLength},
-        {Form::Block, LPDU_ID, &parseLpduId},
-        {Form::Block, XCP_PACKET, &parseXcpPacket},
+/// The rule tells the role.
+int parseBuffer(BlockReader& reader, PhTransportParam& transport,
+                const InterfaceRule<PhTransportParam>& rule) {
+    static constexpr BufferRule kParts[] = {
+        bare(MAX_FLX_LEN_BUF, parseMaxLength),
+        blockOf(LPDU_ID, kLpduIdParts),
+        blockOf(XCP_PACKET, kPackets),
     };
     auto buffer = makePh<PhFlexRayBuffer>();
-    buffer->role = Role;
+    buffer->role = rule.value<int>();
     buffer->properties = makePh<PhProperties>();
     buffer->number = readIntegerValue(reader);
     reader.keepIn(transport.flexRayBuffers, buffer);
-    return readInterfaceParts(reader, kParts, *buffer, Keyword, reader.next());
+    return readInterfaceParts(reader, kParts, *buffer, rule.keyword(), reader.next());
 }
 
 constexpr InterfaceRule<PhTransportParam> kFlexRayParts[] = {
-    {Form::Block, INITIAL_CMD_BUFFER, &parseBuffer<kInitialCommand, INITIAL_CMD_BUFFER>},
-    {Form::Block, INITIAL_RES_ERR_BUFFER, &parseBuffer<kInitialResponse, INITIAL_RES_ERR_BUFFER>},
-    {Form::Block, POOL_BUFFER, &parseBuffer<kPool, POOL_BUFFER>},
-    {Form::Bare, OPTIONAL_TL_SUBCMD, nullptr, 1},
-    {Form::Bare, TRANSPORT_LAYER_INSTANCE, &parseXcpTransportInstance},
-    {Form::Block, PROTOCOL_LAYER, &parseXcpTransportProtocolLayer},
-    {Form::Block, DAQ, &parseXcpTransportDaq},
-    {Form::Block, DAQ_EVENT},
-    {Form::Block, PAG},
-    {Form::Block, PGM},
-    {Form::Block, SEGMENT},
-    {Form::Block, TIME_CORRELATION},
+    block(INITIAL_CMD_BUFFER, parseBuffer, kInitialCommand),
+    block(INITIAL_RES_ERR_BUFFER, parseBuffer, kInitialResponse),
+    block(POOL_BUFFER, parseBuffer, kPool),
+    skipped(OPTIONAL_TL_SUBCMD, 1),
+    bare(TRANSPORT_LAYER_INSTANCE, parseXcpTransportInstance),
+    block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
+    block(DAQ, parseXcpTransportDaq),
+    skippedBlock(DAQ_EVENT),
+    skippedBlock(PAG),
+    skippedBlock(PGM),
+    skippedBlock(SEGMENT),
+    skippedBlock(TIME_CORRELATION),
 };
 
 void readHeaderType(BlockReader& reader, PhTransportParam& transport) {
@@ -131,7 +131,7 @@ void readHeaderType(BlockReader& reader, PhTransportParam& transport) {
 }  // namespace
 
 int parseXcpOnFlx(BlockReader& reader, PhTransportParam& transport) {
-    traceBlock(reader, "  Parse IF_DATA XCP_ON_FLEXRAY\n");
+    reader.traceBlock("  Parse IF_DATA XCP_ON_FLEXRAY\n");
     PhProperties& properties = *transport.properties;
     reader.next();  // version of the transport
     reader.keepInteger(properties, setting::kT1FlexRay, readTruncated(reader));

@@ -15,20 +15,20 @@ constexpr std::string_view kNumberKeys[] = {
     setting::kT5,         setting::kT6, setting::kT7, setting::kMaxCto, setting::kMaxDto,
 };
 
-constexpr InterfaceWord kByteOrders[] = {
+constexpr WordRow<std::int32_t> kByteOrders[] = {
     {BYTE_ORDER_MSB_FIRST, 1},
     {BYTE_ORDER_MSB_LAST, 0},
 };
 
 /// The codes of word and double word are the other way round than one would think, on purpose.
-constexpr InterfaceWord kGranularities[] = {
+constexpr WordRow<std::int32_t> kGranularities[] = {
     {ADDRESS_GRANULARITY_BYTE, 1},
     {ADDRESS_GRANULARITY_DWORD, 2},
     {ADDRESS_GRANULARITY_WORD, 4},
 };
 
 /// Command codes of the protocol.
-constexpr InterfaceWord kCommands[] = {
+constexpr WordRow<std::int32_t> kCommands[] = {
     {GET_COMM_MODE_INFO, 0xFB},
     {GET_ID, 0xFA},
     {SET_REQUEST, 0xF9},
@@ -104,29 +104,24 @@ int parseMasterBlockMode(BlockReader& reader, PhProtocolParam& protocol) {
 
 /// The grammar has either BLOCK with its modes or INTERLEAVED; files write both, in any order.
 constexpr InterfaceRule<PhProtocolParam> kCommunicationModes[] = {
-    {Form::Bare, BLOCK, nullptr, 0},
-    {Form::Bare, SLAVE, &setProperty<setting::kSlaveBlockMode>},
-    {Form::Bare, MASTER, &parseMasterBlockMode},
-    {Form::Bare, INTERLEAVED, &storeProperty<setting::kQueueSize>},
+    skipped(BLOCK, 0),
+    flagProperty(SLAVE, setting::kSlaveBlockMode),
+    bare(MASTER, parseMasterBlockMode),
+    property(INTERLEAVED, setting::kQueueSize),
 };
 
 int parseCommunicationModes(BlockReader& reader, PhProtocolParam& protocol) {
     return readBareOptionals(reader, kCommunicationModes, protocol, reader.next());
 }
 
-int parseCommunicationModeBlock(BlockReader& reader, PhProtocolParam& protocol) {
-    return readInterfaceParts(reader, kCommunicationModes, protocol, COMMUNICATION_MODE_SUPPORTED,
-                              reader.next());
-}
-
 constexpr InterfaceRule<PhProtocolParam> kProtocolLayerParts[] = {
-    {Form::Bare, OPTIONAL_CMD, &parseOptionalCmd},
-    {Form::Bare, OPTIONAL_LEVEL1_CMD, nullptr, 1},
-    {Form::Bare, MAX_DTO_STIM, nullptr, 1},
-    {Form::Bare, COMMUNICATION_MODE_SUPPORTED, &parseCommunicationModes},
-    {Form::Block, COMMUNICATION_MODE_SUPPORTED, &parseCommunicationModeBlock},
-    {Form::Bare, SEED_AND_KEY_EXTERNAL_FUNCTION, &storeTextProperty<setting::kSeedAndKeyFunction>},
-    {Form::Block, ECU_STATES},
+    bare(OPTIONAL_CMD, parseOptionalCmd),
+    skipped(OPTIONAL_LEVEL1_CMD, 1),
+    skipped(MAX_DTO_STIM, 1),
+    bare(COMMUNICATION_MODE_SUPPORTED, parseCommunicationModes),
+    blockOf(COMMUNICATION_MODE_SUPPORTED, kCommunicationModes),
+    textProperty(SEED_AND_KEY_EXTERNAL_FUNCTION, setting::kSeedAndKeyFunction),
+    skippedBlock(ECU_STATES),
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "a2l/interfaces/xcp_time.h"
 
-#include <string_view>
+#include <iterator>
 
 #include "a2l/interfaces/interface_parts.h"
 
@@ -10,21 +10,21 @@ namespace {
 
 using namespace kw::xcp;
 
-struct TimeUnitRow {
-    int keyword;  ///< TOK_IDENT for the words that the keyword table can't find
-    std::string_view text;
-    XcpTimeUnit unit;
-};
-
-/// The index of a row is the unit's code.
-constexpr TimeUnitRow kTimeUnits[] = {
-    {UNIT_1NS, "UNIT_1NS", {4, 1}},       {UNIT_10NS, "UNIT_10NS", {4, 10}},
-    {UNIT_100NS, "UNIT_100NS", {4, 100}}, {UNIT_1US, "UNIT_1US", {3, 1}},
-    {UNIT_10US, "UNIT_10US", {3, 10}},    {UNIT_100US, "UNIT_100US", {3, 100}},
-    {UNIT_1MS, "UNIT_1MS", {2, 1}},       {UNIT_10MS, "UNIT_10MS", {2, 10}},
-    {UNIT_100MS, "UNIT_100MS", {2, 100}}, {UNIT_1S, "UNIT_1S", {1, 1}},
-    {TOK_IDENT, "UNIT_1PS", {5, 1}},      {TOK_IDENT, "UNIT_10PS", {5, 10}},
-    {UNIT_100PS, "UNIT_100PS", {5, 100}},
+/// The index of a row is the unit's code. The keyword table lacks two of the words.
+constexpr WordRow<XcpTimeUnit> kTimeUnits[] = {
+    {UNIT_1NS, {4, 1}},
+    {UNIT_10NS, {4, 10}},
+    {UNIT_100NS, {4, 100}},
+    {UNIT_1US, {3, 1}},
+    {UNIT_10US, {3, 10}},
+    {UNIT_100US, {3, 100}},
+    {UNIT_1MS, {2, 1}},
+    {UNIT_10MS, {2, 10}},
+    {UNIT_100MS, {2, 100}},
+    {UNIT_1S, {1, 1}},
+    {identifier("UNIT_1PS"), {5, 1}},
+    {identifier("UNIT_10PS"), {5, 10}},
+    {UNIT_100PS, {5, 100}},
 };
 
 }  // namespace
@@ -33,16 +33,11 @@ std::optional<XcpTimeUnit> xcpTimeUnitOfCode(std::int32_t code) {
     if (code < 0 || static_cast<std::size_t>(code) >= std::size(kTimeUnits)) {
         return std::nullopt;
     }
-    return kTimeUnits[code].unit;
+    return kTimeUnits[code].value;
 }
 
 std::optional<XcpTimeUnit> xcpTimeUnitOfWord(const BlockReader& reader, int kind) {
-    for (const TimeUnitRow& row : kTimeUnits) {
-        if (row.keyword == kind && (kind != TOK_IDENT || row.text == reader.token().text)) {
-            return row.unit;
-        }
-    }
-    return std::nullopt;
+    return findWord(reader, kTimeUnits, kind);
 }
 
 PhHandle<PhTimebase> makeTimebase(std::int32_t ticks, XcpTimeUnit unit) {

@@ -10,23 +10,18 @@ namespace {
 
 using namespace kw::xcp;
 
-constexpr InterfaceWord kSyncEdges[] = {{SINGLE, 1}, {DUAL, 2}};
+constexpr WordRow<std::int32_t> kSyncEdges[] = {{SINGLE, 1}, {DUAL, 2}};
 
-constexpr InterfaceWord kSwitchWords[] = {
-    {TOK_IDENT, 0, "OFF"},
-    {TOK_IDENT, 1, "ON"},
+constexpr WordRow<std::int32_t> kSwitchWords[] = {
+    {identifier("OFF"), 0},
+    {identifier("ON"), 1},
 };
 
-constexpr InterfaceWord kPacketAlignments[] = {
+constexpr WordRow<std::int32_t> kPacketAlignments[] = {
     {PACKET_ALIGNMENT_8, 0},
     {PACKET_ALIGNMENT_16, 1},
     {PACKET_ALIGNMENT_32, 2},
 };
-
-int parseFixedCanId(BlockReader& reader, PhDaqTpCan& list) {
-    reader.keep(list.canId, readIntegerValue(reader));
-    return reader.next();
-}
 
 int parseVariableCanId(BlockReader& reader, PhDaqTpCan& list) {
     list.canId = {};
@@ -35,8 +30,8 @@ int parseVariableCanId(BlockReader& reader, PhDaqTpCan& list) {
 
 int parseDaqListCanId(BlockReader& reader, PhTransportParam& transport) {
     static constexpr InterfaceRule<PhDaqTpCan> kParts[] = {
-        {Form::Bare, FIXED, &parseFixedCanId},
-        {Form::Bare, VARIABLE, &parseVariableCanId},
+        integer(FIXED, &PhDaqTpCan::canId),
+        bare(VARIABLE, parseVariableCanId),
     };
     PhDaqTpCapabilities& identifiers = transport.stationParam().daqTpCapabilities();
     const PhHandle<PhValue> number = readIntegerValue(reader);
@@ -63,15 +58,15 @@ int parseDelayCompensation(BlockReader& reader, PhCanFdParam& canFd) {
 
 int parseCanFd(BlockReader& reader, PhTransportParam& transport) {
     static constexpr InterfaceRule<PhCanFdParam> kParts[] = {
-        {Form::Bare, MAX_DLC, &storeInteger<&PhCanFdParam::maxDlc>},
-        {Form::Bare, CAN_FD_DATA_TRANSFER_BAUDRATE, &storeInteger<&PhCanFdParam::dataBitrate>},
-        {Form::Bare, SAMPLE_POINT, &storeInteger<&PhCanFdParam::samplePoint>},
-        {Form::Bare, BTL_CYCLES, &storeInteger<&PhCanFdParam::btlCycles>},
-        {Form::Bare, SJW, &storeInteger<&PhCanFdParam::sjw>},
-        {Form::Bare, SYNC_EDGE, &parseSyncEdge},
-        {Form::Bare, MAX_DLC_REQUIRED, &setFlag<&PhCanFdParam::maxDlcRequired>},
-        {Form::Bare, SECONDARY_SAMPLE_POINT, &storeInteger<&PhCanFdParam::secondarySamplePoint>},
-        {Form::Bare, TRANSCEIVER_DELAY_COMPENSATION, &parseDelayCompensation},
+        integer(MAX_DLC, &PhCanFdParam::maxDlc),
+        integer(CAN_FD_DATA_TRANSFER_BAUDRATE, &PhCanFdParam::dataBitrate),
+        integer(SAMPLE_POINT, &PhCanFdParam::samplePoint),
+        integer(BTL_CYCLES, &PhCanFdParam::btlCycles),
+        integer(SJW, &PhCanFdParam::sjw),
+        bare(SYNC_EDGE, parseSyncEdge),
+        flag(MAX_DLC_REQUIRED, &PhCanFdParam::maxDlcRequired),
+        integer(SECONDARY_SAMPLE_POINT, &PhCanFdParam::secondarySamplePoint),
+        bare(TRANSCEIVER_DELAY_COMPENSATION, parseDelayCompensation),
     };
     auto canFd = makePh<PhCanFdParam>();
     transport.canFd = canFd;
@@ -79,37 +74,37 @@ int parseCanFd(BlockReader& reader, PhTransportParam& transport) {
 }
 
 constexpr InterfaceRule<PhTransportParam> kCanParts[] = {
-    {Form::Bare, BAUDRATE, &storeProperty<setting::kBitrate>},
-    {Form::Bare, CAN_ID_MASTER, &storeInteger<&PhTransportParam::masterCanId>},
-    {Form::Bare, CAN_ID_SLAVE, &storeInteger<&PhTransportParam::slaveCanId>},
-    {Form::Bare, MAX_DLC_REQUIRED, &setProperty<setting::kMaxDlcRequired>},
-    {Form::Bare, TRANSPORT_LAYER_INSTANCE, &parseXcpTransportInstance},
-    {Form::Bare, CAN_ID_BROADCAST, nullptr, 1},
-    {Form::Bare, CAN_ID_GET_DAQ_CLOCK_MULTICAST, nullptr, 1},
-    {Form::Bare, SAMPLE_POINT, nullptr, 1},
-    {Form::Bare, SAMPLE_RATE, nullptr, 1},
-    {Form::Bare, BTL_CYCLES, nullptr, 1},
-    {Form::Bare, SJW, nullptr, 1},
-    {Form::Bare, SYNC_EDGE, nullptr, 1},
-    {Form::Bare, MAX_BUS_LOAD, nullptr, 1},
-    {Form::Bare, OPTIONAL_TL_SUBCMD, nullptr, 1},
-    {Form::Bare, CAN_ID_MASTER_INCREMENTAL, nullptr, 0},
-    {Form::Bare, MEASUREMENT_SPLIT_ALLOWED, nullptr, 0},
-    {Form::Block, DAQ_LIST_CAN_ID, &parseDaqListCanId},
-    {Form::Block, PROTOCOL_LAYER, &parseXcpTransportProtocolLayer},
-    {Form::Block, DAQ, &parseXcpTransportDaq},
-    {Form::Block, CAN_FD, &parseCanFd},
-    {Form::Block, DAQ_EVENT},
-    {Form::Block, PAG},
-    {Form::Block, PGM},
-    {Form::Block, SEGMENT},
-    {Form::Block, TIME_CORRELATION},
-    {Form::Block, EVENT_CAN_ID_LIST},
+    property(BAUDRATE, setting::kBitrate),
+    integer(CAN_ID_MASTER, &PhTransportParam::masterCanId),
+    integer(CAN_ID_SLAVE, &PhTransportParam::slaveCanId),
+    flagProperty(MAX_DLC_REQUIRED, setting::kMaxDlcRequired),
+    bare(TRANSPORT_LAYER_INSTANCE, parseXcpTransportInstance),
+    skipped(CAN_ID_BROADCAST, 1),
+    skipped(CAN_ID_GET_DAQ_CLOCK_MULTICAST, 1),
+    skipped(SAMPLE_POINT, 1),
+    skipped(SAMPLE_RATE, 1),
+    skipped(BTL_CYCLES, 1),
+    skipped(SJW, 1),
+    skipped(SYNC_EDGE, 1),
+    skipped(MAX_BUS_LOAD, 1),
+    skipped(OPTIONAL_TL_SUBCMD, 1),
+    skipped(CAN_ID_MASTER_INCREMENTAL, 0),
+    skipped(MEASUREMENT_SPLIT_ALLOWED, 0),
+    block(DAQ_LIST_CAN_ID, parseDaqListCanId),
+    block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
+    block(DAQ, parseXcpTransportDaq),
+    block(CAN_FD, parseCanFd),
+    skippedBlock(DAQ_EVENT),
+    skippedBlock(PAG),
+    skippedBlock(PGM),
+    skippedBlock(SEGMENT),
+    skippedBlock(TIME_CORRELATION),
+    skippedBlock(EVENT_CAN_ID_LIST),
 };
 
 int parseIpV6(BlockReader& reader, PhTransportParam& transport) {
     reader.keepInteger(*transport.properties, setting::kIpv6, 1);
-    return storeTextProperty<setting::kHostName>(reader, transport);
+    return storeTextProperty(reader, *transport.properties, setting::kHostName);
 }
 
 int parsePacketAlignment(BlockReader& reader, PhTransportParam& transport) {
@@ -118,21 +113,21 @@ int parsePacketAlignment(BlockReader& reader, PhTransportParam& transport) {
 }
 
 constexpr InterfaceRule<PhTransportParam> kIpParts[] = {
-    {Form::Bare, HOST_NAME, &storeTextProperty<setting::kHostName>},
-    {Form::Bare, ADDRESS, &storeTextProperty<setting::kHostName>},
-    {Form::Bare, IPV6, &parseIpV6},
-    {Form::Bare, MAX_BUS_LOAD, nullptr, 1},
-    {Form::Bare, MAX_BIT_RATE, nullptr, 1},
-    {Form::Bare, PACKET_ALIGNMENT, &parsePacketAlignment},
-    {Form::Bare, OPTIONAL_TL_SUBCMD, nullptr, 1},
-    {Form::Bare, TRANSPORT_LAYER_INSTANCE, &parseXcpTransportInstance},
-    {Form::Block, PROTOCOL_LAYER, &parseXcpTransportProtocolLayer},
-    {Form::Block, DAQ, &parseXcpTransportDaq},
-    {Form::Block, DAQ_EVENT},
-    {Form::Block, PAG},
-    {Form::Block, PGM},
-    {Form::Block, SEGMENT},
-    {Form::Block, TIME_CORRELATION},
+    textProperty(HOST_NAME, setting::kHostName),
+    textProperty(ADDRESS, setting::kHostName),
+    bare(IPV6, parseIpV6),
+    skipped(MAX_BUS_LOAD, 1),
+    skipped(MAX_BIT_RATE, 1),
+    bare(PACKET_ALIGNMENT, parsePacketAlignment),
+    skipped(OPTIONAL_TL_SUBCMD, 1),
+    bare(TRANSPORT_LAYER_INSTANCE, parseXcpTransportInstance),
+    block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
+    block(DAQ, parseXcpTransportDaq),
+    skippedBlock(DAQ_EVENT),
+    skippedBlock(PAG),
+    skippedBlock(PGM),
+    skippedBlock(SEGMENT),
+    skippedBlock(TIME_CORRELATION),
 };
 
 /// Everything but the end of a UDP or TCP block. Returns the kind of its `/end`, or an error.
@@ -144,13 +139,13 @@ int parseIpParts(BlockReader& reader, PhTransportParam& transport) {
         reader.keepText(*transport.properties, setting::kHostName, reader.token().text);
         kind = reader.next();
     }
-    return readOptionals(reader, kIpParts, transport, kind);
+    return readInterfaceOptionals(reader, kIpParts, transport, kind);
 }
 
 }  // namespace
 
 int parseXcpOnCan(BlockReader& reader, PhTransportParam& transport) {
-    traceBlock(reader, "  Parse IF_DATA XCP_ON_CAN\n");
+    reader.traceBlock("  Parse IF_DATA XCP_ON_CAN\n");
     int kind = reader.next();
     if (kind == TOK_INTEGER) {  // version of the transport, missing in old files
         kind = reader.next();
@@ -161,13 +156,13 @@ int parseXcpOnCan(BlockReader& reader, PhTransportParam& transport) {
 // The messages about a missing end have always named the two IP transports without their last part.
 
 int parseXcpOnUdpIp(BlockReader& reader, PhTransportParam& transport) {
-    traceBlock(reader, "  Parse IF_DATA XCP_ON_UDP_IP\n");
+    reader.traceBlock("  Parse IF_DATA XCP_ON_UDP_IP\n");
     const int kind = parseIpParts(reader, transport);
     return kind == END ? reader.closeBlock(XCP_ON_UDP_IP, "XCP_ON_UDP") : kind;
 }
 
 int parseXcpOnTcpIp(BlockReader& reader, PhTransportParam& transport) {
-    traceBlock(reader, "  Parse IF_DATA XCP_ON_TCP_IP\n");
+    reader.traceBlock("  Parse IF_DATA XCP_ON_TCP_IP\n");
     const int kind = parseIpParts(reader, transport);
     return kind == END ? reader.closeBlock(XCP_ON_TCP_IP, "XCP_ON_TCP") : kind;
 }

@@ -51,14 +51,11 @@ int BlockReader::nullAsEmptyString(int kind) {
 
 PhNumber BlockReader::readNumberValue() {
     const int kind = next();
-    if (kind == TOK_INTEGER) {
-        return PhNumber::integer(token_.intValue);
+    const PhNumber value = number(kind);
+    if (!value.isPresent()) {
+        unexpectedTokenWarning(kind);
     }
-    if (kind == TOK_FLOAT) {
-        return PhNumber::real(token_.floatValue);
-    }
-    unexpectedTokenWarning(kind);
-    return {};
+    return value;
 }
 
 std::int32_t BlockReader::readInteger() {
@@ -71,18 +68,16 @@ void BlockReader::readIntPair(std::int32_t& first, std::int32_t& second) {
     second = readInteger();
 }
 
-bool BlockReader::readIntegerOrWarn(std::int32_t& value) {
+bool BlockReader::expectIntegerOrWarn() {
     const int kind = next();
     if (kind != TOK_INTEGER) {
         unexpectedTokenWarning(kind);
-        return false;
     }
-    value = token_.intValue;
-    return true;
+    return kind == TOK_INTEGER;
 }
 
 int BlockReader::closeBlock(int keyword) {
-    return next() == keyword ? next() : endMissing(keywordName(keyword));
+    return next() == keyword ? next() : endMissing(keyword);
 }
 
 int BlockReader::closeBlock(int keyword, std::string_view name) {

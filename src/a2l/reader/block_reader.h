@@ -1,13 +1,8 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
-#include <iterator>
-#include <span>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "a2l/reader/message_text.h"
@@ -78,6 +73,19 @@ class BlockReader : public PhReader, private A2lLexer {
     /// The kind of a text that may be written as NULL: the bare identifier becomes an empty text.
     int nullAsEmptyString(int kind);
 
+    /// The last token, which is of kind `kind`, as a number in the kind in which it is written; a
+    /// missing number for any other token.
+    PhNumber number(int kind) const {
+        switch (kind) {
+            case TOK_INTEGER:
+                return PhNumber::integer(token_.intValue);
+            case TOK_FLOAT:
+                return PhNumber::real(token_.floatValue);
+            default:
+                return {};
+        }
+    }
+
     /// A number in the kind in which it is written; for any other token the warning "Unexpected
     /// token '%s' found" and a missing number.
     PhNumber readNumberValue();
@@ -90,7 +98,14 @@ class BlockReader : public PhReader, private A2lLexer {
 
     /// Takes an integer token into `value`; for any other kind of token the warning "Unexpected
     /// token '%s' found", and `value` stays as it was. Returns whether it was one.
-    bool readIntegerOrWarn(std::int32_t& value);
+    template <typename Value>
+    bool readIntegerOrWarn(Value& value) {
+        const bool isInteger = expectIntegerOrWarn();
+        if (isInteger) {
+            value = token_.intValue;
+        }
+        return isInteger;
+    }
 
     /// After `/end`: expects the block's own keyword and returns the kind of the token after it;
     /// for another token the error "Keyword '%s' expected after /end" with the keyword's name.
@@ -98,6 +113,9 @@ class BlockReader : public PhReader, private A2lLexer {
 
     /// The same where the message gives the block another name than the current table.
     int closeBlock(int keyword, std::string_view name);
+
+    /// The error of closeBlock(), for who closes a block in another way. Returns TOK_ERROR.
+    int endMissing(int keyword) { return endMissing(keywordName(keyword)); }
 
     /// Names up to `/end`, each handed to `take(text)`, and the end of the block; anything else
     /// among them is an unexpected token.
@@ -159,6 +177,18 @@ class BlockReader : public PhReader, private A2lLexer {
         }
     }
 
+    /// Traces what block is read when the reader is verbose: a text, or one with a name for "%s".
+    void traceBlock(std::string_view text) {
+        if (verbose()) {
+            trace(text);
+        }
+    }
+    void traceBlock(std::string_view format, const PhString& name) {
+        if (verbose()) {
+            trace(format, {name.view()});
+        }
+    }
+
     /// An error with the lexer's current line. It neither counts nor ends anything by itself.
     void error(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
 
@@ -200,96 +230,12 @@ class BlockReader : public PhReader, private A2lLexer {
     }
 
     bool expectString();
+    bool expectIntegerOrWarn();
     int endMissing(std::string_view name);
     void lexicalError(std::string_view message) override;
 
     Token token_;
     bool failed_ = false;
 };
-
-/// How an optional part of a block stands in the text.
-enum class Form : std::uint8_t {
-    Bare,   ///< KEYWORD and its parameters
-    Block,  ///< /begin KEYWORD ... /end KEYWORD
-};
-
-/// One optional part of a block: which keyword, and what happens to it. `Reader` is the class whose
-/// operations parse blocks, `Context` the thing that the surrounding block fills.
-template <typename Reader, typename Context>
-struct OptionalRule {
-    /// Parses the part and returns the kind of the token after it.
-    using Parse = int (Reader::*)(Context&);
-
-    /// A block that no rule names is an unexpected token.
-    static constexpr bool kSkipsUnknownBlocks = false;
-
-    Form form;
-    int keyword;
-    Parse parse = nullptr;
-    int dropped = 0;  ///< without `parse`: how many parameters of a bare keyword are dropped;
-                      ///< a block without `parse` is skipped whole
-
-    bool matches(Form foundForm, int kind, const Token&) const {
-        return keyword == kind && form == foundForm;
-    }
-};
-
-/// The rule for a part that begins with a token of that kind, or nullptr.
-template <typename Rules>
-auto findRule(const Rules& rules, Form form, int kind, const Token& token)
-    -> decltype(std::data(rules)) {
-    for (const auto& rule : rules) {
-        if (rule.matches(form, kind, token)) {
-            return &rule;
-        }
-    }
-    return nullptr;
-}
-
-/// Does what `rule` says about a part whose keyword is of that kind. Returns the kind of the token
-/// after it.
-template <typename Reader, typename Rule, typename Context>
-int applyRule(Reader& reader, const Rule& rule, Context& context, int kind) {
-    if (rule.parse != nullptr) {
-        return std::invoke(rule.parse, reader, context);
-    }
-    return rule.form == Form::Block ? reader.skipBlock(kind) : reader.drop(rule.dropped);
-}
-
-/// Reads optional parts, the first of whose tokens is `kind`, up to `/end`. `rules` is an array of
-/// rules of one type. Returns the kind of that token, or TOK_ERROR after something that no rule
-/// names.
-template <typename Reader, typename Rules, typename Context>
-int readOptionals(Reader& reader, const Rules& rules, Context& context, int kind) {
-    using Rule = std::remove_cvref_t<decltype(*std::data(rules))>;
-    const bool hasBlocks = Rule::kSkipsUnknownBlocks ||
-                           std::any_of(std::begin(rules), std::end(rules),
-                                       [](auto& rule) { return rule.form == Form::Block; });
-    while (kind != kw::core::END) {
-        Form form = Form::Bare;
-        if (kind == kw::core::BEGIN && hasBlocks) {
-            form = Form::Block;
-            kind = reader.next();
-        }
-        if (const Rule* rule = findRule(rules, form, kind, reader.token())) {
-            kind = applyRule(reader, *rule, context, kind);
-        } else if (Rule::kSkipsUnknownBlocks && form == Form::Block) {
-            kind = reader.skipBlock(kind);
-        } else {
-            return reader.unexpectedToken(kind);
-        }
-    }
-    return kind;
-}
-
-/// Reads bare optional parts, the first of whose tokens is `kind`, up to the first token that no
-/// rule names, whose kind is returned.
-template <typename Reader, typename Rules, typename Context>
-int readBareOptionals(Reader& reader, const Rules& rules, Context& context, int kind) {
-    while (const auto* rule = findRule(rules, Form::Bare, kind, reader.token())) {
-        kind = applyRule(reader, *rule, context, kind);
-    }
-    return kind;
-}
 
 }  // namespace quillmark

@@ -263,6 +263,19 @@ TEST(XcpOnIp, InstanceAndOverrides) {
     }
 }
 
+TEST(XcpOnIp, SkippedBlocks) {
+    for (const IpTransport& row : kIpTransports) {
+        for (const char* name : {"DAQ_EVENT", "PAG", "XCP_ON_CAN"}) {
+            const std::string block(name);
+            EXPECT_EQ(transport(row.keyword, "1 5555 /begin " + block + " 1 /end " + block),
+                      transport(row.keyword, "1 5555"));
+            EXPECT_EQ(xcpMessages(std::string("/begin ") + row.keyword + " 1 5555 /begin " + block +
+                                  " 1 /end DAQ"),
+                      "Error 1: Keyword '" + block + "' expected after /end (IGN)\n");
+        }
+    }
+}
+
 TEST(XcpOnIp, MessagesNameTheBlockWithoutItsLastPart) {
     for (const IpTransport& row : kIpTransports) {
         const std::string expected =

@@ -1,0 +1,22 @@
+#include "a2l/core_reader.h"
+
+namespace quillmark {
+
+void CoreReader::startOver() {
+    BlockReader::startOver();
+    errorCount_ = 0;
+    moduleByteOrder_ = PhByteOrder::Undefined;
+}
+
+PhHandle<PhUnit> CoreReader::inlineUnit(std::string_view text) {
+    if (PhUnit* known = inlineUnits_.find(text)) {
+        return PhHandle<PhUnit>(known);
+    }
+    auto unit = makePh<PhUnit>();
+    unit->setName(PhString(text));
+    unit->setDisplayText(unit->name());
+    inlineUnits_.append(unit);
+    return unit;
+}
+
+}  // namespace quillmark
