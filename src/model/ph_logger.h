@@ -18,6 +18,11 @@ class PhLogger {
     void setLine(std::int32_t line) { line_ = line; }
     std::int32_t line() const { return line_; }
 
+    /// Where in that line the token begins that was read last, in bytes, counted from 1: of a text
+    /// its first character behind the quote, and 1 for what began on an earlier line.
+    void setColumn(std::int32_t column) { column_ = column; }
+    std::int32_t column() const { return column_; }
+
     /// A finished trace line; carries its own line feed.
     virtual void message(std::string_view text) = 0;
 
@@ -29,6 +34,7 @@ class PhLogger {
 
   private:
     std::int32_t line_ = 0;
+    std::int32_t column_ = 0;
 };
 
 }  // namespace quillmark

@@ -90,14 +90,14 @@ int BlockReader::endMissing(std::string_view name) {
 
 void BlockReader::error(std::string_view format, std::initializer_list<MessageArgument> arguments) {
     if (!failed_) {
-        report(true, lineNumber(), MessageText(format, arguments).view());
+        report(true, place(), MessageText(format, arguments).view());
     }
 }
 
 void BlockReader::warning(std::string_view format,
                           std::initializer_list<MessageArgument> arguments) {
     if (!failed_) {
-        report(false, lineNumber(), MessageText(format, arguments).view());
+        report(false, place(), MessageText(format, arguments).view());
     }
 }
 

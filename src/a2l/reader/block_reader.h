@@ -229,6 +229,7 @@ class BlockReader : public PhReader, private A2lLexer {
         return kind;
     }
 
+    TextPlace place() const { return {lineNumber(), columnNumber()}; }
     bool expectString();
     bool expectIntegerOrWarn();
     int endMissing(std::string_view name);

@@ -14,6 +14,19 @@
 
 namespace quillmark {
 
+/// A place in a description, see PhLogger.
+struct TextPlace {
+    std::int32_t line = 0;
+    std::int32_t column = 0;
+};
+
+/// What begins each console line of a reader.
+inline constexpr std::string_view kConsoleMark = "-: ";
+
+/// The console line of a finding behind that, with its line feed.
+MessageText findingText(bool isError, std::string_view fileName, std::int32_t line,
+                        std::string_view message);
+
 /// A reader of one description file format into the model: what all formats have in common, which
 /// is the file's name and where messages go. Messages go to the logger if there is one, otherwise
 /// to the console.
@@ -58,10 +71,12 @@ class PhReader {
     void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
 
   protected:
-    /// Puts out a finding of either kind, with file name and line.
-    void report(bool isError, std::int32_t line, std::string_view message);
+    /// Puts out a finding of either kind, with file name and place.
+    void report(bool isError, TextPlace place, std::string_view message);
 
   private:
+    void print(const MessageText& text);
+
     Console& console_;
     std::optional<std::string> fileName_;
     PhLogger* logger_ = nullptr;

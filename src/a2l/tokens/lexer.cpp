@@ -156,6 +156,12 @@ char unescaped(int character) {
     }
 }
 
+/// Where the line begins in which a position lies, or the front of the buffer.
+const char* startOfLine(const char* front, const char* position) {
+    const std::string_view before(front, static_cast<std::size_t>(position - front));
+    return front + (before.rfind('\n') + 1);
+}
+
 }  // namespace
 
 A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(kBehindEnd)), capacity_(kBehindEnd) {
@@ -186,6 +192,7 @@ void A2lLexer::resetBuffer() {
     tokenStart_ = buffer_.get();
     cursor_ = tokenStart_;
     end_ = tokenStart_;
+    droppedOfLine_ = 0;
     closeBuffer();
 }
 
@@ -194,12 +201,31 @@ void A2lLexer::closeBuffer() {
     std::memset(end_, static_cast<unsigned char>(kSentinel), kBehindEnd);
 }
 
+/// Notes how much of a line is lost with the bytes before a position.
+void A2lLexer::dropBytesBefore(const char* kept) {
+    const char* const start = startOfLine(buffer_.get(), kept);
+    if (start != buffer_.get()) {
+        droppedOfLine_ = 0;
+    }
+    droppedOfLine_ += static_cast<std::size_t>(kept - start);
+}
+
+int A2lLexer::columnNumber() const {
+    const char* const start = startOfLine(buffer_.get(), cursor_);
+    if (tokenStart_ < start) {
+        return 1;
+    }
+    const std::size_t dropped = start == buffer_.get() ? droppedOfLine_ : 0;
+    return static_cast<int>(dropped + static_cast<std::size_t>(tokenStart_ - start) + 1);
+}
+
 /// Makes sure that a whole block fits behind end_. The bytes from tokenStart_ on are kept.
 void A2lLexer::makeRoom() {
     const std::size_t used = static_cast<std::size_t>(end_ - buffer_.get());
     if (used + blockSize_ + kBehindEnd <= capacity_) {
         return;
     }
+    dropBytesBefore(tokenStart_);
     const std::size_t kept = static_cast<std::size_t>(end_ - tokenStart_);
     if (kept + blockSize_ + kBehindEnd <= capacity_) {
         std::memmove(buffer_.get(), tokenStart_, kept);
@@ -242,6 +268,7 @@ bool A2lLexer::refill(char*& position) {
     }
     const std::ptrdiff_t offset = position - tokenStart_;
     if (tokenStart_ == end_) {
+        dropBytesBefore(end_);
         tokenStart_ = buffer_.get();
         end_ = tokenStart_;
     } else {

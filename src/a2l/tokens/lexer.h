@@ -89,6 +89,11 @@ class A2lLexer {
     int lineNumber() const { return static_cast<int>(lineNumber_); }
     void resetLineNumber() { lineNumber_ = 1; }
 
+    /// Where in that line the last token begins, in bytes, counted from 1: of a text its first
+    /// character, and 1 for what began on an earlier line. Bytes 0xFF and a UTF-8 mark are not
+    /// counted. Takes as long as the line is.
+    int columnNumber() const;
+
     /// The table that keywords are looked up in and named from, at first that of the core words.
     /// Whoever sets another one sets the core table back before anybody else reads a token.
     const KeywordTable& keywordTable() const { return *keywordTable_; }
@@ -116,6 +121,7 @@ class A2lLexer {
   private:
     void resetBuffer();
     void closeBuffer();
+    void dropBytesBefore(const char* kept);
     void makeRoom();
     bool readBlock();
     bool refill(char*& position);
@@ -155,6 +161,8 @@ class A2lLexer {
     char* end_ = nullptr;
 
     std::uint32_t lineNumber_ = 1;
+    /// Bytes of the line at the front of the buffer that are no longer in it.
+    std::size_t droppedOfLine_ = 0;
     bool extendedIdentifiers_ = true;
     bool rawIdentifiers_ = false;
     std::array<char, 24> nameText_{};

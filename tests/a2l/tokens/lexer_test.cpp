@@ -677,5 +677,35 @@ TEST(Lexer, BlocksMakeNoDifference) {
     }
 }
 
+std::string columns(std::string_view input, std::size_t blockSize) {
+    RecordingLexer lexer;
+    MemoryInputFile source(input);
+    lexer.attach(source, blockSize);
+    lexer.detectEncoding();
+    Token token;
+    std::string result;
+    while (lexer.nextToken(token) != TOK_EOF) {
+        result += std::to_string(lexer.lineNumber()) + ":" + std::to_string(lexer.columnNumber());
+        result += " ";
+    }
+    return result;
+}
+
+TEST(Lexer, ColumnsAreThoseOfTheFirstByte) {
+    for (const std::size_t blockSize : kBlockSizes) {
+        EXPECT_EQ(columns("a  bc\n 0x10 \"text\" x\r\n\r\n\td", blockSize),
+                  "1:1 1:4 2:2 2:8 2:14 4:2 ")
+            << blockSize;
+        EXPECT_EQ(columns("/* over\n two */ a // rest\n  -1.5e3", blockSize), "2:9 3:3 ")
+            << blockSize;
+        EXPECT_EQ(columns("\xEF\xBB\xBF"
+                          "a b",
+                          blockSize),
+                  "1:1 1:3 ")
+            << blockSize;
+        EXPECT_EQ(columns("  \"begun\nhere\" b", blockSize), "2:1 2:7 ") << blockSize;
+    }
+}
+
 }  // namespace
 }  // namespace quillmark
