@@ -92,7 +92,8 @@ void compareNames(CompareReport& report, std::string_view what, std::string_view
                   std::string_view newName) {
     if (oldName != newName) {
         addFinding(report, kLevelWarning,
-                   concat({what, " names do not match: ", oldName, " != ", newName}));
+                   concat({what, " names do not match: ", oldName, " != ", newName}),
+                   {concat({what, " name"}), std::string(oldName), std::string(newName)});
     }
 }
 
@@ -101,8 +102,11 @@ int compareProtocols(CompareReport& report, bool verbose, const PhGroup& oldModu
     const PhProtocolType type = protocolTypeOf(oldModule);
     const PhProtocolType newType = protocolTypeOf(newModule);
     if (type != newType) {
-        addFailure(report, {"protocol types do not match: ", protocolTypeName(type),
-                            " != ", protocolTypeName(newType)});
+        addFinding(report, kLevelCannotCompare,
+                   concat({"protocol types do not match: ", protocolTypeName(type),
+                           " != ", protocolTypeName(newType)}),
+                   {"protocol type", std::string(protocolTypeName(type)),
+                    std::string(protocolTypeName(newType))});
         return kCannotCompare;
     }
     switch (type) {

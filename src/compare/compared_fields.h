@@ -127,9 +127,9 @@ void compareNumbered(const Comparison& comparison, const NumberedCollection<Item
         const std::int32_t number = numberOf(oldItem);
         const auto found = newByNumber.find(number);
         if (found == newByNumber.end()) {
-            std::string message(collection.kindWord);
-            message.append(std::to_string(number)).append(" is no longer present in new file");
-            addFinding(comparison.report, kLevelError, std::move(message));
+            const std::string item = numberedPrefix(collection.kindWord, number);
+            addFinding(comparison.report, kLevelError, item + " is no longer present in new file",
+                       lostPart(item));
             continue;
         }
         const std::string prefix = numberedPrefix(collection.labelPrefix, number);

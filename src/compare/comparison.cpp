@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace quillmark {
 namespace {
@@ -14,6 +15,22 @@ std::string shownReal(double value) {
     return {buffer.data(), result.ptr};
 }
 
+std::string shown(std::int64_t value) {
+    return std::to_string(value);
+}
+
+std::string shown(bool value) {
+    return value ? "true" : "false";
+}
+
+std::string shown(std::string_view value) {
+    return std::string(value);
+}
+
+std::string shown(const PhValue* value) {
+    return shownValue(value);
+}
+
 void showPair(const Comparison& comparison, const PairLabel& label, std::string_view oldText,
               std::string_view newText) {
     std::string line = "  ";
@@ -21,14 +38,22 @@ void showPair(const Comparison& comparison, const PairLabel& label, std::string_
     comparison.console.printLine(line);
 }
 
-void judge(const Comparison& comparison, const PairLabel& label, bool equal) {
-    if (!equal) {
-        addFinding(comparison.report, kLevelError, label.finding);
+/// Shows the pair and judges it, each as wanted. Texts are made only then.
+template <typename Value>
+void handlePair(const Comparison& comparison, const PairLabel& label, bool equal,
+                const Value& oldValue, const Value& newValue) {
+    if (equal && !comparison.verbose) {
+        return;
     }
-}
-
-std::string_view shownBool(bool value) {
-    return value ? "true" : "false";
+    std::string oldText = shown(oldValue);
+    std::string newText = shown(newValue);
+    if (comparison.verbose) {
+        showPair(comparison, label, oldText, newText);
+    }
+    if (!equal) {
+        addFinding(comparison.report, kLevelError, label.finding,
+                   {label.shown, std::move(oldText), std::move(newText)});
+    }
 }
 
 }  // namespace
@@ -39,40 +64,30 @@ PairLabel::PairLabel(std::string_view label) : shown(label), finding(label) {
 
 void compareInt(const Comparison& comparison, const PairLabel& label, std::int64_t oldValue,
                 std::int64_t newValue) {
-    if (comparison.verbose) {
-        showPair(comparison, label, std::to_string(oldValue), std::to_string(newValue));
-    }
-    judge(comparison, label, oldValue == newValue);
+    handlePair(comparison, label, oldValue == newValue, oldValue, newValue);
 }
 
 void compareBool(const Comparison& comparison, const PairLabel& label, bool oldValue,
                  bool newValue) {
-    if (comparison.verbose) {
-        showPair(comparison, label, shownBool(oldValue), shownBool(newValue));
-    }
-    judge(comparison, label, oldValue == newValue);
+    handlePair(comparison, label, oldValue == newValue, oldValue, newValue);
 }
 
 void compareText(const Comparison& comparison, const PairLabel& label, std::string_view oldValue,
                  std::string_view newValue) {
-    if (comparison.verbose) {
-        showPair(comparison, label, oldValue, newValue);
-    }
-    judge(comparison, label, oldValue == newValue);
+    handlePair(comparison, label, oldValue == newValue, oldValue, newValue);
 }
 
 void compareValue(const Comparison& comparison, const PairLabel& label, const PhValue* oldValue,
                   const PhValue* newValue) {
-    if (comparison.verbose) {
-        showPair(comparison, label, shownValue(oldValue), shownValue(newValue));
-    }
-    judge(comparison, label, equalValues(oldValue, newValue));
+    handlePair(comparison, label, equalValues(oldValue, newValue), oldValue, newValue);
 }
 
 bool checkPresent(CompareReport& report, bool inOld, bool inNew, std::string_view label) {
     if (inOld != inNew) {
         std::string message = inOld ? "module2 does not contain " : "module1 does not contain ";
-        addFinding(report, kLevelError, message.append(label));
+        const auto textOf = [](bool present) { return std::string(present ? kPresent : kAbsent); };
+        addFinding(report, kLevelError, message.append(label),
+                   {std::string(label), textOf(inOld), textOf(inNew)});
     }
     return inOld && inNew;
 }

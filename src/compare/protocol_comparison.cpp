@@ -296,7 +296,9 @@ void compareTransports(const Comparison& comparison, const TransportRows& rows,
     const auto& oldTransports = oldParameters.transports;
     const auto& newTransports = newParameters.transports;
     if (oldTransports.count() != newTransports.count()) {
-        addFinding(comparison.report, kLevelError, std::string(rows.countFinding));
+        addFinding(comparison.report, kLevelError, std::string(rows.countFinding),
+                   {"number of transport parameters", std::to_string(oldTransports.count()),
+                    std::to_string(newTransports.count())});
     }
     const std::size_t pairs = std::min(oldTransports.count(), newTransports.count());
     for (std::size_t i = 0; i < pairs; ++i) {
@@ -358,9 +360,11 @@ void compareCommands(const Comparison& comparison, const CommandTexts& texts,
     }
     for (const PhHandle<PhValue>& command : oldCommands) {
         if (!kept.contains(command->toInteger())) {
+            const std::string name = texts.nameOf(*command);
             std::string message(texts.before);
-            message.append(texts.nameOf(*command)).append(texts.behind);
-            addFinding(report, kLevelError, std::move(message));
+            message.append(name).append(texts.behind);
+            addFinding(report, kLevelError, std::move(message),
+                       lostPart("optional command " + name));
         }
     }
 }

@@ -122,5 +122,25 @@ TEST_F(Primitives, Presence) {
     EXPECT_EQ(findings(), "1 module1 does not contain sources\n");
 }
 
+TEST_F(Primitives, AFindingHoldsWhatWasCompared) {
+    const auto pairs = [this] {
+        std::string text;
+        for (const CompareFinding& finding : std::exchange(report, {})) {
+            const ComparedPair& pair = finding.pair;
+            text += pair.what + ": " + pair.oldText + " -> " + pair.newText + "\n";
+        }
+        return text;
+    };
+    compareInt(quiet, PairLabel("a"), 1, -2);
+    compareBool(quiet, PairLabel("b"), true, false);
+    compareText(quiet, PairLabel("c", "texts differ"), "x", "");
+    compareValue(quiet, PairLabel("d"), integer(1).get(), real(1).get());
+    compareValue(quiet, PairLabel("e"), nullptr, real(2.5).get());
+    checkPresent(report, true, false, "part");
+    EXPECT_EQ(pairs(),
+              "a: 1 -> -2\nb: true -> false\nc: x -> \nd: 1 -> 1\ne: NULL -> 2.5\n"
+              "part: present -> absent\n");
+}
+
 }  // namespace
 }  // namespace quillmark
