@@ -361,12 +361,17 @@ void Selector::warnOfRestrictions(const Version& last, const std::optional<Versi
         if (!leaves && !enters) {
             continue;
         }
-        console_.printError("Invalid second library version. Please select between " +
-                            restriction.check);
+        console_.printCaution("Invalid second library version. Please select between " +
+                              restriction.check);
         if (restriction.hasWarning) {
-            console_.printError(restriction.warning);
+            console_.printCaution(restriction.warning);
         }
     }
+}
+
+LibrarySelection noVersionFile(Console& console) {
+    console.printLine("Error: Configuration file not found!");
+    return {SelectionStatus::kNoVersionFile, {}, {}};
 }
 
 }  // namespace
@@ -380,15 +385,20 @@ LibrarySelection selectLibrary(std::string_view libraryText, const VersionInfo& 
     return Selector(libraryText, info, console).select();
 }
 
-LibrarySelection selectLibrary(std::string_view libraryText, const std::string& versionFile,
-                               Console& console) {
-    std::string bytes;
+LibrarySelection selectLibraryOf(std::string_view libraryText, std::string_view versions,
+                                 Console& console) {
     VersionInfo info;
-    if (!readWholeFile(versionFile, bytes) || !parseVersionFile(bytes, info, console)) {
-        console.printLine("Error: Configuration file not found!");
-        return {SelectionStatus::kNoVersionFile, {}, {}};
+    if (!parseVersionFile(versions, info, console)) {
+        return noVersionFile(console);
     }
     return selectLibrary(libraryText, info, console);
+}
+
+LibrarySelection selectLibrary(std::string_view libraryText, const std::string& versionFile,
+                               Console& console) {
+    std::string versions;
+    return readWholeFile(versionFile, versions) ? selectLibraryOf(libraryText, versions, console)
+                                                : noVersionFile(console);
 }
 
 }  // namespace quillmark

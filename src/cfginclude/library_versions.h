@@ -71,6 +71,10 @@ inline constexpr std::string_view kVersionFileName = "sigtrakVersions.xml";
 [[nodiscard]] LibrarySelection selectLibrary(std::string_view libraryText, const VersionInfo& info,
                                              Console& console);
 
+/// The same for the content of a version file. What is no such content counts as no file at all.
+[[nodiscard]] LibrarySelection selectLibraryOf(std::string_view libraryText,
+                                               std::string_view versions, Console& console);
+
 /// Reads the version file first.
 [[nodiscard]] LibrarySelection selectLibrary(std::string_view libraryText,
                                              const std::string& versionFile, Console& console);

@@ -147,6 +147,10 @@ void writeShift(CfgElement& element, const PhEntity& signal) {
 
 }  // namespace
 
+std::string_view writtenUnit(const PhEntity& signal) {
+    return describe(signal).unit;
+}
+
 bool isWrittenSignal(const PhEntity& signal, const LibraryFeatures& features) {
     switch (signal.signalKind) {
         case PhSignalKind::Measurement:

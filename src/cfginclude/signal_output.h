@@ -13,6 +13,9 @@ namespace quillmark {
 /// the library knows them.
 bool isWrittenSignal(const PhEntity& signal, const LibraryFeatures& features);
 
+/// The unit that the `signal` element of a signal tells; empty for none.
+std::string_view writtenUnit(const PhEntity& signal);
+
 /// Adds the `signal` element that tells the logger name, unit, conversion, address, size, sign, bit
 /// mask, shift and byte order of a value, or one element for each element of an array. Full names
 /// are `namePrefix` followed directly by the model's name.

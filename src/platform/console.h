@@ -20,6 +20,9 @@ class Console {
     /// output.
     virtual void printError(std::string_view line) = 0;
 
+    /// The same for a line that refuses nothing, which looks no other.
+    virtual void printCaution(std::string_view line) { printError(line); }
+
     /// Makes everything printed so far visible.
     virtual void flush() = 0;
 
