@@ -3,8 +3,8 @@
 #include <cstddef>
 
 #include "a2l/description.h"
-#include "app/package_command.h"
 #include "cfginclude/include_document.h"
+#include "library/package_output.h"
 #include "platform/file_name.h"
 
 namespace quillmark {

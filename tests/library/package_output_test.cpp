@@ -1,4 +1,4 @@
-#include "app/package_command.h"
+#include "library/package_output.h"
 
 #include <filesystem>
 #include <string>
