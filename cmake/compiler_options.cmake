@@ -20,7 +20,8 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 # What Debian builds its own programs with. A compiler by itself does some of it, here and there.
 add_library(quillmark_hardening INTERFACE)
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QUILLMARK_SANITIZE AND NOT QUILLMARK_COVERAGE)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT QUILLMARK_SANITIZE
+        AND NOT QUILLMARK_SANITIZE_THREADS AND NOT QUILLMARK_COVERAGE)
     # Any address, and no table of functions that could be overwritten.
     include(CheckPIESupported)
     check_pie_supported()
@@ -33,6 +34,12 @@ endif()
 
 if(QUILLMARK_SANITIZE)
     set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
+    target_link_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
+endif()
+
+if(QUILLMARK_SANITIZE_THREADS)
+    set(sanitizer_flags -fsanitize=thread -fno-omit-frame-pointer)
     target_compile_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
     target_link_options(quillmark_compiler_options INTERFACE ${sanitizer_flags})
 endif()
