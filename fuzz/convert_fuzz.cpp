@@ -53,7 +53,7 @@ std::string written(const PhRoot& root, Form form, const LibraryFeatures& featur
     request.namePrefix = "prefix.of.every.name.";
     request.compress = form == Form::Compressed;
     request.indent = form == Form::Indented;
-    const LibrarySelection library{SelectionStatus::kOk, features, "sigTrak+1.4.4-"};
+    const LibrarySelection library{SelectionStatus::Ok, features, "sigTrak+1.4.4-"};
     LimitedConsole console;
     IncludeDocument document;
     const DocumentStatus status =

@@ -30,8 +30,8 @@ std::string_view takeLine(std::string_view& rest) {
 void select(std::string_view selection, const VersionInfo& info) {
     LineConsole console;
     const LibrarySelection result = selectLibrary(selection, info, console);
-    require(result.status != SelectionStatus::kNoVersionFile, "the version file was read");
-    if (result.status == SelectionStatus::kRefused) {
+    require(result.status != SelectionStatus::NoVersionFile, "the version file was read");
+    if (result.status == SelectionStatus::Refused) {
         require(!console.err.empty(), "a refusal gets a message");
         return;
     }
@@ -45,11 +45,11 @@ void select(std::string_view selection, const VersionInfo& info) {
 }
 
 void checkRanges(std::string_view selection, std::string_view range) {
-    const RangeResult strict = checkRange(selection, range, RangeMode::kStrict);
-    const RangeResult lenient = checkRange(selection, range, RangeMode::kLenient);
-    require((strict == RangeResult::kUnknown) == (lenient == RangeResult::kUnknown),
+    const RangeResult strict = checkRange(selection, range, RangeMode::Strict);
+    const RangeResult lenient = checkRange(selection, range, RangeMode::Lenient);
+    require((strict == RangeResult::Unknown) == (lenient == RangeResult::Unknown),
             "whether the library is named does not depend on the mode");
-    require((strict == RangeResult::kBelow) == (lenient == RangeResult::kBelow),
+    require((strict == RangeResult::Below) == (lenient == RangeResult::Below),
             "the first bound is the same in both modes");
 }
 

@@ -78,7 +78,7 @@ std::string zshArgument(const Option& option) {
     if (!option.argument.empty()) {
         argument = joined({":", option.argument, ":", offerOf(option).zsh});
     }
-    return joined({"'", option.repetition == Repetition::replaces ? "*" : "", option.word, "[",
+    return joined({"'", option.repetition == Repetition::Replaces ? "*" : "", option.word, "[",
                    option.summary, "]", argument, "' \\"});
 }
 

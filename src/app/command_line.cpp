@@ -31,11 +31,11 @@ CommandResult runConvert(std::span<const char* const> arguments, const CommandDr
         return {kExitFailure};
     }
     switch (drivers.convert(request, console)) {
-        case ConversionOutcome::done:
+        case ConversionOutcome::Done:
             return {kExitSuccess};
-        case ConversionOutcome::failed:
+        case ConversionOutcome::Failed:
             break;
-        case ConversionOutcome::refused:
+        case ConversionOutcome::Refused:
             return {kExitFailure, false};
     }
     return {kExitFailure};

@@ -13,7 +13,7 @@ constexpr OptionRow<CompareRequest> kOptions[] = {
       .usage = " : show compared values",
       .summary = "show every compared pair of values",
       .manual = "Show every pair of values that is compared, the old value before the new one.",
-      .repetition = Repetition::refused,
+      .repetition = Repetition::Refused,
       .repeatedText = "Warning: Option -v cannot be used more than once."},
      &CompareRequest::verbose},
 };

@@ -12,22 +12,22 @@ namespace quillmark {
 ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console) {
     if (!readDescription(request.inputFile, model, console)) {
         console.printLine("Error reading file.");
-        return ConversionOutcome::failed;
+        return ConversionOutcome::Failed;
     }
     IncludeDocument document;
     switch (buildIncludeDocument(request, model, currentOrigin(), document, console)) {
         case DocumentStatus::Built:
             break;
         case DocumentStatus::NoOutput:
-            return ConversionOutcome::failed;
+            return ConversionOutcome::Failed;
         case DocumentStatus::Refused:
-            return ConversionOutcome::refused;
+            return ConversionOutcome::Refused;
     }
     const bool wantsPackage = !request.userFiles.empty() || !request.zpkiFile.empty();
     const int status = wantsPackage ? buildPackage(request, *document.root, model, console)
                                     : writeIncludeFile(request.outputFile, *document.root,
                                                        request.indent, console);
-    return status == 0 ? ConversionOutcome::done : ConversionOutcome::failed;
+    return status == 0 ? ConversionOutcome::Done : ConversionOutcome::Failed;
 }
 
 std::string zpkiNameFor(std::string_view outputFile) {

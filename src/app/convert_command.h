@@ -12,12 +12,12 @@ namespace quillmark {
 /// What became of a run of `convert`.
 enum class ConversionOutcome {
     /// The output was written.
-    done,
+    Done,
     /// Something went wrong and has been reported on standard output.
-    failed,
+    Failed,
     /// The library selection was refused on standard error: the program ends at once, without its
     /// footer.
-    refused,
+    Refused,
 };
 
 /// Runs `convert`: reads the description into `model`, which is empty before, builds the include

@@ -21,7 +21,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .usage = " : use zlib compression",
       .summary = "pack conversions and signals into a compressed blob",
       .manual = "Pack the conversions and signals into a compressed blob.",
-      .repetition = Repetition::warns,
+      .repetition = Repetition::Warns,
       .repeatedText = "Warning: Using option -z more than once has no effect."},
      &ConvertArguments::compress},
 
@@ -29,7 +29,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .usage = " : use indentation in output file",
       .summary = "indent the include file",
       .manual = "Indent the include file.",
-      .repetition = Repetition::warns,
+      .repetition = Repetition::Warns,
       .repeatedText = "Warning: Using option -i more than once has no effect."},
      &ConvertArguments::indent},
 
@@ -38,7 +38,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .summary = "name of the station",
       .manual = "Name of the station; by default made from the names of project and module.",
       .argument = "station",
-      .repetition = Repetition::refused,
+      .repetition = Repetition::Refused,
       .repeatedText = "Error: Option -n cannot be used more than once.",
       .missingText = "Error: Option -n has to be followed by another argument."},
      &ConvertArguments::stationName},
@@ -48,7 +48,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .summary = "put before every name",
       .manual = "Put\n.Ar prefix\nbefore every signal and conversion name.",
       .argument = "prefix",
-      .repetition = Repetition::refused,
+      .repetition = Repetition::Refused,
       .repeatedText = "Error: Option -p cannot be used more than once.",
       .missingText = "Error: Option -p has to be followed by another argument."},
      &ConvertArguments::namePrefix},
@@ -64,7 +64,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
                 "By default the oldest library is written for.",
       .argument = "library",
       .offer = Offer::Libraries,
-      .repetition = Repetition::replaces,
+      .repetition = Repetition::Replaces,
       .missingText = "Error: Option -l has to be followed by another argument."},
      &ConvertArguments::library},
 
@@ -74,7 +74,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .manual = "Pack these files, separated by commas, with the include file.",
       .argument = "list",
       .offer = Offer::FileList,
-      .repetition = Repetition::refused,
+      .repetition = Repetition::Refused,
       .repeatedText = "Error: Option -userfiles cannot be used more than once",
       .missingText = "Error: Option -userfiles has to be followed by another argument."},
      &ConvertArguments::userFileList},
@@ -87,7 +87,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
                 ".Pa .zpki .",
       .argument = "name",
       .offer = Offer::Packages,
-      .repetition = Repetition::refused,
+      .repetition = Repetition::Refused,
       .repeatedText = "Error: Option -zpki cannot be used more than once",
       .missingText = "Error: Option -zpki has to followed by another argument."},
      &ConvertArguments::zpkiFile},
@@ -98,7 +98,7 @@ constexpr OptionRow<ConvertArguments> kOptions[] = {
       .manual = "Put the unit's EPK before the names of the user files.\n"
                 "Needs\n"
                 ".Fl userfiles .",
-      .repetition = Repetition::warns,
+      .repetition = Repetition::Warns,
       .repeatedText = "Warning: Using option -epk-file-prefix more than once has no effect."},
      &ConvertArguments::epkFilePrefix},
 };

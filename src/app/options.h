@@ -15,9 +15,9 @@ namespace quillmark {
 
 /// What an option does that is given once more.
 enum class Repetition {
-    replaces,  ///< the last value wins
-    warns,     ///< a message, and that is all
-    refused,
+    Replaces,  ///< the last value wins
+    Warns,     ///< a message, and that is all
+    Refused,
 };
 
 /// What a shell offers where the argument of an option stands.
@@ -36,7 +36,7 @@ struct Option {
     /// What the man page calls its argument; empty for an option without one.
     std::string_view argument = {};
     Offer offer = Offer::Nothing;
-    Repetition repetition = Repetition::replaces;
+    Repetition repetition = Repetition::Replaces;
     std::string_view repeatedText = {};
     /// The refusal where the argument is missing.
     std::string_view missingText = {};
@@ -78,10 +78,10 @@ std::string_view readOptions(const OptionRow<Request> (&rows)[Count],
         }
         const Option& option = row->option;
         const bool repeated = isGiven(*row, request);
-        if (repeated && option.repetition == Repetition::refused) {
+        if (repeated && option.repetition == Repetition::Refused) {
             return option.repeatedText;
         }
-        if (repeated && option.repetition == Repetition::warns) {
+        if (repeated && option.repetition == Repetition::Warns) {
             console.printLine(option.repeatedText);
         }
         if (const auto* flag = std::get_if<bool Request::*>(&row->target)) {

@@ -79,10 +79,10 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
 DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot& model,
                                     const DocumentOrigin& origin, const LibrarySelection& library,
                                     IncludeDocument& document, Console& console) {
-    if (library.status == SelectionStatus::kRefused) {
+    if (library.status == SelectionStatus::Refused) {
         return DocumentStatus::Refused;
     }
-    bool complete = library.status == SelectionStatus::kOk;
+    bool complete = library.status == SelectionStatus::Ok;
     if (complete) {
         document.root = std::make_unique<CfgElement>("sigtrak_include");
         CfgElement& root = *document.root;
@@ -110,17 +110,17 @@ IncludeFileState storeIncludeFile(const std::string& outputFile, const CfgElemen
     FileSink sink(outputFile);
     if (!sink.isOpen()) {
         console.printLine("ERROR: Cannot open output file: " + outputFile);
-        return IncludeFileState::notOpened;
+        return IncludeFileState::NotOpened;
     }
     root.write(sink, indent, 0);
     sink.finish();
-    return sink.ok() ? IncludeFileState::complete : IncludeFileState::cutOff;
+    return sink.ok() ? IncludeFileState::Complete : IncludeFileState::CutOff;
 }
 
 int writeIncludeFile(const std::string& outputFile, const CfgElement& root, bool indent,
                      Console& console) {
     const IncludeFileState state = storeIncludeFile(outputFile, root, indent, console);
-    return state == IncludeFileState::notOpened ? 1 : 0;
+    return state == IncludeFileState::NotOpened ? 1 : 0;
 }
 
 }  // namespace quillmark

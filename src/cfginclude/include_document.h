@@ -47,9 +47,9 @@ DocumentStatus buildIncludeDocument(const ConvertRequest& request, const PhRoot&
 
 /// What became of an include file.
 enum class IncludeFileState {
-    notOpened,  ///< there is none, which has been reported
-    cutOff,     ///< the disk was full, or the like: not all of the document is in it
-    complete,
+    NotOpened,  ///< there is none, which has been reported
+    CutOff,     ///< the disk was full, or the like: not all of the document is in it
+    Complete,
 };
 
 /// Writes a document to the named file, emptied first.

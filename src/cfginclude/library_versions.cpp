@@ -29,7 +29,7 @@ bool operator<(const Version& left, const Version& right) {
            std::tie(right.major, right.minor, right.patch);
 }
 
-enum class BoundKind { kStart, kEnd };
+enum class BoundKind { Start, End };
 
 struct Bound {
     Version version;
@@ -51,22 +51,22 @@ struct Generation {
 };
 
 constexpr Generation kGenerations[] = {
-    {"sigTrak+1.4.4-1.5.5", RangeMode::kStrict, {}, "", "sigTrak+1.4.4-1.5.5", "1.4.4 - 1.5.4"},
+    {"sigTrak+1.4.4-1.5.5", RangeMode::Strict, {}, "", "sigTrak+1.4.4-1.5.5", "1.4.4 - 1.5.4"},
     {"sigTrak+1.5.5-2017.06.0",
-     RangeMode::kLenient,
+     RangeMode::Lenient,
      {.writeJsonSource = true},
      "",
      "sigTrak+1.5.5-2017.06.0",
      "1.5.5 - 2017.06.0"},
     {"sigTrak+2017.06.0-2021.10.0",
-     RangeMode::kLenient,
+     RangeMode::Lenient,
      {.writeJsonSource = true, .writeValueTables = true},
      "sigTrak+2017.10.23-2017.10.99+2018.10.10-2018.10.99+2019.02.6-2019.02.99"
      "+2019.06.2-2021.10.0",
      "sigTrak+2017.06.0-",
      "2017.06.0 - "},
     {"sigTrak+2021.10.0-",
-     RangeMode::kLenient,
+     RangeMode::Lenient,
      {.writeJsonSource = true,
       .writeValueTables = true,
       .writeShiftAttributes = true,
@@ -152,9 +152,9 @@ std::optional<Bounds> specBounds(std::string_view spec) {
         Bounds bounds;
         for (; partsLeft > 0; --partsLeft) {
             std::string_view last = takePart(parts, '+');
-            bounds.push_back({parseVersion(takePart(last, '-')), BoundKind::kStart});
+            bounds.push_back({parseVersion(takePart(last, '-')), BoundKind::Start});
             if (!last.empty()) {
-                bounds.push_back({parseVersion(last), BoundKind::kEnd});
+                bounds.push_back({parseVersion(last), BoundKind::End});
             }
         }
         return bounds;
@@ -164,7 +164,7 @@ std::optional<Bounds> specBounds(std::string_view spec) {
 
 bool isBelow(const Version& version, const Bounds& bounds, std::size_t bound, RangeMode mode) {
     const Version& limit = bounds[bound].version;
-    if (mode == RangeMode::kStrict || bound == 0) {
+    if (mode == RangeMode::Strict || bound == 0) {
         return version < limit;
     }
     return version.major != limit.major ? version.major < limit.major : version.minor < limit.minor;
@@ -174,26 +174,26 @@ RangeResult checkVersion(const std::optional<Version>& version, std::string_view
                          RangeMode mode) {
     const std::optional<Bounds> found = specBounds(spec);
     if (!version || !found) {
-        return RangeResult::kUnknown;
+        return RangeResult::Unknown;
     }
     const Bounds& bounds = *found;
     if (bounds.empty()) {
-        return RangeResult::kInside;
+        return RangeResult::Inside;
     }
-    if (isBelow(*version, bounds, 0, mode) && bounds.front().kind == BoundKind::kStart) {
-        return RangeResult::kBelow;
+    if (isBelow(*version, bounds, 0, mode) && bounds.front().kind == BoundKind::Start) {
+        return RangeResult::Below;
     }
     if (!isBelow(*version, bounds, bounds.size() - 1, mode) &&
-        bounds.back().kind == BoundKind::kEnd) {
-        return RangeResult::kAbove;
+        bounds.back().kind == BoundKind::End) {
+        return RangeResult::Above;
     }
     for (std::size_t i = 1; i < bounds.size(); ++i) {
         if (isBelow(*version, bounds, i, mode)) {
-            return bounds[i - 1].kind == BoundKind::kEnd ? RangeResult::kBetween
-                                                         : RangeResult::kInside;
+            return bounds[i - 1].kind == BoundKind::End ? RangeResult::Between
+                                                        : RangeResult::Inside;
         }
     }
-    return RangeResult::kInside;
+    return RangeResult::Inside;
 }
 
 // The range that a user has given: "sigTrak+1.4.4-1.5.5" is the selection "sigTrak=1.4.4" with the
@@ -216,7 +216,7 @@ UserRange splitUserRange(std::string_view libraryText) {
 
 // What is left of a selection once the reason has been reported.
 LibrarySelection refusal() {
-    return {SelectionStatus::kRefused, {}, {}};
+    return {SelectionStatus::Refused, {}, {}};
 }
 
 // Carries what the steps of one selection share.
@@ -254,8 +254,7 @@ LibrarySelection Selector::select() {
         console_.printLine("Latest sigTrak version: " + info_.topVersion);
     }
     if (libraryText_.empty()) {
-        return {SelectionStatus::kOk, kOldestGeneration.features,
-                toTop(kOldestGeneration.declared)};
+        return {SelectionStatus::Ok, kOldestGeneration.features, toTop(kOldestGeneration.declared)};
     }
     if (contains(libraryText_, "sigTrak=") && contains(libraryText_, "-")) {
         return refuse("Two library versions detected. Please use sigTrak+ instead of sigTrak=");
@@ -288,8 +287,8 @@ LibrarySelection Selector::select() {
         return refuse("Library software name not recognized (2).");
     }
     result.features = generation->features;
-    if (checkRange(selection, generation->shiftVersions, RangeMode::kStrict) ==
-        RangeResult::kInside) {
+    if (checkRange(selection, generation->shiftVersions, RangeMode::Strict) ==
+        RangeResult::Inside) {
         result.features.writeShiftAttributes = true;
     }
     if (result.compatibleVersions.empty()) {
@@ -301,21 +300,21 @@ LibrarySelection Selector::select() {
 // The generation that the selected version belongs to; nullptr after reporting why it is refused.
 const Generation* Selector::chooseGeneration(std::string_view selection) {
     RangeResult result = checkRange(selection, kOldestGeneration.versions, kOldestGeneration.mode);
-    if (result == RangeResult::kUnknown) {
+    if (result == RangeResult::Unknown) {
         console_.printError("Library software name not recognized.");
         return nullptr;
     }
-    if (result == RangeResult::kBelow || result == RangeResult::kBetween) {
+    if (result == RangeResult::Below || result == RangeResult::Between) {
         console_.printError("Library version not supported. Only supporting sigTrak+1.4.4!");
         return nullptr;
     }
     for (const Generation& generation : kGenerations) {
         result = checkRange(selection, toTop(generation.versions), generation.mode);
-        if (result == RangeResult::kInside) {
+        if (result == RangeResult::Inside) {
             return &generation;
         }
     }
-    if (result != RangeResult::kAbove) {
+    if (result != RangeResult::Above) {
         return &kOldestGeneration;  // a top version can hold a gap, of which nothing is known
     }
     if (contains(selection, info_.topVersion)) {
@@ -335,10 +334,10 @@ bool Selector::isUserRangeValid(const UserRange& range) {
     for (const Generation& generation : kGenerations) {
         const std::string declared = toTop(generation.declared);
         if (generation.lastVersions.empty() ||
-            checkVersion(first, declared, RangeMode::kStrict) != RangeResult::kInside) {
+            checkVersion(first, declared, RangeMode::Strict) != RangeResult::Inside) {
             continue;
         }
-        if (checkVersion(last, declared, RangeMode::kStrict) == RangeResult::kInside) {
+        if (checkVersion(last, declared, RangeMode::Strict) == RangeResult::Inside) {
             return true;
         }
         console_.printError("Invalid second library version. Please select between " +
@@ -353,11 +352,11 @@ bool Selector::isUserRangeValid(const UserRange& range) {
 // Reports each restriction whose range the user's range leaves or enters. That refuses nothing.
 void Selector::warnOfRestrictions(const Version& last, const std::optional<Version>& first) {
     for (const VersionRestriction& restriction : info_.restrictions) {
-        const RangeResult f = checkVersion(first, restriction.check, RangeMode::kStrict);
-        const RangeResult s = checkVersion(last, restriction.check, RangeMode::kStrict);
-        const bool leaves = f == RangeResult::kInside && s == RangeResult::kAbove;
+        const RangeResult f = checkVersion(first, restriction.check, RangeMode::Strict);
+        const RangeResult s = checkVersion(last, restriction.check, RangeMode::Strict);
+        const bool leaves = f == RangeResult::Inside && s == RangeResult::Above;
         const bool enters =
-            f == RangeResult::kBelow && (s == RangeResult::kInside || s == RangeResult::kAbove);
+            f == RangeResult::Below && (s == RangeResult::Inside || s == RangeResult::Above);
         if (!leaves && !enters) {
             continue;
         }

@@ -34,27 +34,27 @@ struct LibraryFeatures {
 
 /// Which parts of two versions are compared.
 enum class RangeMode {
-    kStrict,   ///< all three numbers
-    kLenient,  ///< all three with the first bound of the spec, two with the others
+    Strict,   ///< all three numbers
+    Lenient,  ///< all three with the first bound, two with the others
 };
 
 /// Where a version lies; the numbers are those of the rules' own tables.
 enum class RangeResult {
-    kInside = 0,
-    kBelow = 1,    ///< below the first bound
-    kBetween = 2,  ///< in a gap between two sub-ranges
-    kAbove = 3,    ///< at or above the last bound
-    kUnknown = 4,  ///< the selection or the spec does not name the library
+    Inside = 0,
+    Below = 1,    ///< below the first bound
+    Between = 2,  ///< in a gap between two sub-ranges
+    Above = 3,    ///< at or above the last bound
+    Unknown = 4,  ///< the selection or the range does not name the library
 };
 
 enum class SelectionStatus {
-    kOk,
-    kNoVersionFile,  ///< missing or malformed; reported on standard output
-    kRefused,        ///< reported on standard error
+    Ok,
+    NoVersionFile,  ///< missing or malformed; reported on standard output
+    Refused,        ///< reported on standard error
 };
 
 struct LibrarySelection {
-    SelectionStatus status = SelectionStatus::kOk;
+    SelectionStatus status = SelectionStatus::Ok;
     LibraryFeatures features;
     std::string compatibleVersions;  ///< range spec that the document declares
 };

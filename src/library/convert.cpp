@@ -85,11 +85,11 @@ ConvertResult runVerb(const Description& description, const ConvertOptionsData& 
 
 ConvertStatus statusOf(IncludeFileState state) {
     switch (state) {
-        case IncludeFileState::notOpened:
+        case IncludeFileState::NotOpened:
             return ConvertStatus::OutputNotOpened;
-        case IncludeFileState::cutOff:
+        case IncludeFileState::CutOff:
             return ConvertStatus::CutOff;
-        case IncludeFileState::complete:
+        case IncludeFileState::Complete:
             break;
     }
     return ConvertStatus::Done;

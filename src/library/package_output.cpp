@@ -44,11 +44,11 @@ int buildPackage(const ConvertRequest& request, const CfgElement& root, const Ph
                  Console& console) {
     const IncludeFileState includeFile =
         storeIncludeFile(request.outputFile, root, request.indent, console);
-    if (includeFile == IncludeFileState::notOpened) {
+    if (includeFile == IncludeFileState::NotOpened) {
         return 1;
     }
     const PackageOrder order{request.zpkiFile, request.outputFile,
-                             includeFile == IncludeFileState::complete, request.userFiles,
+                             includeFile == IncludeFileState::Complete, request.userFiles,
                              request.epkFilePrefix ? userFilePrefix(model) : std::string()};
     return edges().generatePackage(order, console);
 }

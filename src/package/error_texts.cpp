@@ -88,8 +88,8 @@ constexpr std::array kProgressTexts = {
     TextRow{11, "Finished successfully"},
 };
 
-template <std::size_t kRows>
-std::string_view textOf(const std::array<TextRow, kRows>& rows, int code,
+template <std::size_t Count>
+std::string_view textOf(const std::array<TextRow, Count>& rows, int code,
                         std::string_view otherwise) {
     for (const TextRow& row : rows) {
         if (row.code == code) {

@@ -24,7 +24,7 @@ const std::string kError = "\nError.\n" + kHyphens;
 struct Fake {
     int calls = 0;
     ConvertRequest convertRequest;
-    ConversionOutcome convertOutcome = ConversionOutcome::done;
+    ConversionOutcome convertOutcome = ConversionOutcome::Done;
 
     std::vector<std::string> decompressArguments;
     int decompressStatus = 0;
@@ -120,13 +120,13 @@ TEST_F(CommandLine, ConvertHandsOverTheWholeRequest) {
 }
 
 TEST_F(CommandLine, ConvertFails) {
-    answers.convertOutcome = ConversionOutcome::failed;
+    answers.convertOutcome = ConversionOutcome::Failed;
     EXPECT_EQ(run({"convert", "a", "b"}), 1);
     EXPECT_EQ(console.out, kBanner + "converting\n" + kError);
 }
 
 TEST_F(CommandLine, ConvertRefusedEndsWithoutFooter) {
-    answers.convertOutcome = ConversionOutcome::refused;
+    answers.convertOutcome = ConversionOutcome::Refused;
     EXPECT_EQ(run({"convert", "a", "b"}), 1);
     EXPECT_EQ(console.out, kBanner + "converting\n");
 }

@@ -102,7 +102,7 @@ TEST_F(IncludeDocumentTest, LibraryMayBeSelectedBefore) {
     EXPECT_NE(text.find("\ncompatible_versions=sigTrak+9-\r\n"), std::string::npos) << text;
     EXPECT_EQ(console_.out + console_.err, "");
 
-    library.status = SelectionStatus::kRefused;
+    library.status = SelectionStatus::Refused;
     EXPECT_EQ(buildIncludeDocument(request_, model_, origin_, library, document_, console_),
               DocumentStatus::Refused);
 }

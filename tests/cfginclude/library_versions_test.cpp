@@ -17,7 +17,7 @@ namespace {
 
 struct RangeRow {
     std::string_view selection;
-    std::string_view spec;
+    std::string_view range;
     int strict;
     int lenient;
 };
@@ -90,12 +90,12 @@ TEST(CheckRange, FindsWhereAVersionLies) {
         {"sigTrak=1", "sigTrak+ 1- 2", 3, 3},
     };
     for (const RangeRow& row : rows) {
-        EXPECT_EQ(static_cast<int>(checkRange(row.selection, row.spec, RangeMode::kStrict)),
+        EXPECT_EQ(static_cast<int>(checkRange(row.selection, row.range, RangeMode::Strict)),
                   row.strict)
-            << row.selection << " in " << row.spec;
-        EXPECT_EQ(static_cast<int>(checkRange(row.selection, row.spec, RangeMode::kLenient)),
+            << row.selection << " in " << row.range;
+        EXPECT_EQ(static_cast<int>(checkRange(row.selection, row.range, RangeMode::Lenient)),
                   row.lenient)
-            << row.selection << " in " << row.spec;
+            << row.selection << " in " << row.range;
     }
 }
 
@@ -163,10 +163,10 @@ void check(const std::vector<Row>& rows, const VersionInfo& info) {
         EXPECT_EQ(console.out, latest + row.out) << row.library;
         EXPECT_EQ(console.err, row.err) << row.library;
         if (row.features.empty()) {
-            EXPECT_EQ(result.status, SelectionStatus::kRefused) << row.library;
+            EXPECT_EQ(result.status, SelectionStatus::Refused) << row.library;
             continue;
         }
-        EXPECT_EQ(result.status, SelectionStatus::kOk) << row.library;
+        EXPECT_EQ(result.status, SelectionStatus::Ok) << row.library;
         EXPECT_EQ(digits(result.features), row.features) << row.library;
         EXPECT_EQ(result.compatibleVersions, row.compatible) << row.library;
     }
@@ -391,19 +391,19 @@ TEST(SelectLibrary, ReportsAMissingOrMalformedVersionFile) {
     const std::string name = directory.file("sigtrakVersions.xml");
     for (const std::string_view library : {"", "sigTrak=1.5.4", "sigTrak=1-2"}) {
         CollectingConsole console;
-        EXPECT_EQ(selectLibrary(library, name, console).status, SelectionStatus::kNoVersionFile);
+        EXPECT_EQ(selectLibrary(library, name, console).status, SelectionStatus::NoVersionFile);
         EXPECT_EQ(console.out, "Error: Configuration file not found!\n");
         EXPECT_EQ(console.err, "");
     }
     writeFile(name, "<v><TopVersion>1.2.3</TopVersion>");
     CollectingConsole console;
-    EXPECT_EQ(selectLibrary("", name, console).status, SelectionStatus::kNoVersionFile);
+    EXPECT_EQ(selectLibrary("", name, console).status, SelectionStatus::NoVersionFile);
     EXPECT_EQ(console.out, "Error: Configuration file not found!\n");
 
     writeFile(name, "<v><TopVersion>2023.4.2</TopVersion></v>");
     console.out.clear();
     const LibrarySelection result = selectLibrary("sigTrak=2022.1", name, console);
-    EXPECT_EQ(result.status, SelectionStatus::kOk);
+    EXPECT_EQ(result.status, SelectionStatus::Ok);
     EXPECT_EQ(console.out, "Latest sigTrak version: 2023.4.2\nlibraryVersion: sigTrak=2022.1\n");
     EXPECT_EQ(result.compatibleVersions, kNewest);
 }

@@ -17,9 +17,9 @@ namespace {
 #include "a2l/tokens/keyword_lists.inc"
 // clang-format on
 
-template <std::uint32_t kCapacity>
+template <std::uint32_t Capacity>
 constexpr auto buildIndex(std::span<const KeywordEntry> entries) {
-    std::array<KeywordSlot, kCapacity + 1> slots{};
+    std::array<KeywordSlot, Capacity + 1> slots{};
     for (const KeywordEntry& entry : entries) {
         const std::uint32_t hash = keywordHash(entry.text);
         std::size_t place = hash % slots.size();
@@ -43,13 +43,13 @@ constexpr KeywordHints collectHints(std::span<const KeywordEntry> entries) {
 }
 
 /// A table with its index. Its places are more than its rows, so that a search ends at a free one.
-template <const auto& kRows, std::uint32_t kCapacity>
+template <const auto& Rows, std::uint32_t Capacity>
 struct Indexed {
-    static_assert(std::size(kRows) <= kCapacity);
+    static_assert(std::size(Rows) <= Capacity);
 
-    static constexpr auto kIndex = buildIndex<kCapacity>(kRows);
-    static constexpr KeywordHints kHints = collectHints(kRows);
-    static constexpr KeywordTable kTable{kRows, kIndex.data(), kCapacity, &kHints};
+    static constexpr auto kIndex = buildIndex<Capacity>(Rows);
+    static constexpr KeywordHints kHints = collectHints(Rows);
+    static constexpr KeywordTable kTable{Rows, kIndex.data(), Capacity, &kHints};
 };
 
 const KeywordEntry* rowByRow(const KeywordTable& table, std::string_view text) {
