@@ -19,17 +19,10 @@
 #include "app/compare_options.h"
 #include "app/convert_options.h"
 #include "app/options.h"
+#include "platform/text.h"
 
 namespace quillmark {
 namespace {
-
-std::string joined(std::initializer_list<std::string_view> texts) {
-    std::string result;
-    for (const std::string_view text : texts) {
-        result += text;
-    }
-    return result;
-}
 
 std::string word(const Option& option) {
     return std::string(option.word);

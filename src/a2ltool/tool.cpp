@@ -11,6 +11,7 @@
 #include "a2ltool/command_table.h"
 #include "a2ltool/tool_status.h"
 #include "platform/program.h"
+#include "platform/text.h"
 
 namespace quillmark::a2ltool {
 namespace {
@@ -55,8 +56,7 @@ ToolStatus endOfParsing(const CLI::App& commandLine, const CLI::ParseError& end)
 int runTool(int argumentCount, const char* const* arguments) {
     CLI::App commandLine("Reads descriptions of control units (A2L) for people and pipelines.",
                          std::string(kToolName));
-    commandLine.set_version_flag("--version",
-                                 std::string(kToolName) + " (" + std::string(kProgramTitle) + ")",
+    commandLine.set_version_flag("--version", joined({kToolName, " (", kProgramTitle, ")"}),
                                  "show the version and exit");
     commandLine.set_help_flag("-h,--help", "show this help and exit");
     commandLine.require_subcommand(1);
@@ -73,7 +73,7 @@ int runTool(int argumentCount, const char* const* arguments) {
 }
 
 void complain(std::string_view text) {
-    const std::string line = std::string(kToolName).append(": ").append(text).append("\n");
+    const std::string line = joined({kToolName, ": ", text, "\n"});
     std::fputs(line.c_str(), stderr);
 }
 

@@ -23,12 +23,17 @@ struct CommandResult {
     bool footer = true;
 };
 
+/// Ends a command whose arguments were wrong, which has been told.
+CommandResult refuse(Console& console) {
+    printUsage(console);
+    return {kExitFailure};
+}
+
 CommandResult runConvert(std::span<const char* const> arguments, const CommandDrivers& drivers,
                          Console& console) {
     ConvertRequest request;
     if (!parseConvertOptions(arguments.subspan(2), request, console)) {
-        printUsage(console);
-        return {kExitFailure};
+        return refuse(console);
     }
     switch (drivers.convert(request, console)) {
         case ConversionOutcome::Done:
@@ -68,8 +73,7 @@ CommandResult runCompare(std::span<const char* const> arguments, const CommandDr
                          Console& console) {
     CompareRequest request;
     if (!parseCompareOptions(arguments.subspan(2), request, console)) {
-        printUsage(console);
-        return {kExitFailure};
+        return refuse(console);
     }
     CompareReport report;
     const int result =

@@ -6,6 +6,7 @@
 #include "cfginclude/include_document.h"
 #include "library/package_output.h"
 #include "platform/file_name.h"
+#include "platform/text.h"
 
 namespace quillmark {
 
@@ -36,7 +37,7 @@ std::string zpkiNameFor(std::string_view outputFile) {
     if (dot == std::string_view::npos || dot < fileStart || dot + 1 == outputFile.size()) {
         return {};
     }
-    return std::string(outputFile.substr(0, dot)) + ".zpki";
+    return joined({outputFile.substr(0, dot), ".zpki"});
 }
 
 }  // namespace quillmark

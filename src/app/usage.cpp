@@ -7,6 +7,7 @@
 #include "app/compare_options.h"
 #include "app/convert_options.h"
 #include "app/options.h"
+#include "platform/text.h"
 
 namespace quillmark {
 namespace {
@@ -31,7 +32,7 @@ constexpr CommandUsage kCommands[] = {
 void printOptions(const std::vector<Option>& options, Console& console) {
     console.printLine("      Options:");
     for (const Option& option : options) {
-        console.printLine(std::string("          ").append(option.word).append(option.usage));
+        console.printLine(joined({"          ", option.word, option.usage}));
     }
 }
 
@@ -41,8 +42,8 @@ void printUsage(Console& console) {
     console.printLine("Usage:");
     console.printLine("");
     for (const CommandUsage& command : kCommands) {
-        console.printLine(std::string("  ").append(command.synopsis));
-        console.printLine(std::string("      ").append(command.purpose));
+        console.printLine(joined({"  ", command.synopsis}));
+        console.printLine(joined({"      ", command.purpose}));
         if (command.options != nullptr) {
             printOptions(command.options(), console);
         }

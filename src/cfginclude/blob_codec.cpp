@@ -27,7 +27,7 @@ constexpr std::size_t kGroupCharacters = 4;
 
 constexpr std::uint8_t kForeign = 0xFF;
 
-// The value of each base64 character, kForeign for the others.
+/// The value of each base64 character, kForeign for the others.
 constexpr std::array<std::uint8_t, 256> characterValues() {
     std::array<std::uint8_t, 256> values{};
     values.fill(kForeign);
@@ -74,8 +74,8 @@ char* decodeGroup(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32
     return out;
 }
 
-// A zlib stream on its way to the sink that wants the plain text. Whatever is wrong with it ends it
-// quietly.
+/// A zlib stream on its way to the sink that wants the plain text. Whatever is wrong with it ends
+/// it quietly.
 class Inflater {
   public:
     explicit Inflater(OutputSink& output, const ZlibMemory& memory = {}) : output_(output) {
@@ -138,8 +138,8 @@ class Inflater {
     std::vector<char> work_ = std::vector<char>(kInflateStep);
 };
 
-// Takes the next four base64 characters among those from `at` on, and moves `at` behind them. False
-// when there are no four left.
+/// Takes the next four base64 characters among those from `at` on, and moves `at` behind them.
+/// False when there are no four left.
 bool takeGroup(const char*& at, const char* end,
                std::array<std::uint32_t, kGroupCharacters>& group) {
     // Nearly always they stand together.
@@ -158,9 +158,9 @@ bool takeGroup(const char*& at, const char* end,
     return filled == kGroupCharacters;
 }
 
-// Decodes the base64 characters among `data` in groups of four and feeds the bytes, a work buffer
-// at a time. An incomplete last group is dropped: with the padding filtered out like everything
-// else, that loses at most the last two bytes of the stream's checksum.
+/// Decodes the base64 characters among `data` in groups of four and feeds the bytes, a work buffer
+/// at a time. An incomplete last group is dropped: with the padding filtered out like everything
+/// else, that loses at most the last two bytes of the stream's checksum.
 void decodeInto(std::string_view data, Inflater& inflater) {
     std::vector<char> bytes(kInflateStep / kGroupBytes * kGroupBytes);
     std::array<std::uint32_t, kGroupCharacters> group{};
@@ -258,7 +258,7 @@ void Base64Sink::end() {
     pendingCount_ = 0;
 }
 
-// Encodes a multiple of three bytes.
+/// Encodes a multiple of three bytes.
 void Base64Sink::encodeGroups(std::string_view bytes) {
     const std::size_t groups = bytes.size() / kGroupBytes;
     const std::size_t characters = groups * kGroupCharacters;

@@ -89,7 +89,7 @@ void CfgElement::reset(std::string_view name) {
     section_ = nullptr;
 }
 
-// Adds a line of so many bytes, which the caller fills, and its line break.
+/// Adds a line of so many bytes, which the caller fills, and its line break.
 char* CfgElement::addLine(std::size_t length) {
     const std::size_t end = linesSize_ + length + kLineBreak.size();
     if (end > linesCapacity_) {

@@ -77,9 +77,9 @@ void writeScaleOffset(CfgElement& element, double scale, double offset) {
     element.addRealValue("offset", offset);
 }
 
-// Turns the raw-to-physical function round again, into the orientation of an A2L COEFFS line. The
-// sign undoes how the reader placed the terms: a denominator of one term came from a linear
-// function.
+/// Turns the raw-to-physical function round again, into the orientation of an A2L COEFFS line. The
+/// sign undoes how the reader placed the terms: a denominator of one term came from a linear
+/// function.
 void writeRatFunc(CfgElement& element, const PhConversion& conversion) {
     const LinearTerms p = linearTerms(conversion.coeffs);
     const LinearTerms q = linearTerms(conversion.denominatorCoeffs);

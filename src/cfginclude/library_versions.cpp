@@ -13,6 +13,7 @@
 #include "cfginclude/version_file.h"
 #include "platform/console.h"
 #include "platform/input_file.h"
+#include "platform/text.h"
 
 namespace quillmark {
 
@@ -38,8 +39,8 @@ struct Bound {
 
 using Bounds = std::vector<Bound>;
 
-// One generation of the library: versions that understand the same. A range spec that ends in "-"
-// goes on to the top version.
+/// One generation of the library: versions that understand the same. A range that ends in "-"
+/// goes on to the top version.
 struct Generation {
     std::string_view versions;
     RangeMode mode;
@@ -79,7 +80,7 @@ constexpr Generation kGenerations[] = {
 constexpr const Generation& kOldestGeneration = kGenerations[0];
 constexpr const Generation& kNewestGeneration = kGenerations[std::size(kGenerations) - 1];
 
-// Takes the text up to the next separator off the front of `rest`; everything if there is none.
+/// Takes the text up to the next separator off the front of `rest`; everything if there is none.
 std::string_view takePart(std::string_view& rest, char separator) {
     const std::size_t end = std::min(rest.find(separator), rest.size());
     const std::string_view part = rest.substr(0, end);
@@ -89,12 +90,6 @@ std::string_view takePart(std::string_view& rest, char separator) {
 
 bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
-}
-
-std::string join(std::string_view first, std::string_view second) {
-    std::string text(first);
-    text += second;
-    return text;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -121,12 +116,12 @@ Version parseVersion(std::string_view text) {
     return version;
 }
 
-// A version of the command line, where blanks and tabs may stand around it.
+/// A version of the command line, where blanks and tabs may stand around it.
 Version parseGivenVersion(std::string_view text) {
     return parseVersion(trimmed(text));
 }
 
-// The version that a selection names for the library.
+/// The version that a selection names for the library.
 std::optional<Version> selectedVersion(std::string_view selection) {
     while (!selection.empty()) {
         std::string_view version = takePart(selection, ';');
@@ -141,7 +136,7 @@ std::optional<Version> selectedVersion(std::string_view selection) {
     return std::nullopt;
 }
 
-// The bounds that a range spec names for the library.
+/// The bounds that a range names for the library.
 std::optional<Bounds> specBounds(std::string_view spec) {
     while (!spec.empty()) {
         std::string_view parts = takePart(spec, ';');
@@ -196,8 +191,8 @@ RangeResult checkVersion(const std::optional<Version>& version, std::string_view
     return RangeResult::Inside;
 }
 
-// The range that a user has given: "sigTrak+1.4.4-1.5.5" is the selection "sigTrak=1.4.4" with the
-// last version "1.5.5".
+/// The range that a user has given: "sigTrak+1.4.4-1.5.5" is the selection "sigTrak=1.4.4" with the
+/// last version "1.5.5".
 struct UserRange {
     std::string first;
     std::string last;
@@ -214,12 +209,12 @@ UserRange splitUserRange(std::string_view libraryText) {
     return range;
 }
 
-// What is left of a selection once the reason has been reported.
+/// What is left of a selection once the reason has been reported.
 LibrarySelection refusal() {
     return {SelectionStatus::Refused, {}, {}};
 }
 
-// Carries what the steps of one selection share.
+/// Carries what the steps of one selection share.
 class Selector {
   public:
     Selector(std::string_view libraryText, const VersionInfo& info, Console& console)
@@ -239,9 +234,9 @@ class Selector {
     Console& console_;
 };
 
-// A text that is left open ("2017.06.0-") with the top version behind it; any other as it stands.
+/// A text that is left open ("2017.06.0-") with the top version behind it; any other as it stands.
 std::string Selector::toTop(std::string_view text) const {
-    return join(text, trimmed(text).ends_with('-') ? info_.topVersion : std::string());
+    return joined({text, trimmed(text).ends_with('-') ? info_.topVersion : std::string()});
 }
 
 LibrarySelection Selector::refuse(std::string_view message) {
@@ -297,7 +292,7 @@ LibrarySelection Selector::select() {
     return result;
 }
 
-// The generation that the selected version belongs to; nullptr after reporting why it is refused.
+/// The generation that the selected version belongs to; nullptr after reporting why it is refused.
 const Generation* Selector::chooseGeneration(std::string_view selection) {
     RangeResult result = checkRange(selection, kOldestGeneration.versions, kOldestGeneration.mode);
     if (result == RangeResult::Unknown) {
@@ -322,11 +317,11 @@ const Generation* Selector::chooseGeneration(std::string_view selection) {
     }
     console_.printError("Library version not supported yet. Only supporting until: " +
                         info_.topVersion);
-    console_.printError(join("Selected library version: ", libraryText_));
+    console_.printError(joined({"Selected library version: ", libraryText_}));
     return nullptr;
 }
 
-// Judges a range given by the user, all comparisons being strict.
+/// Judges a range given by the user, all comparisons being strict.
 bool Selector::isUserRangeValid(const UserRange& range) {
     const std::optional<Version> first = selectedVersion(range.first);
     const Version last = parseGivenVersion(range.last);
@@ -349,7 +344,7 @@ bool Selector::isUserRangeValid(const UserRange& range) {
     return false;
 }
 
-// Reports each restriction whose range the user's range leaves or enters. That refuses nothing.
+/// Reports each restriction whose range the user's range leaves or enters. That refuses nothing.
 void Selector::warnOfRestrictions(const Version& last, const std::optional<Version>& first) {
     for (const VersionRestriction& restriction : info_.restrictions) {
         const RangeResult f = checkVersion(first, restriction.check, RangeMode::Strict);
@@ -370,7 +365,7 @@ void Selector::warnOfRestrictions(const Version& last, const std::optional<Versi
 
 LibrarySelection noVersionFile(Console& console) {
     console.printLine("Error: Configuration file not found!");
-    return {SelectionStatus::kNoVersionFile, {}, {}};
+    return {SelectionStatus::NoVersionFile, {}, {}};
 }
 
 }  // namespace

@@ -8,19 +8,15 @@
 #include "cfginclude/include_format.h"
 #include "cfginclude/signal_output.h"
 #include "model/setting_names.h"
+#include "platform/text.h"
 
 namespace quillmark {
 
 namespace {
 
 std::string defaultStationName(const PhGroup& project, const PhGroup& module, std::int32_t number) {
-    std::string name(project.name().view());
-    name += "_Module_Number_";
-    name += std::to_string(number);
-    name += "_Module_Name_";
-    name += module.name().view();
-    name += "_1";
-    return name;
+    return joined({project.name().view(), "_Module_Number_", std::to_string(number),
+                   "_Module_Name_", module.name().view(), "_1"});
 }
 
 void writeSource(CfgElement& station, const PhGroup& project, const PhGroup& module,

@@ -8,22 +8,15 @@
 
 #include "compare/protocol_comparison.h"
 #include "model/enumerations.h"
+#include "platform/text.h"
 
 namespace quillmark {
 namespace {
 
 constexpr int kCannotCompare = 1;
 
-std::string concat(std::initializer_list<std::string_view> parts) {
-    std::string text;
-    for (const std::string_view part : parts) {
-        text += part;
-    }
-    return text;
-}
-
 void addFailure(CompareReport& report, std::initializer_list<std::string_view> message) {
-    addFinding(report, kLevelCannotCompare, concat(message));
+    addFinding(report, kLevelCannotCompare, joined(message));
 }
 
 /// One of the two descriptions.
@@ -80,11 +73,11 @@ void printHeader(const Description& oldFile, const Description& newFile, Console
     const PhGroup& oldModule = *oldFile.modules.front();
     const PhGroup& newModule = *newFile.modules.front();
     console.printLine("comparing modules: ");
-    console.printLine(concat({"    ", projectNameOf(oldModule), ":", oldModule.name().view(),
+    console.printLine(joined({"    ", projectNameOf(oldModule), ":", oldModule.name().view(),
                               " in file ", oldFile.path}));
-    console.printLine(concat({"    ", projectNameOf(newModule), ":", newModule.name().view(),
+    console.printLine(joined({"    ", projectNameOf(newModule), ":", newModule.name().view(),
                               " in file ", newFile.path}));
-    console.printLine(concat({"COMPARE MODULE \"", oldModule.name().view(), "\" with \"",
+    console.printLine(joined({"COMPARE MODULE \"", oldModule.name().view(), "\" with \"",
                               newModule.name().view(), "\""}));
 }
 
@@ -92,8 +85,8 @@ void compareNames(CompareReport& report, std::string_view what, std::string_view
                   std::string_view newName) {
     if (oldName != newName) {
         addFinding(report, kLevelWarning,
-                   concat({what, " names do not match: ", oldName, " != ", newName}),
-                   {concat({what, " name"}), std::string(oldName), std::string(newName)});
+                   joined({what, " names do not match: ", oldName, " != ", newName}),
+                   {joined({what, " name"}), std::string(oldName), std::string(newName)});
     }
 }
 
@@ -103,7 +96,7 @@ int compareProtocols(CompareReport& report, bool verbose, const PhGroup& oldModu
     const PhProtocolType newType = protocolTypeOf(newModule);
     if (type != newType) {
         addFinding(report, kLevelCannotCompare,
-                   concat({"protocol types do not match: ", protocolTypeName(type),
+                   joined({"protocol types do not match: ", protocolTypeName(type),
                            " != ", protocolTypeName(newType)}),
                    {"protocol type", std::string(protocolTypeName(type)),
                     std::string(protocolTypeName(newType))});

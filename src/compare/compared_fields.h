@@ -14,6 +14,7 @@
 #include "model/ph_object_list.h"
 #include "model/ph_value.h"
 #include "model/protocol_model.h"
+#include "platform/text.h"
 
 namespace quillmark {
 
@@ -56,10 +57,9 @@ void compareField(const Comparison& comparison, std::string_view prefix, const F
     if (row.needs != nullptr && !(row.needs(oldItem) && row.needs(newItem))) {
         return;
     }
-    const std::string shown = std::string(prefix).append(row.label);
-    const PairLabel label = row.finding.empty()
-                                ? PairLabel(shown)
-                                : PairLabel(shown, std::string(prefix).append(row.finding));
+    const std::string shown = joined({prefix, row.label});
+    const PairLabel label =
+        row.finding.empty() ? PairLabel(shown) : PairLabel(shown, joined({prefix, row.finding}));
     std::visit(
         [&](const auto& read) {
             using Read = std::decay_t<decltype(read)>;
@@ -97,7 +97,7 @@ inline std::int32_t numberOr0(const PhValue* number) {
 
 /// What stands before the labels of the item of that number.
 inline std::string numberedPrefix(std::string_view kind, std::int32_t number) {
-    return std::string(kind).append(std::to_string(number));
+    return joined({kind, std::to_string(number)});
 }
 
 /// Items that are told apart by a number.

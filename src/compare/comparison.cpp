@@ -4,6 +4,8 @@
 #include <charconv>
 #include <utility>
 
+#include "platform/text.h"
+
 namespace quillmark {
 namespace {
 
@@ -33,9 +35,7 @@ std::string shown(const PhValue* value) {
 
 void showPair(const Comparison& comparison, const PairLabel& label, std::string_view oldText,
               std::string_view newText) {
-    std::string line = "  ";
-    line.append(label.shown).append(" = ").append(oldText).append(" # ").append(newText);
-    comparison.console.printLine(line);
+    comparison.console.printLine(joined({"  ", label.shown, " = ", oldText, " # ", newText}));
 }
 
 /// Shows the pair and judges it, each as wanted. Texts are made only then.
@@ -84,9 +84,9 @@ void compareValue(const Comparison& comparison, const PairLabel& label, const Ph
 
 bool checkPresent(CompareReport& report, bool inOld, bool inNew, std::string_view label) {
     if (inOld != inNew) {
-        std::string message = inOld ? "module2 does not contain " : "module1 does not contain ";
+        const std::string_view lacks = inOld ? "module2" : "module1";
         const auto textOf = [](bool present) { return std::string(present ? kPresent : kAbsent); };
-        addFinding(report, kLevelError, message.append(label),
+        addFinding(report, kLevelError, joined({lacks, " does not contain ", label}),
                    {std::string(label), textOf(inOld), textOf(inNew)});
     }
     return inOld && inNew;

@@ -11,6 +11,7 @@
 
 #include "compare/compared_fields.h"
 #include "model/setting_names.h"
+#include "platform/text.h"
 
 namespace quillmark {
 namespace {
@@ -361,9 +362,7 @@ void compareCommands(const Comparison& comparison, const CommandTexts& texts,
     for (const PhHandle<PhValue>& command : oldCommands) {
         if (!kept.contains(command->toInteger())) {
             const std::string name = texts.nameOf(*command);
-            std::string message(texts.before);
-            message.append(name).append(texts.behind);
-            addFinding(report, kLevelError, std::move(message),
+            addFinding(report, kLevelError, joined({texts.before, name, texts.behind}),
                        lostPart("optional command " + name));
         }
     }

@@ -9,7 +9,7 @@ namespace {
 
 using Text = std::string_view;
 
-// One array per enumeration, index equals code; an empty text is a code without one.
+/// One array per enumeration, index equals code; an empty text is a code without one.
 constexpr std::array kByteOrder{Text("Undefined"), Text("BigEndian"), Text("LittleEndian")};
 constexpr std::array kDocumentKind{Text("Undefined"),  Text("Doc"),         Text("Library"),
                                    Text("Variant"),    Text("BaseVariant"), Text("Protocol"),
@@ -56,7 +56,7 @@ constexpr std::array kConversionType{
 constexpr std::array kNetworkAddressType{Text("NaUndefined"), Text("NaIPv4Fixed"),
                                          Text("NaIPv4Dhcp")};
 
-// Index equals PhEnumeration.
+/// Index equals PhEnumeration.
 constexpr std::array<std::span<const Text>, 15> kTables{
     kByteOrder,       kDocumentKind,  kParameterRole, kMemoryType,     kSegmentUse,
     kMemoryAttribute, kStructureType, kDatatypeClass, kProtocolType,   kTransportType,

@@ -9,6 +9,7 @@
 #include "platform/copy_file.h"
 #include "platform/directories.h"
 #include "platform/file_name.h"
+#include "platform/text.h"
 
 namespace quillmark {
 namespace {
@@ -62,8 +63,8 @@ std::string fileNameOf(const std::string& path) {
     return toName(toPath(path).filename());
 }
 
-std::string joined(std::string_view directory, std::string_view name) {
-    return std::string(directory).append("/").append(name);
+std::string pathIn(std::string_view directory, std::string_view name) {
+    return joined({directory, "/", name});
 }
 
 }  // namespace
@@ -118,8 +119,7 @@ int cZpkcCommon::copyUserFiles(const std::vector<std::string>& files, std::strin
         if (!exists(file)) {
             return kUserFileMissing;
         }
-        const std::string entryName =
-            joined(kUserFiles, std::string(prefix).append(fileNameOf(file)));
+        const std::string entryName = pathIn(kUserFiles, joined({prefix, fileNameOf(file)}));
         if (!stage(file, entryName)) {
             return kCopyingUserFileFailed;
         }
@@ -139,7 +139,7 @@ int cZpkcCommon::copyConfigurationFile(const std::string& file, bool keepName) {
     if (!exists(file)) {
         return kConfigurationFileMissing;
     }
-    const std::string entryName = joined(kSigtrak, keepName ? fileNameOf(file) : "sigtrak.cfg");
+    const std::string entryName = pathIn(kSigtrak, keepName ? fileNameOf(file) : "sigtrak.cfg");
     // Whoever wrote the document into a pipe would wait for it to come out there forever.
     std::error_code error;
     if (fs::is_fifo(toPath(file), error) || !stage(file, entryName)) {
@@ -201,7 +201,7 @@ void cZpkcCommon::report(std::string_view text, std::initializer_list<std::strin
 }
 
 std::string cZpkcCommon::pathOf(std::string_view entryName) const {
-    return entryName.empty() ? stagingDir_ : joined(stagingDir_, entryName);
+    return entryName.empty() ? stagingDir_ : pathIn(stagingDir_, entryName);
 }
 
 }  // namespace quillmark
