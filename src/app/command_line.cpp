@@ -1,7 +1,5 @@
 #include "app/command_line.h"
 
-#include <array>
-#include <cstddef>
 #include <string_view>
 
 #include "app/compare_options.h"
@@ -52,35 +50,14 @@ CommandResult runDecompress(std::span<const char* const> arguments, const Comman
                                &printUsage)};
 }
 
-/// Index is the level of the finding; any other level has an empty label.
-constexpr std::array<std::string_view, 3> kLevelLabels = {"Cannot compare modules", "Error",
-                                                          "Warning"};
-
-void printReport(const CompareReport& report, Console& console) {
-    if (report.empty()) {
-        console.printLine("No Errors.");
-        return;
-    }
-    for (const CompareFinding& finding : report) {
-        const auto level = static_cast<std::size_t>(finding.level);
-        console.print(level < kLevelLabels.size() ? kLevelLabels[level] : std::string_view());
-        console.print(": ");
-        console.printLine(finding.message);
-    }
-}
-
 CommandResult runCompare(std::span<const char* const> arguments, const CommandDrivers& drivers,
                          Console& console) {
     CompareRequest request;
     if (!parseCompareOptions(arguments.subspan(2), request, console)) {
         return refuse(console);
     }
-    CompareReport report;
-    const int result =
-        drivers.compare(report, request.verbose, request.oldFile, request.newFile, console);
-    printReport(report, console);
     // The findings are the result of the comparison; only one that could not be made has failed.
-    return {result == 0 ? kExitSuccess : kExitFailure};
+    return {drivers.compare(request, console) ? kExitSuccess : kExitFailure};
 }
 
 struct CommandRow {

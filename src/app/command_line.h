@@ -4,9 +4,9 @@
 #include <span>
 #include <string>
 
+#include "app/compare_options.h"
 #include "app/convert_command.h"
 #include "cfginclude/convert_request.h"
-#include "compare/compare_report.h"
 #include "platform/console.h"
 
 namespace quillmark {
@@ -23,10 +23,8 @@ struct CommandDrivers {
                       void (*usage)(Console& console))>
         decompress;
 
-    /// Appends its findings to the report. Returns 0 if the two descriptions could be compared.
-    std::function<int(CompareReport& report, bool verbose, const std::string& oldFile,
-                      const std::string& newFile, Console& console)>
-        compare;
+    /// Compares two descriptions and prints what was found. Returns whether they could be compared.
+    std::function<bool(const CompareRequest& request, Console& console)> compare;
 };
 
 /// Runs the program on the argument vector, whose first element is the program's own name: prints

@@ -1,16 +1,12 @@
 #pragma once
 
-#include <string>
-
-#include "compare/compare_report.h"
-#include "model/module_model.h"
+#include "app/compare_options.h"
 #include "platform/console.h"
 
 namespace quillmark {
 
-/// Reads both descriptions, each into an empty model, and compares them as compareDescriptions()
-/// does. Returns 0 if the modules could be compared, whatever was found.
-int compareFiles(CompareReport& report, bool verbose, const std::string& oldPath, PhRoot& oldRoot,
-                 const std::string& newPath, PhRoot& newRoot, Console& console);
+/// Runs `compare`: reads both descriptions, compares them and prints what was found. Returns
+/// whether they could be compared, whatever was found.
+bool compareCommand(const CompareRequest& request, Console& console);
 
 }  // namespace quillmark

@@ -2,33 +2,50 @@
 
 #include <cstddef>
 
-#include "a2l/description.h"
-#include "cfginclude/include_document.h"
-#include "library/package_output.h"
+#include "app/print_finding.h"
 #include "platform/file_name.h"
 #include "platform/text.h"
+#include "quillmark/convert.h"
 
 namespace quillmark {
+namespace {
 
-ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console) {
-    if (!readDescription(request.inputFile, model, console)) {
-        console.printLine("Error reading file.");
-        return ConversionOutcome::Failed;
-    }
-    IncludeDocument document;
-    switch (buildIncludeDocument(request, model, currentOrigin(), document, console)) {
-        case DocumentStatus::Built:
-            break;
-        case DocumentStatus::NoOutput:
-            return ConversionOutcome::Failed;
-        case DocumentStatus::Refused:
+ConvertOptions optionsOf(const ConvertRequest& request) {
+    ConvertOptions options;
+    options.setStationName(request.stationName).setNamePrefix(request.namePrefix);
+    options.setCompress(request.compress).setIndent(request.indent).setLibrary(request.library);
+    options.setUserFiles(request.userFiles).setEpkFilePrefix(request.epkFilePrefix);
+    return options;
+}
+
+ConversionOutcome outcomeOf(ConvertStatus status) {
+    switch (status) {
+        case ConvertStatus::Done:
+        case ConvertStatus::CutOff:  // has always been taken for done
+            return ConversionOutcome::Done;
+        case ConvertStatus::Refused:
             return ConversionOutcome::Refused;
+        case ConvertStatus::NoOutput:
+        case ConvertStatus::OutputNotOpened:
+        case ConvertStatus::NotPacked:
+            break;
     }
+    return ConversionOutcome::Failed;
+}
+
+}  // namespace
+
+ConversionOutcome convertCommand(const ConvertRequest& request, Description& description,
+                                 Console& console) {
+    const FindingHandler print = [&](const Finding& finding) { printFinding(finding, console); };
+    description = Description::readFile(request.inputFile,
+                                        ReadOptions().setKeepTexts(false).setFindingHandler(print));
+    const ConvertOptions options = optionsOf(request).setFindingHandler(print);
     const bool wantsPackage = !request.userFiles.empty() || !request.zpkiFile.empty();
-    const int status = wantsPackage ? buildPackage(request, *document.root, model, console)
-                                    : writeIncludeFile(request.outputFile, *document.root,
-                                                       request.indent, console);
-    return status == 0 ? ConversionOutcome::Done : ConversionOutcome::Failed;
+    const ConvertResult result =
+        wantsPackage ? convertToPackage(description, options, request.outputFile, request.zpkiFile)
+                     : convertToFile(description, options, request.outputFile);
+    return outcomeOf(result.status());
 }
 
 std::string zpkiNameFor(std::string_view outputFile) {

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "cfginclude/convert_request.h"
-#include "model/module_model.h"
 #include "platform/console.h"
+#include "quillmark/description.h"
 
 namespace quillmark {
 
@@ -20,10 +20,11 @@ enum class ConversionOutcome {
     Refused,
 };
 
-/// Runs `convert`: reads the description into `model`, which is empty before, builds the include
-/// document and writes it to the output file, or into a package when one is asked for. An existing
-/// output file is only touched once the whole document is known.
-ConversionOutcome convertCommand(const ConvertRequest& request, PhRoot& model, Console& console);
+/// Runs `convert`: reads the description into `description`, makes the include file and writes it
+/// to the output file, or into a package when one is asked for. An existing output file is only
+/// touched once the whole document is known.
+ConversionOutcome convertCommand(const ConvertRequest& request, Description& description,
+                                 Console& console);
 
 /// The name of the package that belongs to an output file: the suffix of its file part (the text
 /// behind the last dot) gives way to "zpki". Empty if the file part has no suffix. Directories keep

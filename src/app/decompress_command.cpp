@@ -1,13 +1,11 @@
 #include "app/decompress_command.h"
 
 #include <new>
-#include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 
-#include "cfginclude/blob_codec.h"
 #include "platform/console.h"
-#include "platform/output_sink.h"
+#include "quillmark/expand.h"
 
 namespace quillmark {
 
@@ -22,37 +20,23 @@ int end(Console& console, std::string_view message, int status) {
     return status;
 }
 
-int expandFile(const std::string& inputName, const std::string& outputName, Console& console) {
-    auto input = StandardInputFile::openBinary(inputName);
-    if (input == nullptr) {
-        return end(console, "ERROR: Cannot open input file: " + inputName, kRefused);
+int expandAndReport(const std::string& inputName, const std::string& outputName, Console& console) {
+    switch (expandFile(inputName, outputName)) {
+        case ExpandStatus::Done:
+            return end(console, "Decompressing was successful.", kDone);
+        case ExpandStatus::NotOpened:
+            return end(console, "ERROR: Cannot open input file: " + inputName, kRefused);
+        case ExpandStatus::NotCompressed:
+            return end(console, "Error: File is corrupt or not a compressed file.", kFailed);
+        case ExpandStatus::OutputNotOpened:
+            return end(console, "Error: Cannot open output file: " + outputName, kRefused);
+        case ExpandStatus::NotWritten:
+            break;
     }
-    return expandInput(std::move(input), announcedSize(inputName), outputName, console);
+    return end(console, "Error: File writing failed.", kFailed);
 }
 
 }  // namespace
-
-int expandInput(std::unique_ptr<InputFile> input, std::size_t expectedSize,
-                const std::string& outputName, Console& console) {
-    std::string document;
-    const bool complete = readToEnd(*input, expectedSize, document);
-    input.reset();  // the output may be the same file
-    const std::optional<BlobDocument> parts = complete ? findBlob(document) : std::nullopt;
-    if (!parts) {
-        return end(console, "Error: File is corrupt or not a compressed file.", kFailed);
-    }
-
-    FileSink output(outputName);
-    if (!output.isOpen()) {
-        return end(console, "Error: Cannot open output file: " + outputName, kRefused);
-    }
-    expandBlob(*parts, output);
-    output.finish();
-    if (!output.ok()) {
-        return end(console, "Error: File writing failed.", kFailed);
-    }
-    return end(console, "Decompressing was successful.", kDone);
-}
 
 int decompressCommand(int argc, const char* const* argv, Console& console,
                       void (*printUsage)(Console&)) {
@@ -66,7 +50,7 @@ int decompressCommand(int argc, const char* const* argv, Console& console,
         return kRefused;
     }
     try {
-        return expandFile(argv[kInputArgument], argv[kOutputArgument], console);
+        return expandAndReport(argv[kInputArgument], argv[kOutputArgument], console);
     } catch (const std::bad_alloc&) {
         // A file too large for the memory must not look like a crash.
         return end(console, "Error: File writing failed.", kFailed);

@@ -1,11 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
-#include <string>
-
-#include "platform/input_file.h"
-
 namespace quillmark {
 
 class Console;
@@ -21,11 +15,5 @@ class Console;
 /// compressed include file, or writing failed, for want of memory as well).
 int decompressCommand(int argc, const char* const* argv, Console& console,
                       void (*printUsage)(Console&));
-
-/// What the command does with an input that could be opened, of which it expects so many bytes.
-/// Ends with the status of the command. An input that cannot be read to its end is no compressed
-/// include file, whatever came before.
-int expandInput(std::unique_ptr<InputFile> input, std::size_t expectedSize,
-                const std::string& outputName, Console& console);
 
 }  // namespace quillmark

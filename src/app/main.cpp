@@ -1,4 +1,3 @@
-#include <array>
 #include <span>
 
 #include "app/command_line.h"
@@ -12,18 +11,15 @@ int main(int argumentCount, char* arguments[]) {
     using namespace quillmark;
     turnOutputSignalsIntoErrors();
     StandardConsole console;
-    // The models of a large description are millions of objects. They are left to the system, which
-    // takes all memory back at once, to spare the time of taking them apart one by one.
-    static auto& models = *new std::array<PhRoot, 2>;
+    // A large description is millions of objects. They are left to the system, which takes all
+    // memory back at once, to spare the time of taking them apart one by one.
+    auto& description = *new Description;
     const CommandDrivers drivers{
-        [](const ConvertRequest& request, Console& to) {
-            return convertCommand(request, models[0], to);
+        [&](const ConvertRequest& request, Console& to) {
+            return convertCommand(request, description, to);
         },
         decompressCommand,
-        [](CompareReport& report, bool verbose, const std::string& oldFile,
-           const std::string& newFile, Console& to) {
-            return compareFiles(report, verbose, oldFile, models[0], newFile, models[1], to);
-        },
+        compareCommand,
     };
     return runCommandLine(
         std::span<const char* const>(arguments, static_cast<std::size_t>(argumentCount)), drivers,

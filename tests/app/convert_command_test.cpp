@@ -82,13 +82,13 @@ class ConvertCommand : public testing::Test {
     std::filesystem::path oldDirectory_ = std::filesystem::current_path();
     TempDir directory_;
     ConvertRequest request_;
-    PhRoot model_;
+    Description description_;
     CollectingConsole console_;
 };
 
 TEST_F(ConvertCommand, WritesTheDocument) {
     request_.indent = true;
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Done);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Done);
     EXPECT_EQ(console_.out, kTopVersion);
     EXPECT_EQ(console_.err, "");
     const std::string text = readFile("out.x");
@@ -103,7 +103,7 @@ TEST_F(ConvertCommand, WritesTheDocument) {
 
 TEST_F(ConvertCommand, InputThatCannotBeOpenedLeavesTheOutputAlone) {
     request_.inputFile = "missing.a2l";
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Failed);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Failed);
     EXPECT_EQ(console_.out, "Error reading file.\n");
     EXPECT_EQ(console_.err, "");
     EXPECT_EQ(readFile("out.x"), "kept");
@@ -111,7 +111,7 @@ TEST_F(ConvertCommand, InputThatCannotBeOpenedLeavesTheOutputAlone) {
 
 TEST_F(ConvertCommand, MistakeInTheInputLeavesTheOutputAlone) {
     writeFile("in.a2l", "ASAP2_VERSION 1 60\nmistake");
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Failed);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Failed);
     EXPECT_EQ(console_.out,
               "-: Error (in.a2l:2): Unexpected token 'token=303' found\nError reading file.\n");
     EXPECT_EQ(readFile("out.x"), "kept");
@@ -119,21 +119,21 @@ TEST_F(ConvertCommand, MistakeInTheInputLeavesTheOutputAlone) {
 
 TEST_F(ConvertCommand, OutputThatCannotBeOpenedIsReported) {
     request_.outputFile = "no/such/out.x";
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Failed);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Failed);
     EXPECT_EQ(console_.out,
               std::string(kTopVersion) + "ERROR: Cannot open output file: no/such/out.x\n");
 }
 
 TEST_F(ConvertCommand, RefusedLibraryLeavesTheOutputAlone) {
     request_.library = "otherLib=1.5.4";
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Refused);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Refused);
     EXPECT_EQ(console_.err, "Library software name not recognized.\n");
     EXPECT_EQ(readFile("out.x"), "kept");
 }
 
 TEST_F(ConvertCommand, WithoutVersionFileTheOutputIsLeftAlone) {
     std::filesystem::remove("sigtrakVersions.xml");
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Failed);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Failed);
     EXPECT_EQ(console_.out, "Error: Configuration file not found!\nNo output file generated.\n");
     EXPECT_EQ(readFile("out.x"), "kept");
 }
@@ -142,7 +142,7 @@ TEST_F(ConvertCommand, ModuleWithoutVersionLeavesTheOutputAlone) {
     writeFile("in.a2l",
               "/begin PROJECT P \"\" /begin MODULE M \"\" /begin IF_DATA XCP /end IF_DATA\n"
               "/end MODULE /end PROJECT\n");
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Failed);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Failed);
     EXPECT_EQ(console_.out, std::string(kTopVersion) +
                                 "ERROR: missing version\nERROR: missing epk address\n"
                                 "No output file generated.\n");
@@ -152,7 +152,7 @@ TEST_F(ConvertCommand, ModuleWithoutVersionLeavesTheOutputAlone) {
 TEST_F(ConvertCommand, PackageTakesTheIncludeFileAway) {
     request_.zpkiFile = "out.zpki";
     request_.outputFile = "new.x";
-    EXPECT_EQ(convertCommand(request_, model_, console_), ConversionOutcome::Done);
+    EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Done);
     EXPECT_TRUE(std::filesystem::exists("out.zpki"));
     EXPECT_FALSE(std::filesystem::exists("new.x"));
 }

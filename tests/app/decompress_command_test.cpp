@@ -1,8 +1,6 @@
 #include "app/decompress_command.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <memory>
 #include <new>
 #include <string>
 #include <string_view>
@@ -12,7 +10,6 @@
 
 #include "cfginclude/blob_codec.h"
 #include "support/collecting_console.h"
-#include "support/faulty_file.h"
 #include "support/system.h"
 #include "support/temp_dir.h"
 
@@ -96,24 +93,6 @@ TEST_F(Decompress, TakesADirectoryForCorrupt) {
     }
     EXPECT_EQ(run({directory_.path().string(), out_}), -1);
     EXPECT_EQ(console_.out, "Error: File is corrupt or not a compressed file.\n");
-}
-
-TEST_F(Decompress, DoesNotTakeWhatCouldNotBeReadForTheEnd) {
-    if (!FaultyFile::kIsPossible) {
-        GTEST_SKIP() << FaultyFile::kWhyNot;
-    }
-    const std::string document = packed(std::string(200000, 'x'));
-    writeFile(out_, "kept");
-    for (const std::size_t position : {document.size() / 2, document.size()}) {
-        FaultyFile file({{position, EIO}}, document);
-        console_.out.clear();
-        EXPECT_EQ(
-            expandInput(std::make_unique<StandardInputFile>(file.open("rb")), 0, out_, console_),
-            -1);
-        EXPECT_EQ(console_.out, "Error: File is corrupt or not a compressed file.\n");
-        EXPECT_EQ(readFile(out_), "kept");
-        EXPECT_TRUE(file.isClosed());
-    }
 }
 
 TEST_F(Decompress, LeavesTheOutputAloneWhenTheInputIsCorrupt) {
