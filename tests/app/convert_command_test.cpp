@@ -10,6 +10,7 @@
 #include "support/collecting_console.h"
 #include "support/system.h"
 #include "support/temp_dir.h"
+#include "support/temporary_path.h"
 
 namespace quillmark {
 namespace {
@@ -150,6 +151,7 @@ TEST_F(ConvertCommand, ModuleWithoutVersionLeavesTheOutputAlone) {
 }
 
 TEST_F(ConvertCommand, PackageTakesTheIncludeFileAway) {
+    const TemporaryPath temporaryPath;
     request_.zpkiFile = "out.zpki";
     request_.outputFile = "new.x";
     EXPECT_EQ(convertCommand(request_, description_, console_), ConversionOutcome::Done);

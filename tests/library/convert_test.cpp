@@ -9,6 +9,7 @@
 #include "quillmark/expand.h"
 #include "quillmark/version.h"
 #include "support/temp_dir.h"
+#include "support/temporary_path.h"
 
 namespace quillmark {
 namespace {
@@ -161,6 +162,7 @@ TEST(Convert, TheVersionFileCanBeNamed) {
 }
 
 TEST(Convert, MakesAPackage) {
+    const TemporaryPath temporaryPath;
     const TempDir directory;
     writeFile(directory.file("user.txt"), "user");
     const Description description = described(moduleWith(kSignal));

@@ -10,8 +10,8 @@
 #include "cfginclude/include_document.h"
 #include "cli/file_tree.h"
 #include "support/collecting_console.h"
-#include "support/system.h"
 #include "support/temp_dir.h"
+#include "support/temporary_path.h"
 
 namespace quillmark {
 namespace {
@@ -44,23 +44,14 @@ class BuildPackage : public testing::Test {
     BuildPackage() {
         request.outputFile = dir.file("ecu.cfginclude");
         request.zpkiFile = dir.file("ecu.zpki");
-        setTemporaryPath(temp.path().string());
-    }
-    ~BuildPackage() override { setTemporaryPath(oldPath_); }
-
-    static void setTemporaryPath(const std::string& path) {
-        setVariable(kIsWindows ? "TMP" : "TMPDIR", path);
     }
 
     TempDir dir;
-    TempDir temp;
+    TemporaryPath temporaryPath;
     ConvertRequest request;
     PhRoot model;
     CfgElement root{"r"};
     CollectingConsole console;
-
-  private:
-    std::string oldPath_ = fs::temp_directory_path().string();
 };
 
 TEST_F(BuildPackage, WritesTheIncludeFileFirst) {
