@@ -97,4 +97,7 @@ start_wine() {
     fi
     # It waits for a key until this script has ended.
     exec {wine_keeper}> >(exec scripts/wine cmd /c pause >/dev/null 2>&1)
+    # The first program starts the services of the system, which keep its output open as long as they
+    # live. It must not be one whose output somebody reads to its end.
+    scripts/wine cmd /c exit >/dev/null 2>&1 {wine_keeper}>&-
 }
