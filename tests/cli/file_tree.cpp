@@ -1,10 +1,13 @@
 #include "cli/file_tree.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <system_error>
 
 #include <archive.h>
@@ -37,15 +40,20 @@ bool hasBackslash(const std::string& name) {
     return i != std::string::npos;
 }
 
+/// Whether it is a relative name whose parts all stand for themselves. They are bytes, which a path
+/// of the system need not take.
 bool isProperName(const std::string& name) {
-    const fs::path path(name);
-    if (name.empty() || path.is_absolute() || hasBackslash(name)) {
+    if (hasBackslash(name)) {
         return false;
     }
-    for (const fs::path& part : path) {
-        if (part == ".." || part == "." || part.empty()) {
+    std::size_t start = 0;
+    while (start <= name.size()) {
+        const std::size_t end = std::min(name.find('/', start), name.size());
+        const std::string_view part(name.data() + start, end - start);
+        if (part.empty() || part == "." || part == "..") {
             return false;
         }
+        start = end + 1;
     }
     return true;
 }
