@@ -1,0 +1,350 @@
+#include "prepare/description_scanner.h"
+
+#include <algorithm>
+
+#include "prepare/byte_search.h"
+#include "prepare/grammar.h"
+
+namespace quillmark::preparing {
+
+namespace {
+
+/// Bytes of a block that is not kept are given away in pieces of this size.
+constexpr std::size_t kDiscardSize = std::size_t{128} * 1024;
+
+bool isBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r' || byte == '\0';
+}
+
+/// Where a word goes on with what should have been a word or a comment of its own, as in
+/// `MEASUREMENT/begin`. A keyword has no slash. npos if it does not.
+std::size_t runTogetherAt(std::string_view word) {
+    const std::size_t slash = word.find('/', 1);
+    if (slash == std::string_view::npos) {
+        return slash;
+    }
+    const std::string_view rest = word.substr(slash);
+    for (const std::string_view start : {"/begin", "/end", "/include"}) {
+        if (rest == start) {
+            return slash;
+        }
+    }
+    const std::string_view opening = rest.substr(0, 2);
+    return opening == "/*" || opening == "//" ? slash : std::string_view::npos;
+}
+
+}  // namespace
+
+std::string DescriptionScanner::textOf(const Token& token) const {
+    return std::string(source_.view().substr(token.begin, token.end - token.begin));
+}
+
+Part DescriptionScanner::refuse(const Token& token, std::string_view text) {
+    report_.error(source_.placeOf(token.begin), text);
+    return {};
+}
+
+/// The token behind a position. Files that are included there are put in before it.
+Token DescriptionScanner::tokenAt(std::size_t position) {
+    for (;;) {
+        const Token token = TokenReader(source_.view(), position).next();
+        if (token.end == source_.view().size() && source_.more()) {
+            continue;
+        }
+        const bool goesOn = token.isOpen()                     ? closeOpen(token)
+                            : token.kind == TokenKind::Include ? include(token)
+                                                               : false;
+        if (goesOn) {
+            continue;
+        }
+        if (report_.hasFailed()) {
+            return {TokenKind::EndOfText, position, position};
+        }
+        return token;
+    }
+}
+
+/// The reader wants a line feed behind the last comment, too. Returns whether that was all.
+bool DescriptionScanner::closeOpen(const Token& token) {
+    const std::string_view text = source_.view();
+    const Place place = source_.placeOf(token.begin);
+    if (report_.hasFailed()) {
+        return false;
+    }
+    if (token.kind == TokenKind::OpenText) {
+        report_.error(place, "the text that begins here has no end");
+        return false;
+    }
+    if (text[token.begin + 1] == '*') {
+        report_.error(place, "the comment that begins here has no end");
+        return false;
+    }
+    if (options_.tells) {
+        report_.change(place, "put a line feed behind the comment at the end");
+    }
+    source_.insert(text.size(), "\n");
+    return true;
+}
+
+/// Returns whether reading can go on in front of what has been put in.
+bool DescriptionScanner::include(const Token& token) {
+    std::size_t from = token.end;
+    std::size_t to = from;
+    const auto isWhole = [&] {
+        const std::string_view text = source_.view();
+        from = token.end;
+        while (from < text.size() && isBlank(text[from])) {
+            ++from;
+        }
+        const bool isQuoted = from < text.size() && text[from] == '"';
+        to = from + (isQuoted ? 1 : 0);
+        while (to < text.size() && (isQuoted ? text[to] != '"' : !isBlank(text[to]))) {
+            ++to;
+        }
+        to += isQuoted ? 1 : 0;
+        return to < text.size();
+    };
+    while (!isWhole() && source_.more()) {
+    }
+    to = std::min(to, source_.view().size());
+    std::string name(source_.view().substr(from, to - from));
+    if (!name.empty() && name.front() == '"') {
+        name = name.substr(1, std::max<std::size_t>(name.size(), 2) - 2);
+    }
+    const Place place = source_.placeOf(token.begin);
+    const SourceText::IncludeResult result = source_.include(token.begin, to, name);
+    if (result == SourceText::IncludeResult::Included && options_.tells) {
+        report_.change(place, "put in the file " + name);
+    }
+    if (result == SourceText::IncludeResult::Missing) {
+        const std::string text = "there is no file " + source_.chainTo(name);
+        if (!options_.skipsMissing) {
+            report_.error(place, text);
+        } else {
+            source_.erase(token.begin, to);
+            if (options_.tells) {
+                report_.loss(place, text);
+            }
+        }
+    }
+    return !report_.hasFailed();
+}
+
+/// Puts a blank between a keyword and what stands right behind it.
+void DescriptionScanner::partWords(Token& token) {
+    const std::string word = textOf(token);
+    const std::size_t at =
+        token.kind == TokenKind::Word ? runTogetherAt(word) : std::string_view::npos;
+    if (at == std::string_view::npos) {
+        return;
+    }
+    token.end = token.begin + at;
+    if (options_.tells) {
+        report_.change(source_.placeOf(token.begin),
+                       "put a blank into '" + word.substr(0, at) + "' and what follows");
+    }
+    source_.insert(token.end, " ");
+}
+
+Part DescriptionScanner::beginPart() {
+    const Token token = tokenAt(0);
+    isEmpty_ = isEmpty_ && token.kind == TokenKind::EndOfText;
+    switch (token.kind) {
+        case TokenKind::EndOfText:
+            if (report_.hasFailed()) {
+                return {};
+            }
+            if (isEmpty_) {
+                return refuse(token, "there is no description");
+            }
+            if (level_ == Level::File) {
+                return {Part::Kind::EndOfDescription, token.begin, token.begin, {}, {}};
+            }
+            return refuse(token, std::string("the description ends inside the ") +
+                                     (level_ == Level::Module ? "MODULE" : "PROJECT") +
+                                     " that begins in " + report_.textOf(levelBegin_));
+        case TokenKind::Begin:
+            return beginOpened(token);
+        case TokenKind::End:
+            return endLevel(token);
+        default:
+            return beginOrdinary(token);
+    }
+}
+
+Part DescriptionScanner::beginOrdinary(const Token& token) {
+    // To the reader a stray # is the keyword with its number.
+    const std::string word = textOf(token) == "#" ? "ASAP2_VERSION" : textOf(token);
+    if (level_ == Level::File && (word == "ASAP2_VERSION" || word == "A2ML_VERSION")) {
+        return beginVersion(token);
+    }
+    return {Part::Kind::Stray, token.begin, token.end, word, {}};
+}
+
+Part DescriptionScanner::beginVersion(const Token& keyword) {
+    const Token major = tokenAt(keyword.end);
+    const Token minor = tokenAt(major.end);
+    if (report_.hasFailed()) {
+        return {};
+    }
+    return {Part::Kind::Version,
+            keyword.begin,
+            minor.end,
+            textOf(keyword) == "A2ML_VERSION" ? "A2ML_VERSION" : "ASAP2_VERSION",
+            {}};
+}
+
+Part DescriptionScanner::beginOpened(const Token& begin) {
+    const Token token = tokenAt(begin.end);
+    if (token.kind != TokenKind::Word) {
+        return report_.hasFailed() ? Part{} : refuse(token, "a keyword is missing behind /begin");
+    }
+    const std::string keyword = textOf(token);
+    if (level_ == Level::File && keyword == "PROJECT") {
+        return namedPart(Part::Kind::ProjectBegin, begin, token.end, Level::Project);
+    }
+    if (level_ == Level::Project && keyword == "MODULE") {
+        return namedPart(Part::Kind::ModuleBegin, begin, token.end, Level::Module);
+    }
+    return {Part::Kind::Block, begin.begin, token.end, keyword, {}};
+}
+
+Part DescriptionScanner::namedPart(Part::Kind kind, const Token& begin, std::size_t from,
+                                   Level level) {
+    const Token name = tokenAt(from);
+    const Token text = tokenAt(name.end);
+    for (const Token& token : {name, text}) {
+        if (token.kind != TokenKind::Word && token.kind != TokenKind::Text) {
+            return report_.hasFailed() ? Part{} : refuse(token, "a name or its text is missing");
+        }
+    }
+    level_ = level;
+    levelBegin_ = source_.placeOf(begin.begin);
+    return {kind, begin.begin, text.end, {}, textOf(name)};
+}
+
+Part DescriptionScanner::endLevel(const Token& end) {
+    Token token = tokenAt(end.end);
+    partWords(token);
+    const std::string keyword = textOf(token);
+    if (level_ == Level::Module && keyword == "MODULE") {
+        level_ = Level::Project;
+        return {Part::Kind::ModuleEnd, end.begin, token.end, keyword, {}};
+    }
+    if (level_ == Level::Project && keyword == "PROJECT") {
+        level_ = Level::File;
+        return {Part::Kind::ProjectEnd, end.begin, token.end, keyword, {}};
+    }
+    if (report_.hasFailed()) {
+        return {};
+    }
+    return refuse(end, "/end " + keyword + " where nothing of that kind is open");
+}
+
+/// Goes to the next token that may open or close something, and false if there is none in the
+/// window. Everything else is read over without being taken apart.
+bool DescriptionScanner::skipToMark(std::size_t& position) const {
+    const std::string_view text = source_.view();
+    const std::size_t found = findMark(text, position);
+    const std::size_t end = found == std::string_view::npos ? text.size() : found;
+    std::size_t start = end;
+    if (end == text.size() || text[end] == '/') {
+        while (start > position && isNameByte(text[start - 1])) {
+            --start;
+        }
+    }
+    position = start;
+    return found != std::string_view::npos;
+}
+
+/// Reads up to the end of the block whose keyword was read last.
+void DescriptionScanner::readBlock(Part& part, bool keeps) {
+    const Place begin = source_.placeOf(part.begin);
+    std::size_t position = part.end;
+    std::size_t depth = 1;
+    if (part.keyword == "IF_DATA") {
+        skipUnknownInterface(position);
+    }
+    while (depth > 0) {
+        if (!keeps && position > kDiscardSize) {
+            source_.discard(position);
+            position = 0;
+        }
+        if (skipToMark(position)) {
+            if (!readBlockItem(position, depth, part)) {
+                part.kind = Part::Kind::Refused;
+                return;
+            }
+        } else if (!source_.more()) {
+            report_.error(source_.placeOf(source_.view().size()),
+                          "the description ends inside the " + part.keyword + " that begins in " +
+                              report_.textOf(begin));
+            part.kind = Part::Kind::Refused;
+            return;
+        }
+    }
+    part.begin = keeps ? part.begin : position;
+    part.end = position;
+}
+
+/// Reads a token of a block, of a `/end` also the keyword behind it. False after an error.
+bool DescriptionScanner::readBlockItem(std::size_t& position, std::size_t& depth, Part& part) {
+    // The interface language has no blocks and includes of its own files, which nobody misses.
+    const bool isA2ml = part.keyword == "A2ML";
+    const Token token = isA2ml ? rawTokenAt(position) : tokenAt(position);
+    position = token.end;
+    if (token.kind == TokenKind::Begin && !isA2ml) {
+        ++depth;
+        skipInterface(position, part);
+    } else if (token.kind == TokenKind::End) {
+        Token closing = tokenAt(token.end);
+        partWords(closing);
+        position = closing.end;
+        --depth;
+        if (depth == 0 && textOf(closing) != part.keyword && !report_.hasFailed()) {
+            refuse(token,
+                   "/end " + textOf(closing) + " where /end " + part.keyword + " should stand");
+        }
+    }
+    return !report_.hasFailed();
+}
+
+/// Goes to the end of an interface block that begins behind a position, if there is one.
+void DescriptionScanner::skipInterface(std::size_t& position, const Part& part) {
+    const PartRule* rule = findModuleBlock(part.keyword);
+    const Token keyword = tokenAt(position);
+    if (rule != nullptr && rule->inner != nullptr && textOf(keyword) == "IF_DATA") {
+        position = keyword.end;
+        skipUnknownInterface(position);
+    }
+}
+
+/// The block of an interface that the reader does not know ends with the first `/end IF_DATA`,
+/// whatever is open in it. Stays in front of that.
+void DescriptionScanner::skipUnknownInterface(std::size_t& position) {
+    Token token = tokenAt(position);
+    if (token.kind == TokenKind::Word && findInterface(textOf(token)) != nullptr) {
+        return;
+    }
+    while (token.kind != TokenKind::EndOfText) {
+        if (token.kind == TokenKind::End && textOf(tokenAt(token.end)).substr(0, 7) == "IF_DATA") {
+            return;
+        }
+        position = token.end;
+        token = tokenAt(position);
+    }
+}
+
+/// The token behind a position, whatever it is.
+Token DescriptionScanner::rawTokenAt(std::size_t position) {
+    for (;;) {
+        const Token token = TokenReader(source_.view(), position).next();
+        if ((token.end == source_.view().size() && source_.more()) ||
+            (token.isOpen() && closeOpen(token))) {
+            continue;
+        }
+        return token;
+    }
+}
+
+}  // namespace quillmark::preparing

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "prepare/source_text.h"
+#include "prepare/token_reader.h"
+
+namespace quillmark::preparing {
+
+/// A part of a description: what a file, a project and a module are made of.
+struct Part {
+    enum class Kind : std::uint8_t {
+        Version,       ///< ASAP2_VERSION or A2ML_VERSION with its two numbers
+        ProjectBegin,  ///< up to the project's text
+        ModuleBegin,   ///< up to the module's text
+        Block,         ///< from `/begin` to the keyword behind `/end`
+        ProjectEnd,
+        ModuleEnd,
+        Stray,  ///< a token that may not stand there
+        EndOfDescription,
+        Refused,  ///< an error was told
+    };
+
+    Kind kind = Kind::Refused;
+    /// Its bytes in the window, which begins where the last part ended: before them are blanks and
+    /// comments. Both are 0 for a block that was not to be kept.
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::string keyword;  ///< of a block or a version
+    std::string name;     ///< of a project or a module
+};
+
+/// Takes a description apart into what its files, projects and modules are made of. Includes are
+/// put in on the way, and words that run together are parted.
+class DescriptionScanner {
+  public:
+    struct Options {
+        bool skipsMissing = false;  ///< files that are missing are losses, not errors
+        bool tells = false;         ///< what is done on the way; else only errors are told
+    };
+
+    DescriptionScanner(SourceText& source, Report& report, Options options)
+        : source_(source), report_(report), options_(options) {}
+
+    /// The next part. `keeps(keyword)` tells whether the bytes of a block are wanted; the others
+    /// are read over more quickly.
+    template <typename Keeps>
+    Part next(Keeps keeps) {
+        Part part = beginPart();
+        if (part.kind == Part::Kind::Block) {
+            readBlock(part, keeps(std::string_view(part.keyword)));
+        }
+        return part;
+    }
+
+    /// Gives the last part and what stood before it away.
+    void discard(std::size_t count) { source_.discard(count); }
+
+  private:
+    enum class Level : std::uint8_t { File, Project, Module };
+
+    Part beginPart();
+    Part beginOrdinary(const Token& token);
+    Part beginOpened(const Token& begin);
+    Part beginVersion(const Token& keyword);
+    Part endLevel(const Token& end);
+    Part namedPart(Part::Kind kind, const Token& begin, std::size_t from, Level level);
+    Part refuse(const Token& token, std::string_view text);
+
+    void readBlock(Part& part, bool keeps);
+    bool skipToMark(std::size_t& position) const;
+    void skipInterface(std::size_t& position, const Part& part);
+    void skipUnknownInterface(std::size_t& position);
+    bool readBlockItem(std::size_t& position, std::size_t& depth, Part& part);
+
+    Token tokenAt(std::size_t position);
+    Token rawTokenAt(std::size_t position);
+    bool closeOpen(const Token& token);
+    bool include(const Token& token);
+    void partWords(Token& token);
+    [[nodiscard]] std::string textOf(const Token& token) const;
+
+    SourceText& source_;
+    Report& report_;
+    Options options_;
+    Level level_ = Level::File;
+    Place levelBegin_;
+    bool isEmpty_ = true;
+};
+
+}  // namespace quillmark::preparing

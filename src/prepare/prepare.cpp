@@ -1,0 +1,288 @@
+#include "prepare/prepare.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+#include "platform/file_stream.h"
+#include "platform/output_sink.h"
+#include "platform/temporary_file.h"
+#include "quillmark/prepare.h"
+
+namespace quillmark {
+
+namespace {
+
+using preparing::FileOutput;
+using preparing::LineMap;
+using preparing::NoOutput;
+using preparing::Report;
+using preparing::RewriteOptions;
+using preparing::SourceFiles;
+using preparing::SourceText;
+using preparing::Survey;
+
+constexpr std::string_view kStandardInput = "-";
+
+/// Reads a file that somebody else closes, from its beginning.
+class SharedInput final : public InputFile {
+  public:
+    explicit SharedInput(std::FILE* file) : file_(file) { std::rewind(file); }
+
+    std::size_t read(char* buffer, std::size_t size) override {
+        return std::fread(buffer, 1, size, file_);
+    }
+
+    [[nodiscard]] bool failed() const override { return std::ferror(file_) != 0; }
+
+  private:
+    std::FILE* file_;
+};
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// An input that can be read only once, kept where it can be read again. nullptr if that cannot be
+/// done.
+std::unique_ptr<std::FILE, FileCloser> spool(InputFile& input) {
+    std::unique_ptr<std::FILE, FileCloser> file(openTemporaryFile());
+    std::array<char, 65536> block;
+    while (file != nullptr) {
+        const std::size_t count = input.read(block.data(), block.size());
+        if (count == 0) {
+            break;
+        }
+        if (std::fwrite(block.data(), 1, count, file.get()) != count) {
+            return nullptr;
+        }
+    }
+    if (file == nullptr || input.failed() || std::fflush(file.get()) != 0) {
+        return nullptr;
+    }
+    return file;
+}
+
+/// The standard input, which stays open.
+class StandardInput final : public InputFile {
+  public:
+    std::size_t read(char* buffer, std::size_t size) override {
+        return std::fread(buffer, 1, size, stdin);
+    }
+
+    [[nodiscard]] bool failed() const override { return std::ferror(stdin) != 0; }
+};
+
+}  // namespace
+
+struct PrepareOptions::Values {
+    std::string output;
+    std::string map;
+    std::vector<std::string> includeDirectories;
+    RewriteOptions rewrite;
+};
+
+PrepareOptions::PrepareOptions() : values_(std::make_unique<Values>()) {}
+PrepareOptions::PrepareOptions(const PrepareOptions& other)
+    : values_(std::make_unique<Values>(*other.values_)) {}
+PrepareOptions::PrepareOptions(PrepareOptions&& other) noexcept = default;
+PrepareOptions& PrepareOptions::operator=(const PrepareOptions& other) {
+    *values_ = *other.values_;
+    return *this;
+}
+PrepareOptions& PrepareOptions::operator=(PrepareOptions&& other) noexcept = default;
+PrepareOptions::~PrepareOptions() = default;
+
+PrepareOptions& PrepareOptions::setOutput(std::string name) {
+    values_->output = std::move(name);
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setIncludeDirectories(std::vector<std::string> names) {
+    values_->includeDirectories = std::move(names);
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setMap(std::string name) {
+    values_->map = std::move(name);
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setLatin1(bool latin1) {
+    values_->rewrite.latin1 = latin1;
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setSeparator(std::string separator) {
+    values_->rewrite.expansion.separator = std::move(separator);
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setBlobArrays(bool asArrays) {
+    values_->rewrite.expansion.blobArrays = asArrays;
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setSkipMissing(bool skip) {
+    values_->rewrite.expansion.skipsMissing = skip;
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setLimit(std::uint64_t limit) {
+    values_->rewrite.expansion.limit = limit;
+    return *this;
+}
+
+PrepareOptions& PrepareOptions::setEpk(std::string text, std::string address, std::string module) {
+    // Between quotes both of these mean something else.
+    std::string quoted;
+    for (const char byte : text) {
+        quoted += byte == '"' || byte == '\\' ? "\\" : "";
+        quoted += byte;
+    }
+    values_->rewrite.epk = std::move(quoted);
+    values_->rewrite.epkAddress = std::move(address);
+    values_->rewrite.module = std::move(module);
+    return *this;
+}
+
+namespace preparing {
+
+namespace {
+
+/// Makes sure that it is clear which module gets the EPK.
+void checkModules(const Survey& survey, const SourceFiles& files, const RewriteOptions& options,
+                  Report& report) {
+    if (options.epk.empty() && options.epkAddress.empty()) {
+        return;
+    }
+    const auto count = std::count_if(
+        survey.modules.begin(), survey.modules.end(), [&](const ModuleSurvey& module) {
+            return options.module.empty() || module.name == options.module;
+        });
+    if (count == 0) {
+        report.error(files.mainName, options.module.empty() ? "has no module for the EPK"
+                                                            : "has no module " + options.module);
+    } else if (count > 1 && options.module.empty()) {
+        report.error(survey.modules[1].place,
+                     "there are several modules: say which one the EPK is for");
+    }
+}
+
+/// A description of which nothing had to be changed stays as it is, with the bytes that mean
+/// nothing to the reader.
+void keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Report& report,
+                          Output& output) {
+    if (!source.hasDroppedBytes() || report.hasFailed()) {
+        return;
+    }
+    if (report.hasChanges() || report.hasLosses()) {
+        report.change({0, 1}, "took out the bytes FF, which mean nothing");
+        return;
+    }
+    const std::unique_ptr<InputFile> input = files.openMain();
+    std::array<char, 65536> block;
+    output.restart();
+    while (input != nullptr) {
+        const std::size_t count = input->read(block.data(), block.size());
+        if (count == 0) {
+            break;
+        }
+        output.write({block.data(), count});
+    }
+    if (input == nullptr || input->failed()) {
+        report.error(files.mainName, "cannot be read to its end");
+    }
+}
+
+}  // namespace
+
+bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report& report,
+                 Output& output, LineMap* map) {
+    SourceText source(files, report);
+    if (!source.open()) {
+        return false;
+    }
+    Survey survey = surveyDescription(source, report, options.expansion.skipsMissing);
+    for (ModuleSurvey& module : survey.modules) {
+        if (!report.hasFailed()) {
+            bindTypes(module, options.expansion, report);
+        }
+        if (!report.hasFailed()) {
+            nameSignals(module, options.expansion, report);
+        }
+    }
+    if (!report.hasFailed()) {
+        checkModules(survey, files, options, report);
+    }
+    if (!report.hasFailed() && source.open()) {
+        Rewriter(source, report, survey, options, output, map).run();
+        keepMeaninglessBytes(source, files, report, output);
+    }
+    return !report.hasFailed();
+}
+
+}  // namespace preparing
+
+namespace {
+
+/// Writes the map in full or not at all.
+bool writeMap(const std::string& name, const LineMap& map, const Report& report) {
+    FileOutput file(name);
+    if (!file.isOpen()) {
+        return false;
+    }
+    file.write(map.text(report));
+    return file.finish();
+}
+
+PrepareResult prepareTo(const SourceFiles& files, const PrepareOptions::Values& values,
+                        Report& report, preparing::Output& output) {
+    std::optional<LineMap> map;
+    if (!values.map.empty()) {
+        map.emplace();
+    }
+    if (!prepareText(files, values.rewrite, report, output, map ? &*map : nullptr)) {
+        return PrepareResult::Failed;
+    }
+    if (map && !writeMap(values.map, *map, report)) {
+        report.error(values.map, "cannot be written");
+    } else if (!output.finish()) {
+        report.error(values.output, "cannot be written");
+    }
+    return report.hasFailed()   ? PrepareResult::Failed
+           : report.hasLosses() ? PrepareResult::WithLoss
+                                : PrepareResult::Ready;
+}
+
+}  // namespace
+
+PrepareResult prepare(const std::string& input, const PrepareOptions& options,
+                      const PrepareFindingHandler& tell) {
+    const PrepareOptions::Values& values = options.values();
+    Report report(tell);
+    SourceFiles files{input, [&input] { return StandardInputFile::openBinary(input); },
+                      values.includeDirectories};
+    std::unique_ptr<std::FILE, FileCloser> spooled;
+    if (input == kStandardInput) {
+        StandardInput standard;
+        spooled = spool(standard);
+        files.openMain = [&spooled]() -> std::unique_ptr<InputFile> {
+            return spooled == nullptr ? nullptr : std::make_unique<SharedInput>(spooled.get());
+        };
+    }
+    if (values.output.empty()) {
+        NoOutput output;
+        return prepareTo(files, values, report, output);
+    }
+    FileOutput output(values.output);
+    if (!output.isOpen()) {
+        report.error(values.output, "cannot be written");
+        return PrepareResult::Failed;
+    }
+    return prepareTo(files, values, report, output);
+}
+
+}  // namespace quillmark

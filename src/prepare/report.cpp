@@ -1,0 +1,49 @@
+#include "prepare/report.h"
+
+#include <algorithm>
+
+namespace quillmark::preparing {
+
+std::uint32_t Report::fileNumber(const std::string& name) {
+    const auto known = std::find(files_.begin(), files_.end(), name);
+    const auto number = static_cast<std::uint32_t>(known - files_.begin());
+    if (known == files_.end()) {
+        files_.push_back(name);
+    }
+    return number;
+}
+
+std::string Report::textOf(Place place) const {
+    return fileName(place.file) + ":" + std::to_string(place.line);
+}
+
+void Report::change(Place place, std::string_view text) {
+    tell(PrepareFinding::Kind::Change, fileName(place.file), place.line, text);
+}
+
+void Report::loss(Place place, std::string_view text) {
+    tell(PrepareFinding::Kind::Loss, fileName(place.file), place.line, text);
+}
+
+void Report::error(Place place, std::string_view text) {
+    tell(PrepareFinding::Kind::Error, fileName(place.file), place.line, text);
+}
+
+void Report::error(std::string_view file, std::string_view text) {
+    tell(PrepareFinding::Kind::Error, file, 0, text);
+}
+
+void Report::tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_t line,
+                  std::string_view text) {
+    if (hasFailed_) {
+        return;
+    }
+    hasFailed_ = kind == PrepareFinding::Kind::Error;
+    hasLosses_ |= kind == PrepareFinding::Kind::Loss;
+    hasChanges_ |= kind == PrepareFinding::Kind::Change;
+    if (tell_) {
+        tell_({kind, file, line, text});
+    }
+}
+
+}  // namespace quillmark::preparing

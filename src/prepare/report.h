@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "quillmark/prepare.h"
+
+namespace quillmark::preparing {
+
+/// A line of one of the files that are read. `file` is its number in the report, from 0.
+struct Place {
+    std::uint32_t file = 0;
+    std::uint32_t line = 0;
+
+    friend bool operator==(const Place&, const Place&) = default;
+};
+
+/// Takes what is found, and knows what it comes to. Nothing is told after an error, which ends the
+/// work.
+class Report {
+  public:
+    explicit Report(PrepareFindingHandler tell) : tell_(std::move(tell)) {}
+
+    /// The number of a file of this name.
+    std::uint32_t fileNumber(const std::string& name);
+    [[nodiscard]] const std::string& fileName(std::uint32_t number) const { return files_[number]; }
+
+    /// The same as text, as in messages.
+    [[nodiscard]] std::string textOf(Place place) const;
+
+    void change(Place place, std::string_view text);
+    void loss(Place place, std::string_view text);
+    void error(Place place, std::string_view text);
+
+    /// An error about no line of a file.
+    void error(std::string_view file, std::string_view text);
+
+    [[nodiscard]] bool hasFailed() const { return hasFailed_; }
+    [[nodiscard]] bool hasLosses() const { return hasLosses_; }
+    [[nodiscard]] bool hasChanges() const { return hasChanges_; }
+
+  private:
+    void tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_t line,
+              std::string_view text);
+
+    PrepareFindingHandler tell_;
+    std::vector<std::string> files_;
+    bool hasFailed_ = false;
+    bool hasLosses_ = false;
+    bool hasChanges_ = false;
+};
+
+}  // namespace quillmark::preparing

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "prepare/description_scanner.h"
+#include "prepare/expansion.h"
+#include "prepare/line_map.h"
+#include "prepare/output.h"
+
+namespace quillmark::preparing {
+
+/// What is to be done besides what has to be.
+struct RewriteOptions {
+    ExpansionOptions expansion;
+    bool latin1 = false;
+    std::string epk;         ///< as it stands between quotes; empty for none
+    std::string epkAddress;  ///< empty for none
+    std::string module;      ///< the one that gets them; empty for the only one
+};
+
+/// Copies a description and changes what has to be changed.
+class Rewriter {
+  public:
+    /// `map` may be nullptr.
+    Rewriter(SourceText& source, Report& report, const Survey& survey,
+             const RewriteOptions& options, Output& output, LineMap* map);
+
+    /// Copies all of it. Errors are in the report.
+    void run();
+
+  private:
+    void beginText();
+    bool rewritePart(const Part& part);
+    void rewriteVersion(const Part& part);
+    void beginModule(const Part& part);
+    void takeOutStray(const Part& part);
+    void rewriteBlock(const Part& part);
+    void mendVersionBlock(const Part& part);
+    void walkBlock(const Part& part, const PartRule& rule);
+    void tellOddities(const Part& part);
+    void writeEdited(const Part& part);
+
+    void rewriteMeasurement(const Part& part);
+    void rewriteCharacteristic(const Part& part);
+    void rewriteFunction(const Part& part);
+    void rewriteNames(const Part& part);
+    void addEpk(const Part& part);
+    std::optional<std::string> epkText(bool hasEpk, bool hasAddress) const;
+    bool takeOutLaterWord(const Part& part, const FoundPart& found);
+    bool mendSizes(const Part& part);
+    void writeElements(const Part& part, const Array& array);
+    std::string elementText(const std::vector<std::int64_t>& indices, std::int64_t offset);
+    void checkName(const Part& part, std::string_view name);
+
+    void expandInstance(const Part& part);
+    void rewriteBlob(const Part& part);
+
+    void takeOut(const Part& part);
+    void fetchRestOfLine(std::size_t position);
+    [[nodiscard]] std::string indentation(const Part& part) const;
+    [[nodiscard]] Place placeIn(const Part& part, std::size_t position);
+    [[nodiscard]] const ModuleSurvey& module() const { return survey_.modules[module_ - 1]; }
+    [[nodiscard]] bool isInModule() const { return module_ > 0; }
+
+    void copy(std::size_t from, std::size_t to);
+    void make(std::string_view bytes, Place place);
+    void put(std::string_view bytes, Place place);
+
+    friend class InstanceWriter;
+
+    SourceText& source_;
+    Report& report_;
+    const Survey& survey_;
+    const RewriteOptions& options_;
+    Output& output_;
+    LineMap* map_;
+    DescriptionScanner scanner_;
+    BlockWalk walk_;
+    /// The number of the module that is being copied, from 1.
+    std::size_t module_ = 0;
+    std::size_t nextInstance_ = 0;
+    bool hasProject_ = false;
+    bool hasPutEpk_ = false;
+
+    std::uint64_t written_ = 0;
+    std::string converted_;
+    /// Where the minor number of ASAP2_VERSION went, and what has to stand there in the end.
+    std::uint64_t versionPosition_ = 0;
+    std::string version_;
+    Place versionPlace_;
+    bool hasLaterParts_ = false;
+};
+
+}  // namespace quillmark::preparing

@@ -1,0 +1,69 @@
+#include "prepare/text_edits.h"
+
+#include <algorithm>
+
+namespace quillmark::preparing {
+
+namespace {
+
+bool isSpace(char byte) {
+    return byte == ' ' || byte == '\t';
+}
+
+bool isLineEnd(char byte) {
+    return byte == '\n' || byte == '\r';
+}
+
+}  // namespace
+
+void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to) {
+    std::size_t begin = from;
+    while (begin > 0 && isSpace(text[begin - 1])) {
+        --begin;
+    }
+    std::size_t end = to;
+    while (end < text.size() && isSpace(text[end])) {
+        ++end;
+    }
+    const bool beginsLine = begin > 0 && isLineEnd(text[begin - 1]);
+    const bool endsLine = end < text.size() && isLineEnd(text[end]);
+    if (beginsLine && endsLine) {
+        // The line feed before goes, the one behind stays.
+        --begin;
+        if (begin > 0 && text[begin] == '\n' && text[begin - 1] == '\r') {
+            --begin;
+        }
+        replace(begin, end, {});
+    } else if (beginsLine || begin == 0) {
+        replace(from, end, {});
+    } else {
+        replace(begin, to, begin == from && end == to ? " " : "");
+    }
+}
+
+const std::vector<TextEdit>& TextEdits::sorted() {
+    std::stable_sort(edits_.begin(), edits_.end(), [](const TextEdit& a, const TextEdit& b) {
+        return a.from != b.from ? a.from < b.from : a.to > b.to;
+    });
+    std::size_t reached = 0;
+    std::erase_if(edits_, [&reached](const TextEdit& edit) {
+        const bool overlaps = edit.from < reached;
+        reached = std::max(reached, edit.to);
+        return overlaps;
+    });
+    return edits_;
+}
+
+std::string TextEdits::apply(std::string_view text) {
+    std::string changed;
+    std::size_t copied = 0;
+    for (const TextEdit& edit : sorted()) {
+        changed += text.substr(copied, edit.from - copied);
+        changed += edit.text;
+        copied = edit.to;
+    }
+    changed += text.substr(copied);
+    return changed;
+}
+
+}  // namespace quillmark::preparing

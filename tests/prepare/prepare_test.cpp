@@ -1,0 +1,121 @@
+// Files: what is replaced when, and what stays.
+
+#include "quillmark/prepare.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include "preparing.h"
+#include "support/temp_dir.h"
+
+namespace quillmark {
+namespace {
+
+using preparing::moduleOf;
+
+std::string gzip(const std::string& text) {
+    constexpr int kGzipWindow = 15 + 16;
+    z_stream stream{};
+    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, kGzipWindow, 8, Z_DEFAULT_STRATEGY);
+    std::string packed(text.size() + 1000, '\0');
+    std::string input = text;
+    stream.next_in = reinterpret_cast<Bytef*>(input.data());
+    stream.avail_in = static_cast<uInt>(input.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(packed.size() - stream.avail_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+class PrepareFiles : public testing::Test {
+  protected:
+    PrepareResult run(const std::string& text, const PrepareOptions& options) {
+        writeFile(directory_.file("in.a2l"), text);
+        return prepare(directory_.file("in.a2l"), options, [this](const PrepareFinding& finding) {
+            findings_ += std::string(finding.text) + "\n";
+        });
+    }
+
+    /// How many files there are besides the description.
+    [[nodiscard]] std::ptrdiff_t otherFiles() const {
+        const std::filesystem::directory_iterator files(directory_.path());
+        return std::distance(begin(files), end(files)) - 1;
+    }
+
+    TempDir directory_;
+    std::string findings_;
+};
+
+TEST_F(PrepareFiles, AreReplacedWhenAllIsThere) {
+    const std::string out = directory_.file("out.a2l");
+    writeFile(out, "old");
+    EXPECT_EQ(run(moduleOf(""), PrepareOptions().setOutput(out)), PrepareResult::Ready);
+    EXPECT_EQ(readFile(out), moduleOf(""));
+    EXPECT_EQ(otherFiles(), 1);
+}
+
+TEST_F(PrepareFiles, StayAfterAnError) {
+    const std::string out = directory_.file("out.a2l");
+    writeFile(out, "old");
+    EXPECT_EQ(run("/begin PROJECT P \"\"", PrepareOptions().setOutput(out)), PrepareResult::Failed);
+    EXPECT_EQ(readFile(out), "old");
+    EXPECT_EQ(otherFiles(), 1);
+}
+
+TEST_F(PrepareFiles, CanBeReplacedByThemselves) {
+    const std::string in = directory_.file("in.a2l");
+    EXPECT_EQ(run(moduleOf("\njunk"), PrepareOptions().setOutput(in)), PrepareResult::WithLoss);
+    EXPECT_EQ(readFile(in), moduleOf(""));
+}
+
+TEST_F(PrepareFiles, AreNotMadeWithoutAName) {
+    EXPECT_EQ(run(moduleOf("junk"), PrepareOptions()), PrepareResult::WithLoss);
+    EXPECT_EQ(otherFiles(), 0);
+}
+
+TEST_F(PrepareFiles, MayBePacked) {
+    const std::string out = directory_.file("out.a2l");
+    EXPECT_EQ(run(gzip(moduleOf("")), PrepareOptions().setOutput(out)), PrepareResult::Ready);
+    EXPECT_EQ(readFile(out), moduleOf(""));
+    EXPECT_EQ(findings_, "unpacked (gzip)\n");
+    EXPECT_EQ(run(gzip(moduleOf("")) + gzip(moduleOf("")), PrepareOptions().setOutput(out)),
+              PrepareResult::Ready);
+    EXPECT_EQ(readFile(out), moduleOf("") + moduleOf(""));
+    const std::string whole = gzip(moduleOf(""));
+    EXPECT_EQ(run(whole.substr(0, whole.size() - 9), PrepareOptions().setOutput(out)),
+              PrepareResult::Failed);
+}
+
+TEST_F(PrepareFiles, ThatCannotBeReadOrWrittenAreErrors) {
+    EXPECT_EQ(prepare(directory_.file("none"), PrepareOptions(), {}), PrepareResult::Failed);
+    EXPECT_EQ(run(moduleOf(""), PrepareOptions().setOutput(directory_.file("no/out.a2l"))),
+              PrepareResult::Failed);
+}
+
+TEST_F(PrepareFiles, CanBeTraced) {
+    const std::string out = directory_.file("out.a2l");
+    const std::string map = directory_.file("map");
+    writeFile(directory_.file("unit.inc"), "/begin UNIT u \"\" \"m\" DERIVED /end UNIT\n");
+    EXPECT_EQ(run(moduleOf("/include \"unit.inc\""), PrepareOptions().setOutput(out).setMap(map)),
+              PrepareResult::Ready);
+    const std::string in = directory_.file("in.a2l");
+    EXPECT_EQ(readFile(map), "1\t3\t" + in + "\t1\n4\t1\t" + directory_.file("unit.inc") +
+                                 "\t1\n5\t3\t" + in + "\t4\n");
+}
+
+TEST_F(PrepareFiles, OfOptionsCanBeCopied) {
+    PrepareOptions options;
+    options.setSeparator("_");
+    const PrepareOptions copy = options;
+    options = copy;
+    EXPECT_EQ(run(moduleOf(""), copy), PrepareResult::Ready);
+}
+
+}  // namespace
+}  // namespace quillmark
