@@ -1,10 +1,15 @@
 #include "a2ltool/command_table.h"
 
+#include "a2ltool/prepare_command.h"
+
 namespace quillmark::a2ltool {
 
 // A new command is a file of its own and a row here.
 std::span<const CommandRow> commandTable() {
-    return {};
+    static constexpr CommandRow kCommands[] = {
+        {"prepare", "make a description that can be converted", &declarePrepare},
+    };
+    return kCommands;
 }
 
 }  // namespace quillmark::a2ltool

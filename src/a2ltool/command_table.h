@@ -1,18 +1,10 @@
 #pragma once
 
-#include <functional>
 #include <span>
 
-#include "a2ltool/tool_status.h"
-
-namespace CLI {
-class App;
-}
+#include "a2ltool/command_run.h"
 
 namespace quillmark::a2ltool {
-
-/// The work of a command, to be called once its options have been read.
-using CommandRun = std::function<ToolStatus()>;
 
 /// A command: its word on the command line, what the help says about it, and how its options are
 /// declared. `declare` is given the command's own part of the command line; what it returns owns
