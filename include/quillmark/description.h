@@ -38,8 +38,8 @@ class QUILLMARK_API ReadOptions {
 
     /// 0, the default: as the program reads, up to the first error. Otherwise reading goes on
     /// behind the block of the module in which an error stood, where that is possible, and ends
-    /// with this many findings.
-    ReadOptions& setFindingLimit(std::size_t limit);
+    /// with this many errors.
+    ReadOptions& setErrorLimit(std::size_t limit);
 
     /// Is told each finding while the description is read. With a handler, the description keeps
     /// none.

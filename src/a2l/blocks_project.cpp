@@ -3,6 +3,7 @@
 
 #include "a2l/core_blocks.h"
 #include "a2l/reader/enumeration_parameter.h"
+#include "a2l/recovery.h"
 #include "model/setting_names.h"
 
 namespace quillmark {
@@ -146,6 +147,21 @@ int parseModCommon(CoreReader& reader, PhGroup& module) {
     return readParts(reader, kRules, module, MOD_COMMON, reader.next());
 }
 
+/// A block of the module. The reader knows which one it is, so that it can look for its end if the
+/// parse fails there.
+int parseModuleBlock(CoreReader& reader, PhGroup& module, const GroupRule& rule) {
+    reader.setModuleBlock(rule.keyword());
+    const int kind = rule.value<GroupRule::Parse>()(reader, module);
+    if (kind != TOK_ERROR) {
+        reader.setModuleBlock(TOK_EOF);
+    }
+    return kind;
+}
+
+constexpr GroupRule moduleBlock(int keyword, GroupRule::Parse parse) {
+    return {Form::Block, keyword, parseModuleBlock, parse};
+}
+
 int parseModule(CoreReader& reader, PhGroup& project) {
     auto module = makePh<PhGroup>(PhDocumentKind::Module, &project);
     module->setName(reader.readIdentifier());
@@ -158,27 +174,34 @@ int parseModule(CoreReader& reader, PhGroup& project) {
     const CoreReader::ModuleScope scope(reader, *module);
 
     static constexpr GroupRule kRules[] = {
-        block(MEASUREMENT, parseMeasurement),
-        block(CHARACTERISTIC, parseCharacteristic),
-        block(COMPU_METHOD, parseCompuMethod),
-        block(COMPU_TAB, parseCompuTab),
-        block(COMPU_VTAB, parseCompuVtab),
-        block(COMPU_VTAB_RANGE, parseCompuVtabRange),
+        moduleBlock(MEASUREMENT, parseMeasurement),
+        moduleBlock(CHARACTERISTIC, parseCharacteristic),
+        moduleBlock(COMPU_METHOD, parseCompuMethod),
+        moduleBlock(COMPU_TAB, parseCompuTab),
+        moduleBlock(COMPU_VTAB, parseCompuVtab),
+        moduleBlock(COMPU_VTAB_RANGE, parseCompuVtabRange),
         skippedBlock(AXIS_PTS),
-        block(RECORD_LAYOUT, parseRecordLayout),
-        block(GROUP, parseGroup),
-        block(FUNCTION, parseFunction),
-        block(FRAME, parseFrame),
-        block(UNIT, parseUnit),
-        block(IF_DATA, parseIfData<PhGroup>),
-        block(MOD_PAR, parseModPar),
-        block(MOD_COMMON, parseModCommon),
-        block(A2ML, parseA2ml),
-        block(USER_RIGHTS, parseUserRights),
+        moduleBlock(RECORD_LAYOUT, parseRecordLayout),
+        moduleBlock(GROUP, parseGroup),
+        moduleBlock(FUNCTION, parseFunction),
+        moduleBlock(FRAME, parseFrame),
+        moduleBlock(UNIT, parseUnit),
+        moduleBlock(IF_DATA, parseIfData<PhGroup>),
+        moduleBlock(MOD_PAR, parseModPar),
+        moduleBlock(MOD_COMMON, parseModCommon),
+        moduleBlock(A2ML, parseA2ml),
+        moduleBlock(USER_RIGHTS, parseUserRights),
         skippedBlock(VARIANT_CODING),
         bare(INCLUDE, parseInclude),
     };
-    return readParts(reader, kRules, *module, MODULE, reader.next());
+    for (int kind = reader.next(); kind != TOK_ERROR; kind = resumeInModule(reader, kRules)) {
+        kind =
+            readOptionals<CoreReader, PhGroup>(reader, kRules, *module, kind, OtherBlocks::Wrong);
+        if (kind == END) {
+            return reader.closeBlock(MODULE);
+        }
+    }
+    return TOK_ERROR;
 }
 
 }  // namespace

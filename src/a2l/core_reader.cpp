@@ -6,6 +6,7 @@ void CoreReader::startOver() {
     BlockReader::startOver();
     errorCount_ = 0;
     moduleByteOrder_ = PhByteOrder::Undefined;
+    moduleBlock_ = TOK_EOF;
 }
 
 PhHandle<PhUnit> CoreReader::inlineUnit(std::string_view text) {

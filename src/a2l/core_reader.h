@@ -61,6 +61,11 @@ class CoreReader : public BlockReader {
         CoreReader& reader_;
     };
 
+    /// The block of the module that is being read, or in which the parse has failed: its keyword,
+    /// or TOK_EOF between the blocks.
+    int moduleBlock() const { return moduleBlock_; }
+    void setModuleBlock(int keyword) { moduleBlock_ = keyword; }
+
     /// The unit of that display text. Thousands of conversion methods share some dozens of them.
     PhHandle<PhUnit> inlineUnit(std::string_view text);
 
@@ -75,6 +80,7 @@ class CoreReader : public BlockReader {
   private:
     std::int32_t errorCount_ = 0;
     PhByteOrder moduleByteOrder_ = PhByteOrder::Undefined;
+    int moduleBlock_ = TOK_EOF;
     std::optional<ModuleReferences> references_;
     PhObjectList<PhUnit> inlineUnits_;
     TextPool texts_;

@@ -14,6 +14,7 @@ using namespace kw::core;
 
 int PhA2l::parse(PhRoot& root) {
     startOver();
+    reachedEnd_ = false;
     const std::optional<std::string>& name = fileName();
     if (!name) {
         return -1;
@@ -41,8 +42,9 @@ int PhA2l::parseProjects(PhRoot& root, InputFile& input) {
             kind = parseProject(*this, root);
         }
     } while (kind != TOK_EOF && kind != TOK_ERROR);
+    reachedEnd_ = kind == TOK_EOF || endFollows();
     finish();
-    return kind == TOK_ERROR || errorCount() != 0 ? -1 : 0;
+    return kind == TOK_ERROR || errorCount() != 0 || hasGoneOn() ? -1 : 0;
 }
 
 namespace {

@@ -23,12 +23,18 @@ class PhA2l final : public CoreReader {
     /// Reads an input that is already open, under the reader's file name.
     int parse(PhRoot& root, InputFile& input);
 
+    /// Whether the last parse has looked at the whole text: up to its end, and at all that follows
+    /// an error but the rest of the block in which that stood.
+    bool reachedEnd() const { return reachedEnd_; }
+
     /// Debugging aid: traces every token of the file, one line each. -1 without a file name, -2
     /// when the file cannot be opened, else 0.
     int print_tokens();
 
   private:
     int parseProjects(PhRoot& root, InputFile& input);
+
+    bool reachedEnd_ = false;
 };
 
 }  // namespace quillmark

@@ -1,5 +1,9 @@
 #include "quillmark/description.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "a2l/ph_a2l.h"
@@ -78,6 +82,12 @@ ReadStatus statusOf(int parseResult) {
     return parseResult == 0 ? ReadStatus::Complete : ReadStatus::Failed;
 }
 
+/// The reader's limit, which is 1 for reading as the program does.
+std::int32_t readerLimit(const ReadOptionsData& options) {
+    constexpr std::size_t kLargest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp<std::size_t>(options.errorLimit, 1, kLargest));
+}
+
 /// Fills `data`, whose name is set. `parse` starts the reader.
 template <typename Parse>
 void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
@@ -88,8 +98,9 @@ void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
     PhA2l reader(console, data.name);
     reader.setLogger(&logger);
     reader.setKeepLongIdentifiers(options.keepTexts);
+    reader.setErrorLimit(readerLimit(options));
     data.status = statusOf(parse(reader));
-    data.reachedEnd = data.status == ReadStatus::Complete;
+    data.reachedEnd = reader.reachedEnd();
     if (data.status == ReadStatus::Complete) {
         resolve(data.root);
     }
@@ -121,8 +132,8 @@ ReadOptions& ReadOptions::setKeepSignals(bool keep) {
     return *this;
 }
 
-ReadOptions& ReadOptions::setFindingLimit(std::size_t limit) {
-    data_->findingLimit = limit;
+ReadOptions& ReadOptions::setErrorLimit(std::size_t limit) {
+    data_->errorLimit = limit;
     return *this;
 }
 

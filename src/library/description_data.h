@@ -11,7 +11,7 @@ namespace quillmark {
 struct ReadOptionsData {
     bool keepTexts = true;
     bool keepSignals = true;
-    std::size_t findingLimit = 0;
+    std::size_t errorLimit = 0;
     FindingHandler findingHandler;
 };
 

@@ -89,21 +89,22 @@ int BlockReader::endMissing(std::string_view name) {
 }
 
 void BlockReader::error(std::string_view format, std::initializer_list<MessageArgument> arguments) {
-    if (!failed_) {
+    if (!failed()) {
+        ++errors_;
         report(true, place(), MessageText(format, arguments).view());
     }
 }
 
 void BlockReader::warning(std::string_view format,
                           std::initializer_list<MessageArgument> arguments) {
-    if (!failed_) {
+    if (!failed()) {
         report(false, place(), MessageText(format, arguments).view());
     }
 }
 
 int BlockReader::fail(std::string_view format, std::initializer_list<MessageArgument> arguments) {
     error(format, arguments);
-    failed_ = true;
+    state_ = State::Failed;
     return TOK_ERROR;
 }
 
@@ -134,8 +135,39 @@ int BlockReader::skipBlock(int keyword) {
 }
 
 void BlockReader::startOver() {
-    failed_ = false;
+    state_ = State::Reading;
+    errors_ = 0;
+    goneOn_ = false;
+    passedOver_ = false;
     resetLineNumber();
+}
+
+int BlockReader::readBesides() {
+    if (state_ == State::Repeating) {
+        state_ = State::Reading;
+        return repeatedKind_;
+    }
+    return TOK_ERROR;
+}
+
+bool BlockReader::goOn() {
+    if (errors_ >= errorLimit_) {
+        return false;
+    }
+    state_ = State::Reading;
+    goneOn_ = true;
+    useKeywords(kCoreKeywords);
+    return true;
+}
+
+int BlockReader::giveUp(bool anythingFollows) {
+    state_ = State::Failed;
+    passedOver_ = anythingFollows;
+    return TOK_ERROR;
+}
+
+bool BlockReader::endFollows() {
+    return errorLimit_ > 1 && !passedOver_ && nextToken(token_) == TOK_EOF;
 }
 
 void BlockReader::lexicalError(std::string_view message) {

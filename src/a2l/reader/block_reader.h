@@ -44,7 +44,7 @@ class BlockReader : public PhReader, private A2lLexer {
     using A2lLexer::lineNumber;
 
     /// Whether the parse has failed; loops that count instead of waiting for a token ask this.
-    bool failed() const { return failed_; }
+    bool failed() const { return state_ == State::Failed; }
 
     /// Reads `count` tokens of any kind, drops them, and returns the kind of the one after them.
     int drop(int count);
@@ -143,7 +143,7 @@ class BlockReader : public PhReader, private A2lLexer {
     /// Changes the model, unless the parse has failed meanwhile. The others do it through this one.
     template <typename Change>
     void commit(Change change) {
-        if (!failed_) {
+        if (!failed()) {
             change();
         }
     }
@@ -172,7 +172,7 @@ class BlockReader : public PhReader, private A2lLexer {
 
     /// Puts out one trace text, see PhReader; nothing once the parse has failed.
     void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {}) {
-        if (!failed_) {
+        if (!failed()) {
             PhReader::trace(format, arguments);
         }
     }
@@ -204,6 +204,27 @@ class BlockReader : public PhReader, private A2lLexer {
     /// The warning of the same text.
     void unexpectedTokenWarning(int kind);
 
+    // --- Going on behind an error ----------------------------------------------------------------
+
+    /// With how many errors a parse ends. At first it is the first one; with more, reading goes on
+    /// behind the block of a module in which an error stood, where that is possible, though the
+    /// parse has failed all the same.
+    void setErrorLimit(std::int32_t limit) { errorLimit_ = limit; }
+
+    /// Makes a failed parse go on with the next token, unless the limit of errors is reached.
+    /// Returns whether it does.
+    bool goOn();
+
+    /// Ends a parse that has gone on: there is no place behind the error. `anythingFollows` tells
+    /// whether text was passed over in search of it. Returns TOK_ERROR.
+    int giveUp(bool anythingFollows);
+
+    /// Lets the next token be the last one again, which was of kind `kind`.
+    void repeat(int kind) {
+        state_ = State::Repeating;
+        repeatedKind_ = kind;
+    }
+
     // --- Skipping --------------------------------------------------------------------------------
 
     /// Skips a block whose `/begin keyword` has been read, nested blocks included.
@@ -219,15 +240,22 @@ class BlockReader : public PhReader, private A2lLexer {
 
     using A2lLexer::detectEncoding;
 
+    /// Whether the parse has gone on behind an error.
+    bool hasGoneOn() const { return goneOn_; }
+
+    /// Whether more than one error was asked for, and nothing but the end follows the last error.
+    bool endFollows();
+
   private:
     int read(bool wordMode) {
-        if (failed_) {
-            return TOK_ERROR;
+        if (state_ != State::Reading) {
+            return readBesides();
         }
         const int kind = nextToken(token_, wordMode);
-        failed_ = kind == TOK_ERROR;
+        state_ = kind == TOK_ERROR ? State::Failed : State::Reading;
         return kind;
     }
+    int readBesides();
 
     TextPlace place() const { return {lineNumber(), columnNumber()}; }
     bool expectString();
@@ -235,8 +263,19 @@ class BlockReader : public PhReader, private A2lLexer {
     int endMissing(std::string_view name);
     void lexicalError(std::string_view message) override;
 
+    enum class State : std::uint8_t {
+        Reading,
+        Repeating,  ///< the next token is the last one again
+        Failed,
+    };
+
     Token token_;
-    bool failed_ = false;
+    State state_ = State::Reading;
+    int repeatedKind_ = TOK_EOF;
+    std::int32_t errorLimit_ = 1;
+    std::int32_t errors_ = 0;
+    bool goneOn_ = false;
+    bool passedOver_ = false;
 };
 
 }  // namespace quillmark
