@@ -18,3 +18,4 @@ function(quillmark_add_header_library target folder)
 endfunction()
 
 quillmark_add_header_library(quillmark_cli11 CLI)
+quillmark_add_header_library(quillmark_rapidjson rapidjson)

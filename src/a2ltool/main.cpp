@@ -1,5 +1,6 @@
 #include <new>
 
+#include "a2ltool/complaint.h"
 #include "a2ltool/tool.h"
 #include "a2ltool/tool_status.h"
 #include "platform/output_signals.h"

@@ -5,7 +5,7 @@
 #include <random>
 #include <system_error>
 
-#include "a2ltool/tool.h"
+#include "a2ltool/complaint.h"
 #include "platform/file_name.h"
 #include "platform/file_stream.h"
 

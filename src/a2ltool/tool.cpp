@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "a2ltool/command_table.h"
+#include "a2ltool/complaint.h"
 #include "a2ltool/tool_status.h"
 #include "platform/program.h"
 #include "platform/text.h"
@@ -59,7 +60,7 @@ int runTool(int argumentCount, const char* const* arguments) {
     commandLine.set_version_flag("--version", joined({kToolName, " (", kProgramTitle, ")"}),
                                  "show the version and exit");
     commandLine.set_help_flag("-h,--help", "show this help and exit");
-    commandLine.require_subcommand(1);
+    commandLine.require_subcommand(0, 1);
     commandLine.footer(kExitStatuses);
     const std::vector<DeclaredCommand> commands = declareCommands(commandLine);
     try {
@@ -69,12 +70,11 @@ int runTool(int argumentCount, const char* const* arguments) {
     }
     const auto wanted = std::find_if(commands.begin(), commands.end(),
                                      [](const auto& command) { return command.part->parsed(); });
+    if (wanted == commands.end()) {
+        complain("a command is missing; --help lists them");
+        return static_cast<int>(ToolStatus::Trouble);
+    }
     return static_cast<int>(wanted->run());
-}
-
-void complain(std::string_view text) {
-    const std::string line = joined({kToolName, ": ", text, "\n"});
-    std::fputs(line.c_str(), stderr);
 }
 
 }  // namespace quillmark::a2ltool

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "a2ltool/command_run.h"
+
+namespace quillmark::a2ltool {
+
+/// `check FILE...`: tells what `convert` would say about descriptions.
+CommandRun declareCheck(CLI::App& options);
+
+}  // namespace quillmark::a2ltool
