@@ -1,6 +1,7 @@
 #include "a2ltool/command_table.h"
 
 #include "a2ltool/check_command.h"
+#include "a2ltool/json_command.h"
 #include "a2ltool/prepare_command.h"
 
 namespace quillmark::a2ltool {
@@ -9,6 +10,7 @@ namespace quillmark::a2ltool {
 std::span<const CommandRow> commandTable() {
     static constexpr CommandRow kCommands[] = {
         {"check", "tell what is wrong with descriptions, and whether they convert", &declareCheck},
+        {"json", "write a description as JSON", &declareJson},
         {"prepare", "make a description that can be converted", &declarePrepare},
     };
     return kCommands;

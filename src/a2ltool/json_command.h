@@ -1,0 +1,10 @@
+#pragma once
+
+#include "a2ltool/command_run.h"
+
+namespace quillmark::a2ltool {
+
+/// `json FILE`: writes a description as JSON.
+CommandRun declareJson(CLI::App& options);
+
+}  // namespace quillmark::a2ltool
