@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "a2l/core_blocks.h"
 #include "a2l/reader/enumeration_parameter.h"

@@ -1,6 +1,8 @@
 // The frame of a description: PROJECT, HEADER, MODULE, MOD_PAR with its memory segments,
 // MOD_COMMON.
 
+#include <cstdint>
+
 #include "a2l/core_blocks.h"
 #include "a2l/reader/enumeration_parameter.h"
 #include "a2l/recovery.h"

@@ -1,5 +1,8 @@
 // How values lie in memory: RECORD_LAYOUT.
 
+#include <string_view>
+#include <utility>
+
 #include "a2l/core_blocks.h"
 #include "a2l/data_type.h"
 #include "a2l/reader/enumeration_parameter.h"

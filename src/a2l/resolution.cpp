@@ -1,5 +1,7 @@
 #include "a2l/resolution.h"
 
+#include <cstddef>
+
 #include "a2l/reader/message_text.h"
 
 namespace quillmark {

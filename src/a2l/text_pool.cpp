@@ -1,5 +1,7 @@
 #include "a2l/text_pool.h"
 
+#include <utility>
+
 #include "model/ph_object_list.h"
 
 namespace quillmark {

@@ -1,6 +1,5 @@
 #include "app/usage.h"
 
-#include <string>
 #include <string_view>
 #include <vector>
 

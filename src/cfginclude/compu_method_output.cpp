@@ -1,5 +1,6 @@
 #include "cfginclude/compu_method_output.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace quillmark {

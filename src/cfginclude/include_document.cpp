@@ -1,10 +1,10 @@
 #include "cfginclude/include_document.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <utility>
 
-#include "cfginclude/include_format.h"
 #include "cfginclude/module_output.h"
 #include "platform/file_name.h"
 #include "platform/login_name.h"

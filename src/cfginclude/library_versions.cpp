@@ -9,6 +9,7 @@
 #include <optional>
 #include <system_error>
 #include <tuple>
+#include <vector>
 
 #include "cfginclude/version_file.h"
 #include "platform/console.h"

@@ -2,6 +2,7 @@
 
 #include <new>
 #include <string>
+#include <utility>
 
 #include "cfginclude/blob_codec.h"
 #include "cfginclude/compu_method_output.h"

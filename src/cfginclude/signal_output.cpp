@@ -2,6 +2,9 @@
 
 #include <array>
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 
 namespace quillmark {
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QXmlStreamReader>
+#include <cstddef>
 #include <string>
 
 #include "edges/version_elements.h"

@@ -1,4 +1,5 @@
 #include <string>
+#include <string_view>
 
 #include "edges/edges.h"
 #include "platform/console.h"

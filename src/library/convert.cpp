@@ -12,7 +12,6 @@
 #include "library/verb_access.h"
 #include "library/view_access.h"
 #include "platform/login_name.h"
-#include "platform/output_sink.h"
 
 namespace quillmark {
 

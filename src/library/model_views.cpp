@@ -37,15 +37,9 @@ BaseType baseTypeOf(const PhTypeData& type) {
             return BaseType::Float64;
         case PhBaseType::StringAscii:
             return BaseType::Ascii;
-        case PhBaseType::Undefined:
-        case PhBaseType::StringUtf8:
-        case PhBaseType::StringUnicode:
-        case PhBaseType::Bytefield:
-        case PhBaseType::Bitfield:
-        case PhBaseType::Boolean:
-            break;
+        default:  // no type that an A2L file has
+            return BaseType::Undefined;
     }
-    return BaseType::Undefined;
 }
 
 /// A characteristic is stored as its layout says, but for a text.

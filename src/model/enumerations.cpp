@@ -1,6 +1,7 @@
 #include "model/enumerations.h"
 
 #include <array>
+#include <cstddef>
 #include <span>
 
 namespace quillmark {

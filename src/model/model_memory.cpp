@@ -1,12 +1,16 @@
 #include "model/model_memory.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <new>
+
+// What the plain form does without.
+// IWYU pragma: begin_keep
+#include <cstdint>
 #include <utility>
 
 #include "platform/compiler.h"
 #include "platform/large_pages.h"
+// IWYU pragma: end_keep
 
 namespace quillmark {
 

@@ -1,7 +1,7 @@
 #include "model/ph_string.h"
 
 #include <algorithm>
-#include <new>
+#include <new>  // IWYU pragma: keep, for placement
 #include <utility>
 
 #include "model/model_memory.h"

@@ -3,7 +3,9 @@
 #include "a2l/interfaces/ccp.h"
 
 #include <array>
+#include <cstdint>
 #include <string_view>
+#include <utility>
 
 #include "a2l/interfaces/ccp_blocks.h"
 #include "a2l/interfaces/daq_source.h"
@@ -212,13 +214,9 @@ int parseChecksum(BlockReader& reader, CcpSettings& settings) {
 }
 
 constexpr InterfaceRule<CcpSettings> kBlocks[] = {
-    block(SOURCE, parseSource),
-    block(RASTER, parseRaster),
-    block(EVENT_GROUP, parseEventGroup),
-    block(SEED_KEY, parseSeedKey),
-    block(CHECKSUM, parseChecksum),
-    block(TP_BLOB, parseCcpTransport),
-    skippedBlock(KP_BLOB),
+    block(SOURCE, parseSource),          block(RASTER, parseRaster),
+    block(EVENT_GROUP, parseEventGroup), block(SEED_KEY, parseSeedKey),
+    block(CHECKSUM, parseChecksum),      block(TP_BLOB, parseCcpTransport),
 };
 
 }  // namespace

@@ -1,7 +1,10 @@
 // IF_DATA ASAP1B_CCP: TP_BLOB.
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
+#include <utility>
 
 #include "a2l/interfaces/ccp_blocks.h"
 #include "a2l/interfaces/interface_block.h"

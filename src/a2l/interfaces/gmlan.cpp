@@ -2,6 +2,9 @@
 
 #include "a2l/interfaces/gmlan.h"
 
+#include <cstdint>
+#include <string_view>
+
 #include "a2l/interfaces/daq_source.h"
 #include "a2l/interfaces/interface_block.h"
 #include "a2l/interfaces/interface_parts.h"
@@ -93,7 +96,6 @@ int parseTpBlob(BlockReader& reader, PhCommParam& commParam) {
         skippedParameters(SESSION, 2),
         skippedParameters(DATA_ACCESS, 6),
         block(DIAG_BAUD, parseDiagBaud),
-        skippedBlock(ADDRESS_AND_LENGTH_FORMAT_IDENTIFIER),
         // Of all that, the transport alone is kept.
         block(CAN, parseTransportCan),
     };

@@ -92,8 +92,8 @@ int setProperty(BlockReader& reader, PhProperties& properties, std::string_view 
 // --- Reading blocks ------------------------------------------------------------------------------
 //
 // The grammar of the protocols grows from version to version and makers add blocks of their own, so
-// here a block that no rule names is skipped whole. A bare word that no rule names is an error:
-// nobody knows where its parameters end.
+// here a block that no rule names is skipped whole; those that nothing is kept of need no rule. A
+// bare word that no rule names is an error: nobody knows where its parameters end.
 
 /// readOptionals() for an interface block or a block inside one.
 template <typename Context>

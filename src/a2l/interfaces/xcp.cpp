@@ -2,6 +2,8 @@
 
 #include "a2l/interfaces/xcp.h"
 
+#include <cstdint>
+
 #include "a2l/interfaces/interface_parts.h"
 
 namespace quillmark {
@@ -58,10 +60,6 @@ constexpr InterfaceRule<XcpBlock> kBlocks[] = {
     block(PROTOCOL_LAYER, parseProtocolLayer),
     block(DAQ, parseDaq),
     block(DAQ_EVENT, parseDaqEvent),
-    skippedBlock(PAG),
-    skippedBlock(PGM),
-    skippedBlock(SEGMENT),
-    skippedBlock(TIME_CORRELATION),
 };
 
 /// The CAN identifiers of DAQ lists stand in the CAN transport, the lists themselves at the

@@ -1,5 +1,9 @@
 // What a control unit measures by itself: DAQ with its timestamps and DAQ_LISTs.
 
+#include <cstdint>
+#include <optional>
+#include <utility>
+
 #include "a2l/interfaces/interface_parts.h"
 #include "a2l/interfaces/xcp.h"
 #include "a2l/interfaces/xcp_time.h"
@@ -139,12 +143,6 @@ constexpr InterfaceRule<XcpDaqTarget> kDaqParts[] = {
     block(TIMESTAMP_SUPPORTED, parseTimestampSupported),
     block(DAQ_LIST, parseXcpDaqList),
     block(EVENT, parseXcpEvent),
-    skippedBlock(CPU_LOAD_CONSUMPTION_DAQ),
-    skippedBlock(CPU_LOAD_CONSUMPTION_STIM),
-    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE),
-    skippedBlock(DAQ_MEMORY_CONSUMPTION),
-    skippedBlock(MIN_CYCLE_TIME),
-    skippedBlock(CORE_LOAD_MAX),
 };
 
 /// Each list has an entry for its CAN identifier, which a CAN transport may tell. Within a

@@ -1,6 +1,8 @@
 // When a control unit measures: the EVENTs of a DAQ block, and the DAQ_EVENTs of a signal, which
 // tell with which of them the signal can be measured.
 
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "a2l/interfaces/interface_parts.h"
@@ -72,11 +74,6 @@ constexpr InterfaceRule<PhRaster> kEventParts[] = {
     bare(MIN_CYCLE_TIME, parseMinCycleTime),
     block(MIN_CYCLE_TIME, parseMinCycleTimeBlock),
     block(DAQ_PACKED_MODE, parseDaqPackedMode),
-    skippedBlock(BUFFER_RESERVE_EVENT),
-    skippedBlock(CPU_LOAD_CONSUMPTION_DAQ),
-    skippedBlock(CPU_LOAD_CONSUMPTION_STIM),
-    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE),
-    skippedBlock(CPU_LOAD_CONSUMPTION_QUEUE_STIM),
 };
 
 /// Enters the event among the sources of measured data.

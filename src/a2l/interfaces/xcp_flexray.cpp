@@ -1,5 +1,8 @@
 // How a control unit is reached over FlexRay: XCP_ON_FLX with its buffers.
 
+#include <cstdint>
+#include <optional>
+
 #include "a2l/interfaces/interface_parts.h"
 #include "a2l/interfaces/xcp.h"
 #include "model/setting_names.h"
@@ -115,11 +118,6 @@ constexpr InterfaceRule<PhTransportParam> kFlexRayParts[] = {
     bare(TRANSPORT_LAYER_INSTANCE, parseXcpTransportInstance),
     block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
     block(DAQ, parseXcpTransportDaq),
-    skippedBlock(DAQ_EVENT),
-    skippedBlock(PAG),
-    skippedBlock(PGM),
-    skippedBlock(SEGMENT),
-    skippedBlock(TIME_CORRELATION),
 };
 
 void readHeaderType(BlockReader& reader, PhTransportParam& transport) {

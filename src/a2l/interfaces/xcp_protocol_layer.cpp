@@ -1,5 +1,10 @@
 // What the protocol itself is like: PROTOCOL_LAYER.
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+
 #include "a2l/interfaces/interface_parts.h"
 #include "a2l/interfaces/xcp.h"
 #include "model/setting_names.h"
@@ -121,7 +126,6 @@ constexpr InterfaceRule<PhProtocolParam> kProtocolLayerParts[] = {
     bare(COMMUNICATION_MODE_SUPPORTED, parseCommunicationModes),
     blockOf(COMMUNICATION_MODE_SUPPORTED, kCommunicationModes),
     textProperty(SEED_AND_KEY_EXTERNAL_FUNCTION, setting::kSeedAndKeyFunction),
-    skippedBlock(ECU_STATES),
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "a2l/interfaces/xcp_time.h"
 
+#include <cstddef>
 #include <iterator>
 
 #include "a2l/interfaces/interface_parts.h"

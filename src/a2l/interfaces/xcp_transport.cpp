@@ -1,5 +1,8 @@
 // How a control unit is reached: over CAN, UDP and TCP.
 
+#include <cstdint>
+#include <optional>
+
 #include "a2l/interfaces/interface_parts.h"
 #include "a2l/interfaces/xcp.h"
 #include "model/setting_names.h"
@@ -94,12 +97,6 @@ constexpr InterfaceRule<PhTransportParam> kCanParts[] = {
     block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
     block(DAQ, parseXcpTransportDaq),
     block(CAN_FD, parseCanFd),
-    skippedBlock(DAQ_EVENT),
-    skippedBlock(PAG),
-    skippedBlock(PGM),
-    skippedBlock(SEGMENT),
-    skippedBlock(TIME_CORRELATION),
-    skippedBlock(EVENT_CAN_ID_LIST),
 };
 
 int parseIpV6(BlockReader& reader, PhTransportParam& transport) {
@@ -123,11 +120,6 @@ constexpr InterfaceRule<PhTransportParam> kIpParts[] = {
     bare(TRANSPORT_LAYER_INSTANCE, parseXcpTransportInstance),
     block(PROTOCOL_LAYER, parseXcpTransportProtocolLayer),
     block(DAQ, parseXcpTransportDaq),
-    skippedBlock(DAQ_EVENT),
-    skippedBlock(PAG),
-    skippedBlock(PGM),
-    skippedBlock(SEGMENT),
-    skippedBlock(TIME_CORRELATION),
 };
 
 /// Everything but the end of a UDP or TCP block. Returns the kind of its `/end`, or an error.
