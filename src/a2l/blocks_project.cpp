@@ -197,8 +197,7 @@ int parseModule(CoreReader& reader, PhGroup& project) {
         bare(INCLUDE, parseInclude),
     };
     for (int kind = reader.next(); kind != TOK_ERROR; kind = resumeInModule(reader, kRules)) {
-        kind =
-            readOptionals<CoreReader, PhGroup>(reader, kRules, *module, kind, OtherBlocks::Wrong);
+        kind = readOptionals(reader, kRules, *module, kind, OtherBlocks::Wrong);
         if (kind == END) {
             return reader.closeBlock(MODULE);
         }
