@@ -134,13 +134,10 @@ void BlockWalk::readParameters(std::string_view parameters, const PartRule* rule
         if (isBroken_) {
             return;
         }
-        if (isOuter) {
-            Token token = reader_.peek();
-            parameters_.push_back(token);
-        }
+        const std::size_t begin = isOuter ? reader_.skipToToken() : 0;
         readParameter(parameter, rule);
         if (isOuter) {
-            parameters_.back().end = reader_.position();
+            parameters_.push_back({TokenKind::Word, begin, reader_.position()});
         }
     }
 }

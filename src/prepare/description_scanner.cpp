@@ -1,6 +1,7 @@
 #include "prepare/description_scanner.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "prepare/byte_search.h"
 #include "prepare/grammar.h"
@@ -259,7 +260,7 @@ bool DescriptionScanner::skipToMark(std::size_t& position) const {
 
 /// Reads up to the end of the block whose keyword was read last.
 void DescriptionScanner::readBlock(Part& part, bool keeps) {
-    const Place begin = source_.placeOf(part.begin);
+    std::optional<Place> begin;  // only when asked for, or when its bytes go
     std::size_t position = part.end;
     std::size_t depth = 1;
     if (part.keyword == "IF_DATA") {
@@ -267,6 +268,9 @@ void DescriptionScanner::readBlock(Part& part, bool keeps) {
     }
     while (depth > 0) {
         if (!keeps && position > kDiscardSize) {
+            if (!begin) {
+                begin = source_.placeOf(part.begin);
+            }
             source_.discard(position);
             position = 0;
         }
@@ -276,9 +280,10 @@ void DescriptionScanner::readBlock(Part& part, bool keeps) {
                 return;
             }
         } else if (!source_.more()) {
+            const Place start = begin ? *begin : source_.placeOf(part.begin);
             report_.error(source_.placeOf(source_.view().size()),
                           "the description ends inside the " + part.keyword + " that begins in " +
-                              report_.textOf(begin));
+                              report_.textOf(start));
             part.kind = Part::Kind::Refused;
             return;
         }

@@ -9,6 +9,7 @@
 #include "platform/file_stream.h"
 #include "platform/output_sink.h"
 #include "platform/temporary_file.h"
+#include "prepare/byte_search.h"
 #include "quillmark/prepare.h"
 
 namespace quillmark {
@@ -197,6 +198,29 @@ void keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Re
     }
 }
 
+/// Whether there may be something that has to be known before the rest can be written. It costs a
+/// tenth of finding out what that is.
+bool needsSurvey(SourceText& source, const RewriteOptions& options) {
+    if (!options.epk.empty() || !options.epkAddress.empty()) {
+        return true;
+    }
+    constexpr std::size_t kLongestWord = 8;
+    do {
+        if (mentionsInstances(source.view())) {
+            return true;
+        }
+        source.discard(source.view().size() - std::min(source.view().size(), kLongestWord));
+    } while (source.more());
+    return false;
+}
+
+/// What has to be known; nothing where nothing has to be.
+Survey survey(SourceText& source, Report& report, const RewriteOptions& options) {
+    return needsSurvey(source, options) && !report.hasFailed() && source.open()
+               ? surveyDescription(source, report, options.expansion.skipsMissing)
+               : Survey{};
+}
+
 }  // namespace
 
 bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report& report,
@@ -205,8 +229,8 @@ bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report
     if (!source.open()) {
         return false;
     }
-    Survey survey = surveyDescription(source, report, options.expansion.skipsMissing);
-    for (ModuleSurvey& module : survey.modules) {
+    Survey known = survey(source, report, options);
+    for (ModuleSurvey& module : known.modules) {
         if (!report.hasFailed()) {
             bindTypes(module, options.expansion, report);
         }
@@ -215,10 +239,10 @@ bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report
         }
     }
     if (!report.hasFailed()) {
-        checkModules(survey, files, options, report);
+        checkModules(known, files, options, report);
     }
     if (!report.hasFailed() && source.open()) {
-        Rewriter(source, report, survey, options, output, map).run();
+        Rewriter(source, report, known, options, output, map).run();
         keepMeaninglessBytes(source, files, report, output);
     }
     return !report.hasFailed();

@@ -62,7 +62,9 @@ class Rewriter {
     void fetchRestOfLine(std::size_t position);
     [[nodiscard]] std::string indentation(const Part& part) const;
     [[nodiscard]] Place placeIn(const Part& part, std::size_t position);
-    [[nodiscard]] const ModuleSurvey& module() const { return survey_.modules[module_ - 1]; }
+    [[nodiscard]] const ModuleSurvey& module() const {
+        return module_ <= survey_.modules.size() ? survey_.modules[module_ - 1] : unknown_;
+    }
     [[nodiscard]] bool isInModule() const { return module_ > 0; }
 
     void copy(std::size_t from, std::size_t to);
@@ -74,6 +76,8 @@ class Rewriter {
     SourceText& source_;
     Report& report_;
     const Survey& survey_;
+    /// What is known of a module where nothing had to be known.
+    ModuleSurvey unknown_;
     const RewriteOptions& options_;
     Output& output_;
     LineMap* map_;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/file_name.h"
+#include "prepare/byte_search.h"
 
 namespace quillmark::preparing {
 
@@ -64,6 +65,7 @@ void SourceText::makeRoom(std::size_t size) {
     if (end_ + size <= capacity_) {
         return;
     }
+    forgetPlaces();
     const std::size_t kept = end_ - begin_;
     if (kept + size > capacity_) {
         const std::size_t larger = std::max(2 * capacity_, kept + size);
@@ -130,9 +132,14 @@ bool SourceText::endLevel() {
     return false;
 }
 
+/// Its lines are counted when its bytes are overwritten, if nobody asks before.
 void SourceText::discard(std::size_t count) {
-    const Place place = placeOf(count);
     begin_ += count;
+}
+
+/// Makes the window's first byte the first one whose place is known.
+void SourceText::forgetPlaces() {
+    const Place place = placeOf(0);
     const std::size_t start = offset_ + begin_;
     runs_.erase(runs_.begin(), std::find_if(runs_.begin(), runs_.end(), [start](const Run& run) {
                     return run.offset > start;
@@ -154,7 +161,8 @@ Place SourceText::placeOf(std::size_t position) {
     }
     const char* const from = buffer_.get() + (last_.offset - offset_);
     const char* const to = buffer_.get() + (wanted - offset_);
-    last_.place.line += static_cast<std::uint32_t>(std::count(from, to, '\n'));
+    last_.place.line +=
+        static_cast<std::uint32_t>(countLineFeeds({from, static_cast<std::size_t>(to - from)}));
     last_.offset = wanted;
     return last_.place;
 }

@@ -90,6 +90,7 @@ class SourceText {
     void makeRoom(std::size_t size);
     std::size_t withoutMeaningless(char* bytes, std::size_t count);
     bool endLevel();
+    void forgetPlaces();
     void shiftRuns(std::size_t position, std::size_t distance);
     [[nodiscard]] std::string findFile(const std::string& name) const;
 

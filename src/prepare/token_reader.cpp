@@ -5,6 +5,8 @@
 #include <cstring>
 #include <system_error>
 
+#include "prepare/byte_search.h"
+
 namespace quillmark::preparing {
 
 namespace {
@@ -104,10 +106,19 @@ Token TokenReader::take(TokenKind kind, std::size_t end) {
     return token;
 }
 
+/// Most blanks are the spaces of an indentation behind a line feed.
+inline void TokenReader::skipBlanks() {
+    std::size_t p = position_;
+    while (p < text_.size() && isOf(text_[p], kBlank)) {
+        p = text_[p] == '\n' ? skipSpaces(text_, p + 1) : p + 1;
+    }
+    position_ = p;
+}
+
 /// False in front of a comment that does not end.
 bool TokenReader::skipBlanksAndComments() {
     for (;;) {
-        position_ = skip(position_, kBlank);
+        skipBlanks();
         if (position_ + 1 >= text_.size() || text_[position_] != '/' ||
             (text_[position_ + 1] != '*' && text_[position_ + 1] != '/')) {
             return true;
@@ -155,7 +166,7 @@ Token TokenReader::nextWord() {
 }
 
 Token TokenReader::readWord() {
-    const std::size_t end = skip(position_ + 1, kName);
+    const std::size_t end = skip(skipPlainName(text_, position_ + 1), kName);
     return take(kindOfWord(text_.substr(position_, end - position_)), end);
 }
 

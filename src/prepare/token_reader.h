@@ -53,6 +53,12 @@ class TokenReader {
     /// The same in word mode, where an unquoted format or unit is one token.
     Token nextWord();
 
+    /// Goes to where the next token begins, or to the comment that has no end.
+    std::size_t skipToToken() {
+        skipBlanksAndComments();
+        return position_;
+    }
+
     /// The token that next() will give.
     [[nodiscard]] Token peek() const {
         TokenReader ahead = *this;
@@ -69,6 +75,7 @@ class TokenReader {
     void setPosition(std::size_t position) { position_ = position; }
 
   private:
+    void skipBlanks();
     bool skipBlanksAndComments();
     bool skipComment();
     Token readWord();
