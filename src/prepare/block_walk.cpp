@@ -37,6 +37,7 @@ void BlockWalk::walk(std::string_view text, const PartRule& rule) {
     oddities_.clear();
     edits_.clear();
     isBroken_ = false;
+    keywords_ = &kCoreKeywords;
     reader_.next();  // /begin
     reader_.next();  // the keyword
     if (rule.inner != nullptr) {
@@ -302,8 +303,12 @@ void BlockWalk::readInterface() {
         return;
     }
     take();
+    keywords_ = textOf(name) == "ASAP1B_CCP"     ? &kCcpKeywords
+                : textOf(name) == "ASAP1B_GMLAN" ? &kGmlanKeywords
+                                                 : &kXcpKeywords;
     readParameters(layout->parameters, nullptr, false);
     readContents(*layout, false);
+    keywords_ = &kCoreKeywords;
 }
 
 /// Goes to the `/end IF_DATA` of an interface that the reader does not know, and stays in front.
@@ -375,7 +380,13 @@ void BlockWalk::readBlock(const Layout& layout, const Token& begin, bool isOuter
     }
 }
 
-/// Reads over a block whose keyword was read last.
+/// Whether the reader knows a word while it reads what is being read.
+bool BlockWalk::isKeyword(std::string_view word) const {
+    return lookup(*keywords_, word) != 0;
+}
+
+/// Reads over a block whose keyword was read last. To the reader all words that it does not know
+/// are alike, and each of them closes what another one opened.
 void BlockWalk::skipBlock(std::string_view keyword) {
     std::size_t depth = 1;
     while (depth > 0) {
@@ -388,7 +399,7 @@ void BlockWalk::skipBlock(std::string_view keyword) {
         depth -= token.kind == TokenKind::End ? 1 : 0;
     }
     const Token closing = reader_.next();
-    if (wordOf(closing) != keyword) {
+    if (wordOf(closing) != keyword && (isKeyword(keyword) || isKeyword(wordOf(closing)))) {
         breakAt(closing);
     }
 }

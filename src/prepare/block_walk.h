@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "a2l/tokens/keyword_tables.h"
 #include "prepare/grammar.h"
 #include "prepare/text_edits.h"
 #include "prepare/token_reader.h"
@@ -88,6 +89,7 @@ class BlockWalk {
     void takeOutWords(const Layout& layout, const Token& first);
 
     [[nodiscard]] std::string_view wordOf(const Token& token) const;
+    [[nodiscard]] bool isKeyword(std::string_view word) const;
     Token take();
     [[nodiscard]] bool isName(const Token& token) const;
     template <typename Predicate>
@@ -103,6 +105,7 @@ class BlockWalk {
 
     std::string_view text_;
     TokenReader reader_{{}};
+    const KeywordTable* keywords_ = nullptr;
     std::vector<Token> parameters_;
     std::vector<FoundPart> parts_;
     std::vector<ListedName> names_;

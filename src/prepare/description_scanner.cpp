@@ -304,8 +304,9 @@ bool DescriptionScanner::readBlockItem(std::size_t& position, std::size_t& depth
     } else if (token.kind == TokenKind::End) {
         Token closing = tokenAt(token.end);
         partWords(closing);
-        position = closing.end;
         --depth;
+        const bool isWord = closing.kind != TokenKind::Begin && closing.kind != TokenKind::End;
+        position = isWord || depth == 0 ? closing.end : token.end;
         if (depth == 0 && textOf(closing) != part.keyword && !report_.hasFailed()) {
             refuse(token,
                    "/end " + textOf(closing) + " where /end " + part.keyword + " should stand");

@@ -37,7 +37,9 @@ void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to)
     } else if (beginsLine || begin == 0) {
         replace(from, end, {});
     } else {
-        replace(begin, to, begin == from && end == to ? " " : "");
+        // What stands right behind the words must not run together with what is before them.
+        const bool runsOn = end == to && to < text.size() && !isLineEnd(text[to]);
+        replace(begin, to, runsOn ? " " : "");
     }
 }
 

@@ -15,6 +15,7 @@ std::string without(std::string_view text, std::string_view word) {
 TEST(TextEdits, TakesWordsOutWithTheBlanksBeforeThem) {
     EXPECT_EQ(without("a  X b", "X"), "a b");
     EXPECT_EQ(without("a X", "X"), "a");
+    EXPECT_EQ(without("a X*b", "X"), "a *b");
     EXPECT_EQ(without("X b", "X"), "b");
     EXPECT_EQ(without("\"a\"X\"b\"", "X"), "\"a\" \"b\"");
 }
