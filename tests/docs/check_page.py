@@ -5,7 +5,7 @@
 
 Every section ("## ") has a directory of its own. In it lie a copy of examples/, the sample version
 file, and the files of each examples/<name> that the section has mentioned so far; the program is
-found as `quillmark` and as build/release/bin/quillmark. Indented and fenced blocks are:
+found as `quillmark` and as build/release/bin/quillmark, the other one as `quillmark-a2l`. Indented and fenced blocks are:
 
 - a console, if a line begins with "$ ": the commands of a section run in one bash, in order. Lines
   that begin with "> " go on with a command; other lines are what it prints. A line "..." stands for
@@ -369,7 +369,8 @@ class Shell:
     def __init__(self, directory, place, program):
         path = directory / "bin"
         path.mkdir()
-        (path / "quillmark").symlink_to(program)
+        for tool in (program, program.with_name("quillmark-a2l")):
+            (path / tool.name).symlink_to(tool)
         environment = {
             **os.environ,
             "LC_ALL": "C.UTF-8",

@@ -22,8 +22,10 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from generator.cases import make_case
 from harness.preparing import Programs, mistakes
+from structures.blocks import tokens_of
 from structures.cases import make_text
 from structures.comparison import Prepared, differences, expected_signals, signals_of
+from structures.pieces import in_pieces, wrong_places
 
 _PROJECT = pathlib.Path(__file__).resolve().parents[2]
 _WORKERS = 2
@@ -47,7 +49,7 @@ class Worker:
         prepared = self._prepared(text)
         found = differences(text, prepared)
         if not found and prepared.status < 2:
-            found = self._with_what_is_ready(text, prepared)
+            found = self._with_what_is_ready(text, prepared) or self._in_pieces(text, prepared)
         if found:
             files = {
                 "in.a2l": text.encode(),
@@ -95,6 +97,34 @@ class Worker:
             for name, expected in expected_signals(text).items()
             if signals.get(name) != expected
         ]
+
+    def _in_pieces(self, text, prepared):
+        """From several files comes the same, and the map leads to them."""
+        folder = self._root / "pieces"
+        shutil.rmtree(folder, ignore_errors=True)
+        files = in_pieces(text, text)
+        for name, content in files.items():
+            (folder / name).parent.mkdir(parents=True, exist_ok=True)
+            (folder / name).write_text(content, encoding="utf-8")
+        done = subprocess.run(
+            [self._options.program, "prepare", "main.a2l"]
+            + ["--include-dir=shared", "--map=map", "-o", "out.a2l"],
+            cwd=folder,
+            capture_output=True,
+            timeout=_SECONDS_PER_RUN,
+            check=False,
+        )
+        if done.returncode != prepared.status:
+            return [
+                f"in {len(files)} pieces: {done.returncode}",
+                *done.stderr.decode().splitlines(),
+            ]
+        output = (folder / "out.a2l").read_text(encoding="utf-8")
+        if [token for token, _ in tokens_of(output)] != [
+            token for token, _ in tokens_of(prepared.text)
+        ]:
+            return [f"something else comes of {len(files)} pieces", *files, output]
+        return wrong_places(output, (folder / "map").read_text(encoding="utf-8"), files)
 
     def _account(self, number, files, found):
         """Keeps a case and tells what is wrong with it."""

@@ -138,8 +138,9 @@ class _Maker:
     def axis(self):
         """An axis whose points stand elsewhere: in the same structure, or by an own name."""
         if self._axes and self.dice.chance(0.7):
-            name = self.dice.pick(["THIS.x", "THIS.y", "Points", "THIS.a.x"])
-            axis = f"COM_AXIS {self.dice.pick(['NO_INPUT_QUANTITY', 'THIS.speed'])} Cm2 6 0 10"
+            name = self.dice.weighted({"Points": 1, "THIS.x": 2, "THIS.y": 2, "THIS.a.x": 1})
+            quantity = self.dice.weighted({"NO_INPUT_QUANTITY": 1, "THIS.speed": 1})
+            axis = f"COM_AXIS {quantity} Cm2 6 0 10"
             return self.inner_block("AXIS_DESCR", f"{axis} AXIS_PTS_REF {name}")
         return self.inner_block(
             "AXIS_DESCR",
@@ -159,7 +160,7 @@ class _Maker:
             self.maybe(0.2, "MONOTONY STRICT_INCREASE"),
             self.maybe(0.2, 'PHYS_UNIT "rpm"'),
         ]
-        quantity = self.dice.pick(["NO_INPUT_QUANTITY", "THIS.speed", "Plain"])
+        quantity = self.dice.pick(["NO_INPUT_QUANTITY", "Plain", "THIS.speed"])
         return self.block(
             "TYPEDEF_AXIS",
             f'{name} "" {quantity} RlAxis 0 {self.dice.pick(_CONVERSIONS)} '
@@ -336,4 +337,4 @@ def make_text(seed, number):
             return text
         if expansion.is_complete:
             return _described(parts + maker.groups(expansion.names()))
-    raise AssertionError("no description is small enough")
+    raise AssertionError("no description will do")

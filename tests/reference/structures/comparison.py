@@ -3,7 +3,7 @@
 import dataclasses
 import re
 
-from structures.blocks import modules, parse
+from structures.blocks import modules, number, parse
 from structures.expansion import CannotExpand, Expansion
 from structures.objects import bytes_of, lists_of, objects_of, values_of
 
@@ -41,13 +41,24 @@ def _different_values(expected, made):
     found = [f"{name} is missing" for name in wanted if name not in there]
     found += [f"{name} is there" for name in there if name not in wanted]
     found += [
-        f"{name} is {there[name]} instead of {wanted[name]}"
+        f"{name}: {difference}"
         for name in wanted
-        if name in there and there[name] != wanted[name]
+        if name in there and (difference := _difference(there[name], wanted[name]))
     ]
     if not found and {one.name for one in expected} != {one.name for one in made}:
         found.append("arrays are not those that stay together")
     return found
+
+
+def _difference(made, expected):
+    """The innermost parts of two nested tuples that differ; empty if none does."""
+    if isinstance(made, tuple) and isinstance(expected, tuple) and len(made) == len(expected):
+        pairs = zip(made, expected, strict=True)
+        return ", ".join(filter(None, (_difference(one, other) for one, other in pairs)))
+    # Nobody knows what a THIS means that no component has.
+    if made == expected or (isinstance(expected, str) and "THIS." in expected):
+        return ""
+    return f"{made} instead of {expected}"
 
 
 def _different_lists(expected, made):
@@ -57,11 +68,12 @@ def _different_lists(expected, made):
 
 
 def _untold_losses(losses, findings):
+    """Losses that no finding names; that of an array tells those of its elements."""
     told = [line for line in findings.splitlines() if ": lost: " in line]
     return [
         f"the loss of {name} is not told"
         for name in losses
-        if not any(name.split()[-1] in line for line in told)
+        if not any(name.split()[-1].partition("[")[0] in line for line in told)
     ]
 
 
@@ -88,7 +100,7 @@ def expected_signals(text):
             continue
         size = bytes_of(one.fixed["datatype"])
         conversion = one.fixed["conversion"].replace("NO_COMPU_METHOD", "")
-        extension = int(one.options.get("ECU_ADDRESS_EXTENSION", ("0",))[0], 0)
+        extension = number(one.options.get("ECU_ADDRESS_EXTENSION", ("0",))[0])
         for name, address, _ in values_of(one):
             signals[name] = (address, size, extension, conversion)
     return signals

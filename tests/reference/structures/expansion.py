@@ -11,6 +11,7 @@ from structures.objects import (
     elements_of,
     fixed_of,
     indexed,
+    is_data_type,
     lists_of,
     objects_of,
     options_of,
@@ -65,18 +66,17 @@ class _Place:
 
     `offset`: from the start of the instance. `paths`: the ways to name the place from the instance,
     with and without the indices of the arrays that were passed. `owner`: the name of the structure
-    that holds it, as `THIS` means it. `listed`: its name as lists have it, `above`: this and those
-    of all that it is a part of.
-    `types`: of all that it is a part of.
+    around it. `types`: those of all structures around it, the outermost first. `listed`: its name
+    as lists have it, `above`: this and those of all that it is a part of.
     """
 
     name: str
     display: str
     offset: int
     paths: frozenset
-    owner: str
     listed: str
     above: tuple
+    owner: str = ""
     types: tuple = ()
 
     def element(self, indices, offset):
@@ -98,9 +98,9 @@ class _Place:
             self.display + separator + name,
             self.offset + offset,
             frozenset(f"{path}.{name}" if path else name for path in self.paths),
-            self.name,
             listed,
             (*self.above, listed),
+            self.name,
             (*self.types, structure),
         )
 
@@ -167,12 +167,12 @@ class Expansion:
             for part in block.blocks("OVERWRITE")
         ]
         self._instance = name
-        self._met = set()
+        self._met, self._lost = set(), set()
         display = self._options.get("DISPLAY_IDENTIFIER", ("",))[0]
         self._has_display = bool(display)
-        place = _Place(name, display, 0, frozenset([""]), name, name, (name,))
+        place = _Place(name, display, 0, frozenset([""]), name, (name,))
         if self._options.get("ADDRESS_TYPE") in _POINTERS:
-            self.losses.append(name)
+            self._lose(place)
             self._below.setdefault(name, [])
             return
         if block.keyword == "BLOB":
@@ -180,8 +180,17 @@ class Expansion:
             return
         self._expand_array(place, type_name, self._options)
         for path, _, _ in self._overwrites:
-            if path not in self._met:
+            if path not in self._met and not path.startswith(tuple(self._lost)):
                 self.losses.append(f"{name} OVERWRITE {path}")
+
+    def _lose(self, place):
+        """What would have changed the value is no loss besides."""
+        self.losses.append(place.name)
+        self._met |= self._names_in_overwrite(place)
+        self._lost |= {path + end for path in place.paths if path for end in ".["}
+
+    def _names_in_overwrite(self, place):
+        return {self._instance, "THIS"} if "" in place.paths else place.paths
 
     def _expand_array(self, place, type_name, options):
         """A value of a type, or an array of such values if the options of its owner say so."""
@@ -197,7 +206,7 @@ class Expansion:
             layout = layout or options_of(block.words()[8:]).get("LAYOUT")
         row_dir = layout == ("ROW_DIR",)
         if len(sizes) > 3 and not row_dir:
-            self.losses.append(place.name)
+            self._lose(place)
             return
         if block.keyword == "TYPEDEF_MEASUREMENT" and self._stays_an_array(block, sizes):
             array = {"MATRIX_DIM": options["MATRIX_DIM"], "LAYOUT": layout}
@@ -229,14 +238,14 @@ class Expansion:
 
     def _expand_structure(self, place, block):
         if options_of(block.words()[3:]).get("ADDRESS_TYPE") in _POINTERS:
-            self.losses.append(place.name)
+            self._lose(place)
             return
         for component in block.blocks("STRUCTURE_COMPONENT"):
             name, type_name, offset = component.words()[:3]
             options = options_of(component.words()[3:])
             there = place.component(name, number(offset), self._separator, block.words()[0])
             if options.get("ADDRESS_TYPE") in _POINTERS:
-                self.losses.append(there.name)
+                self._lose(there)
                 self._below.setdefault(there.listed, [])
                 continue
             self._expand_array(there, type_name, options)
@@ -250,7 +259,7 @@ class Expansion:
         options = options_of(rest)
         pointer = options.pop("ADDRESS_TYPE", None) in _POINTERS
         if pointer or fixed["datatype"] == "FLOAT16_IEEE":
-            self.losses.append(place.name)
+            self._lose(place)
             return
         options |= {word: value for word, value in (array or {}).items() if value}
         sizes = sizes_of(options.get("MATRIX_DIM"))
@@ -258,7 +267,7 @@ class Expansion:
             options["ECU_ADDRESS"] = (str(self._address + place.offset),)
             self._add(place, "MEASUREMENT", words[1], fixed, options, block)
         elif options.get("LAYOUT") != ("ROW_DIR",):
-            self.losses.append(place.name)
+            self._lose(place)
         else:
             self._expand_elements(place, block, fixed, options, sizes)
 
@@ -292,7 +301,7 @@ class Expansion:
 
     def _expand_blob(self, place, size):
         if not self._blob_arrays:
-            self.losses.append(place.name)
+            self._lose(place)
             return
         names = ("datatype", "conversion", "resolution", "accuracy", "lower", "upper")
         fixed = dict(zip(names, ("UBYTE", "NO_COMPU_METHOD", "0", "0", "0", "255"), strict=True))
@@ -305,10 +314,11 @@ class Expansion:
         self._hand_on(place, kind, options)
         if "" in place.paths:
             text = self._text
-        blocks += [_moved(part, place.offset) for part in self._blocks]
+        address = (self._address + place.offset) % (1 << 32)
+        blocks += [_moved(part, address) for part in self._blocks]
         one = Object(kind, place.name, text, fixed, options, blocks)
         if not self._has_byte_order(one):
-            self.losses.append(place.name)
+            self._lose(place)
             return
         self.objects.append(one)
         for name in place.above:
@@ -325,16 +335,20 @@ class Expansion:
             symbol, offset = self._options["SYMBOL_LINK"]
             options["SYMBOL_LINK"] = (symbol, str(number(offset) + place.offset))
 
-    @staticmethod
-    def _has_byte_order(one):
-        """Puts a byte order in place of one that swaps words, if the value has only one word."""
+    def _has_byte_order(self, one):
+        """Puts a byte order in place of one that swaps words, if the values have only one word."""
         plain = _SWAPPED_WORDS.get(one.options.get("BYTE_ORDER"))
         if plain is None:
             return True
-        if one.kind == "MEASUREMENT" and bytes_of(one.fixed["datatype"]) <= 2:
-            one.options["BYTE_ORDER"] = plain
-            return True
-        return False
+        if one.kind == "MEASUREMENT":
+            largest = bytes_of(one.fixed["datatype"])
+        else:
+            layout = self._record_layouts[one.fixed["record_layout"]]
+            largest = max(bytes_of(word) for word in layout if is_data_type(word))
+        if largest > 2:
+            return False
+        one.options["BYTE_ORDER"] = plain
+        return True
 
     # -- names of the structure ---------------------------------------------------------------
 
@@ -351,14 +365,19 @@ class Expansion:
         return dataclasses.replace(block, items=items)
 
     def _from_here(self, place, name):
-        if not name.startswith("THIS."):
+        """`THIS.x` is x of the structure around the place; it stays if there is no such x."""
+        path = name.removeprefix("THIS.")
+        if path == name or not place.types:
             return name
-        return place.owner + self._separator + name[len("THIS.") :].replace(".", self._separator)
+        components = self._types[place.types[-1]].blocks("STRUCTURE_COMPONENT")
+        if path.partition(".")[0] not in [component.words()[0] for component in components]:
+            return name
+        return place.owner + self._separator + path.replace(".", self._separator)
 
     # -- overwriting ---------------------------------------------------------------------------
 
     def _overwrite(self, place, kind, fixed, options, blocks):
-        paths = {self._instance, "THIS"} if "" in place.paths else place.paths
+        paths = self._names_in_overwrite(place)
         axes = [position for position, block in enumerate(blocks) if block.keyword == "AXIS_DESCR"]
         for path, axis, changes in self._overwrites:
             if path not in paths:
@@ -454,14 +473,13 @@ def _product(numbers):
     return result
 
 
-def _moved(block, offset):
-    """A block of the instance as it holds for a component: the address in a KP_BLOB moves along."""
+def _moved(block, address):
+    """A block of the instance as a component has it: the address in a KP_BLOB is its own."""
     if block.keyword != "IF_DATA" or block.items[:2] != ["ASAP1B_CCP", "KP_BLOB"]:
         return block
-    address = number(block.items[3])
     items = list(block.items)
-    if address != 0:
-        items[3] = str((address + offset) % (1 << 32))
+    if number(items[3]) != 0:
+        items[3] = str(address)
     return dataclasses.replace(block, items=items)
 
 

@@ -122,6 +122,10 @@ _DATA_TYPE_BYTES = {
 }  # fmt: skip
 
 
+def is_data_type(word):
+    return word in _DATA_TYPE_BYTES
+
+
 def bytes_of(data_type):
     return _DATA_TYPE_BYTES[data_type]
 
@@ -139,7 +143,7 @@ def values_of(one):
         row_dir, size = False, 0
     rest = (
         one.kind, one.text, _plain(fixed), _plain(options),
-        tuple(sorted(" ".join(_plain_token(t) for t in block.written()) for block in one.blocks)),
+        tuple(sorted(_plain_block(block) for block in one.blocks)),
     )  # fmt: skip
     for indices, offset in elements_of(sizes, row_dir):
         address = None if one.address is None else (one.address + offset * size) % (1 << 32)
@@ -151,6 +155,14 @@ def _plain(values):
         (key, tuple(map(_plain_token, value)) if isinstance(value, tuple) else _plain_token(value))
         for key, value in sorted(values.items())
     )
+
+
+def _plain_block(block):
+    if block.keyword != "AXIS_DESCR":
+        return " ".join(map(_plain_token, block.written()))
+    fixed, rest = fixed_of("AXIS_DESCR", block.words())
+    inner = sorted(_plain_block(part) for part in block.blocks())
+    return f"AXIS_DESCR {_plain(fixed)} {_plain(options_of(rest))} {inner}"
 
 
 def _plain_token(token):
