@@ -172,6 +172,46 @@ def comparison(bench: Bench, megabytes: str) -> None:
                  "compare": [bench.tool("quillmark"), "compare", file, "new.a2l"]}, "read")
 
 
+TYPES = """
+    /begin TYPEDEF_MEASUREMENT Value_U16 "" UWORD NO_COMPU_METHOD 0 0 0 65535
+    /end TYPEDEF_MEASUREMENT
+    /begin TYPEDEF_STRUCTURE Channel "" 8
+      /begin STRUCTURE_COMPONENT raw Value_U16 0 /end STRUCTURE_COMPONENT
+      /begin STRUCTURE_COMPONENT filtered Value_U16 2 /end STRUCTURE_COMPONENT
+      /begin STRUCTURE_COMPONENT history Value_U16 4 MATRIX_DIM 2 /end STRUCTURE_COMPONENT
+    /end TYPEDEF_STRUCTURE
+"""
+
+
+def write_newer(old: str, new: str) -> None:
+    """Makes a description of version 1.7: a word that 1.6 lacks in each measurement, and behind
+    every fiftieth of them an array of structures."""
+    measurements = 0
+    with open(old, encoding="ascii") as source, open(new, "w", encoding="ascii") as target:
+        for line in source:
+            if line == "    /end MEASUREMENT\n":
+                measurements += 1
+                target.write(f'      MODEL_LINK "model/{measurements}"\n')
+                if measurements % 50 == 0:
+                    line += (f'    /begin INSTANCE Channel_{measurements} "" Channel '
+                             f"0x{0x40000000 + 32 * measurements:X} MATRIX_DIM 4 /end INSTANCE\n")
+            target.write(line.replace("ASAP2_VERSION 1 60", "ASAP2_VERSION 1 71"))
+            if "/begin MODULE" in line:
+                target.write(TYPES)
+
+
+def preparation(bench: Bench, megabytes: str) -> None:
+    file = bench.description("realistic", megabytes)
+    bench.make_ready_for(file)
+    write_newer(file, "newer.a2l")
+    prepare = [bench.tool("quillmark-a2l"), "prepare", "--quiet", "-o"]
+    bench.table(f"Preparing descriptions of {megabytes} MB (ratio to convert)",
+                os.path.getsize(file),
+                {"convert": bench.convert(file, "plain.out"),
+                 "prepare": [*prepare, "ready.out", file],
+                 "prepare 1.7": [*prepare, "ready.out", "newer.a2l"]}, "convert")
+
+
 def small_description(bench: Bench) -> None:
     file = bench.description("realistic", "0.09")
     bench.make_ready_for(file)
@@ -223,10 +263,11 @@ def main() -> None:
         whole_program(bench, size)
     compression(bench, sizes[-1])
     comparison(bench, sizes[max(len(sizes) - 2, 0)])
+    preparation(bench, sizes[max(len(sizes) - 2, 0)])
     small_description(bench)
     growth(bench, mixes.replace(",", " ").split(), *arguments.growth_sizes.split(","))
     for name in os.listdir("."):
-        if name.endswith((".out", ".cfginclude")) or name in ("plain.zlib", "new.a2l"):
+        if name.endswith((".out", ".cfginclude")) or name in ("plain.zlib", "new.a2l", "newer.a2l"):
             os.remove(name)
 
 
