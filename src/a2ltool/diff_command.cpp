@@ -86,9 +86,9 @@ ToolStatus tellDifferences(const Description& oldDescription, const Description&
 ToolStatus diff(const DiffOptions& options) {
     ReadOptions reading;
     reading.setKeepTexts(false);
-    const auto oldDescription = readWhole(options.oldFile, reading);
-    const auto newDescription = readWhole(options.newFile, reading);
-    if (!oldDescription || !newDescription) {
+    const Description* const oldDescription = readWhole(options.oldFile, reading);
+    const Description* const newDescription = readWhole(options.newFile, reading);
+    if (oldDescription == nullptr || newDescription == nullptr) {
         return ToolStatus::Trouble;
     }
     return tellDifferences(*oldDescription, *newDescription, options);

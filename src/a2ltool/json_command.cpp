@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,9 +38,9 @@ std::vector<bool> wantedSections(const JsonOptions& options) {
 }
 
 ToolStatus writeJson(const JsonOptions& options) {
-    const std::optional<Description> description =
+    const Description* const description =
         readWhole(options.file, ReadOptions().setKeepTexts(options.texts));
-    if (!description) {
+    if (description == nullptr) {
         return ToolStatus::Trouble;
     }
     const auto result = ResultFile::open(options.output);

@@ -1,6 +1,7 @@
 #include "a2ltool/reading.h"
 
 #include <cstdint>
+#include <list>
 #include <string_view>
 
 #include "a2ltool/complaint.h"
@@ -22,20 +23,18 @@ std::string lineOf(const Finding& finding) {
 
 }  // namespace
 
-std::optional<Description> readWhole(const std::string& name, const ReadOptions& options) {
+const Description* readWhole(const std::string& name, const ReadOptions& options) {
     Input input(name);
-    Description description = input.read(options);
+    static auto& descriptions = *new std::list<Description>;
+    const Description& description = descriptions.emplace_back(input.read(options));
     if (description.status() == ReadStatus::NotOpened) {
         complain("cannot open " + input.shownName());
-        return std::nullopt;
+        return nullptr;
     }
     for (const Finding& finding : description.findings()) {
         printError(lineOf(finding));
     }
-    if (!description.isComplete()) {
-        return std::nullopt;
-    }
-    return description;
+    return description.isComplete() ? &description : nullptr;
 }
 
 }  // namespace quillmark::a2ltool
