@@ -36,19 +36,23 @@ if(TARGET pages)
     install(FILES ${page_directory}/quillmark.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES ${page_directory}/quillmark.bash
         DESTINATION ${QUILLMARK_BASH_COMPLETION_DIR} RENAME quillmark)
+    install_compressed(docs/quillmark-a2l.1 ${CMAKE_INSTALL_MANDIR}/man1 programs)
+    install(FILES completions/quillmark-a2l.bash
+        DESTINATION ${QUILLMARK_BASH_COMPLETION_DIR} RENAME quillmark-a2l)
     install(CODE "
     # The zsh of Debian looks below /usr elsewhere than below /usr/local; only now the prefix is known.
     set(directory site-functions)
     if(CMAKE_INSTALL_PREFIX MATCHES \"/usr$\" AND EXISTS /etc/debian_version)
         set(directory vendor-completions)
     endif()
-    file(INSTALL \"${page_directory}/_quillmark\"
+    file(INSTALL \"${page_directory}/_quillmark\" \"${PROJECT_SOURCE_DIR}/completions/_quillmark-a2l\"
         DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${directory}\")")
 endif()
 install(FILES examples/sigtrakVersions.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/quillmark)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md"
+    PATTERN "*.schema.json")
 # Where users of Debian look for the licences and for the history of a package.
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install_compressed(packaging/changelog ${CMAKE_INSTALL_DOCDIR})

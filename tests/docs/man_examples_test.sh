@@ -13,7 +13,9 @@ trap 'rm -rf "$place"' EXIT
 cd "$place"
 cp "$source_dir"/examples/compare-xcp/* .
 touch notes.txt plan.pdf
-quillmark() { "$program" "$@"; }
+mkdir bin
+ln -s "$program" "bin/$(basename "$program")"
+PATH=$place/bin:$PATH
 
 examples=0
 while IFS= read -r command; do
