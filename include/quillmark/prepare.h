@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "quillmark/bytes.h"
 #include "quillmark/export.h"
 
 namespace quillmark {
@@ -69,6 +70,11 @@ class QUILLMARK_API PrepareOptions {
     /// The EPK and its address (as written in a description, such as 0x80001000) for a module that
     /// lacks them. `module` may be empty if there is only one.
     PrepareOptions& setEpk(std::string text, std::string address, std::string module = {});
+
+    /// Who is asked, at most once, when something in the description would have to be mended: does
+    /// the reader take these bytes as they are? Then they stay so. Without it, mending goes by the
+    /// grammar alone, which errs only on descriptions that are odd in many ways at once.
+    PrepareOptions& setReader(std::function<bool(const ByteSource& description)> reads);
 
     /// For the library itself.
     struct Values;

@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include "a2ltool/tool_status.h"
+#include "quillmark/description.h"
 #include "quillmark/prepare.h"
 
 namespace quillmark::a2ltool {
@@ -56,6 +57,11 @@ void tell(const PrepareFinding& finding) {
     std::fputs(line.c_str(), stderr);
 }
 
+/// Whether `convert` reads a description as it is.
+bool canBeRead(const ByteSource& description) {
+    return Description::readStream(description, "").isComplete();
+}
+
 PrepareOptions optionsOf(const PrepareValues& values) {
     PrepareOptions options;
     options.setOutput(values.dryRun ? "" : values.output)
@@ -66,7 +72,8 @@ PrepareOptions optionsOf(const PrepareValues& values) {
         .setBlobArrays(values.blobArrays)
         .setSkipMissing(values.skipMissing)
         .setLimit(values.limit)
-        .setEpk(values.epk, values.epkAddress, values.module);
+        .setEpk(values.epk, values.epkAddress, values.module)
+        .setReader(canBeRead);
     return options;
 }
 

@@ -89,6 +89,7 @@ bool DescriptionScanner::closeOpen(const Token& token) {
 
 /// Returns whether reading can go on in front of what has been put in.
 bool DescriptionScanner::include(const Token& token) {
+    report_.forgetReader();
     std::size_t from = token.end;
     std::size_t to = from;
     const auto isWhole = [&] {
@@ -115,7 +116,7 @@ bool DescriptionScanner::include(const Token& token) {
     const Place place = source_.placeOf(token.begin);
     const SourceText::IncludeResult result = source_.include(token.begin, to, name);
     if (result == SourceText::IncludeResult::Included && options_.tells) {
-        report_.change(place, "put in the file " + name);
+        report_.note(place, "put in the file " + name);
     }
     if (result == SourceText::IncludeResult::Missing) {
         const std::string text = "there is no file " + source_.chainTo(name);

@@ -79,6 +79,7 @@ class StandardInput final : public InputFile {
 }  // namespace
 
 struct PrepareOptions::Values {
+    std::function<bool(const ByteSource&)> reads;
     std::string output;
     std::string map;
     std::vector<std::string> includeDirectories;
@@ -136,6 +137,12 @@ PrepareOptions& PrepareOptions::setLimit(std::uint64_t limit) {
     return *this;
 }
 
+PrepareOptions& PrepareOptions::setReader(
+    std::function<bool(const ByteSource& description)> reads) {
+    values_->reads = std::move(reads);
+    return *this;
+}
+
 PrepareOptions& PrepareOptions::setEpk(std::string text, std::string address, std::string module) {
     // Between quotes both of these mean something else.
     std::string quoted;
@@ -172,17 +179,8 @@ void checkModules(const Survey& survey, const SourceFiles& files, const RewriteO
     }
 }
 
-/// A description of which nothing had to be changed stays as it is, with the bytes that mean
-/// nothing to the reader.
-void keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Report& report,
-                          Output& output) {
-    if (!source.hasDroppedBytes() || report.hasFailed()) {
-        return;
-    }
-    if (report.hasChanges() || report.hasLosses()) {
-        report.change({0, 1}, "took out the bytes FF, which mean nothing");
-        return;
-    }
+/// Writes the bytes of the description itself. False, with an error, if it cannot be read.
+bool copyDescription(const SourceFiles& files, Report& report, Output& output) {
     const std::unique_ptr<InputFile> input = files.openMain();
     std::array<char, 65536> block;
     output.restart();
@@ -195,7 +193,23 @@ void keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Re
     }
     if (input == nullptr || input->failed()) {
         report.error(files.mainName, "cannot be read to its end");
+        return false;
     }
+    return true;
+}
+
+/// A description of which nothing had to be changed stays as it is, with the bytes that mean
+/// nothing to the reader.
+bool keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Report& report,
+                          Output& output) {
+    if (!source.hasDroppedBytes() || report.hasFailed()) {
+        return !report.hasFailed();
+    }
+    if (report.hasChanges() || report.hasLosses()) {
+        report.note({0, 1}, "took out the bytes FF, which mean nothing");
+        return true;
+    }
+    return copyDescription(files, report, output);
 }
 
 /// Whether there may be something that has to be known before the rest can be written. It costs a
@@ -221,9 +235,7 @@ Survey survey(SourceText& source, Report& report, const RewriteOptions& options)
                : Survey{};
 }
 
-}  // namespace
-
-bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report& report,
+bool rewriteText(const SourceFiles& files, const RewriteOptions& options, Report& report,
                  Output& output, LineMap* map) {
     SourceText source(files, report);
     if (!source.open()) {
@@ -243,9 +255,33 @@ bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report
     }
     if (!report.hasFailed() && source.open()) {
         Rewriter(source, report, known, options, output, map).run();
-        keepMeaninglessBytes(source, files, report, output);
+        return keepMeaninglessBytes(source, files, report, output);
     }
-    return !report.hasFailed();
+    return false;
+}
+
+/// Each line of a description that stays as it is comes from itself.
+void mapToItself(const SourceFiles& files, Report& report, LineMap& map) {
+    const std::unique_ptr<InputFile> input = files.openMain();
+    std::string text;
+    if (input != nullptr && readToEnd(*input, 0, text)) {
+        map = LineMap();
+        map.addCopied(text, {report.fileNumber(files.mainName), 1});
+    }
+}
+
+}  // namespace
+
+bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report& report,
+                 Output& output, LineMap* map) {
+    const bool isRewritten = rewriteText(files, options, report, output, map);
+    if (!report.isReadable()) {
+        return isRewritten;
+    }
+    if (map != nullptr) {
+        mapToItself(files, report, *map);
+    }
+    return copyDescription(files, report, output);
 }
 
 }  // namespace preparing
@@ -262,8 +298,20 @@ bool writeMap(const std::string& name, const LineMap& map, const Report& report)
     return file.finish();
 }
 
+/// Whether the reader takes the description as it is.
+bool canBeRead(const SourceFiles& files, const PrepareOptions::Values& values) {
+    const std::unique_ptr<InputFile> input = files.openMain();
+    return input != nullptr && values.reads([&input](char* buffer, std::size_t size) {
+        return input->read(buffer, size);
+    });
+}
+
 PrepareResult prepareTo(const SourceFiles& files, const PrepareOptions::Values& values,
                         Report& report, preparing::Output& output) {
+    const RewriteOptions& rewrite = values.rewrite;
+    if (values.reads && rewrite.epk.empty() && rewrite.epkAddress.empty() && !rewrite.latin1) {
+        report.setReader([&] { return canBeRead(files, values); });
+    }
     std::optional<LineMap> map;
     if (!values.map.empty()) {
         map.emplace();
@@ -276,7 +324,7 @@ PrepareResult prepareTo(const SourceFiles& files, const PrepareOptions::Values& 
     } else if (!output.finish()) {
         report.error(values.output, "cannot be written");
     }
-    return report.hasFailed()   ? PrepareResult::Failed
+    return report.hasErrors()   ? PrepareResult::Failed
            : report.hasLosses() ? PrepareResult::WithLoss
                                 : PrepareResult::Ready;
 }

@@ -1,6 +1,7 @@
 #include "prepare/report.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmark::preparing {
 
@@ -17,15 +18,38 @@ std::string Report::textOf(Place place) const {
     return fileName(place.file) + ":" + std::to_string(place.line);
 }
 
+/// Whether the reader refuses the description. Nobody asks it about one that has other bytes by
+/// now.
+bool Report::isRefused() {
+    if (const auto reads = std::exchange(reads_, nullptr); reads && !hasFailed()) {
+        isReadable_ = reads();
+    }
+    return !isReadable_;
+}
+
+void Report::note(Place place, std::string_view text) {
+    forgetReader();
+    tell(PrepareFinding::Kind::Change, fileName(place.file), place.line, text);
+}
+
 void Report::change(Place place, std::string_view text) {
+    if (!isRefused()) {
+        return;
+    }
     tell(PrepareFinding::Kind::Change, fileName(place.file), place.line, text);
 }
 
 void Report::loss(Place place, std::string_view text) {
+    if (!isRefused()) {
+        return;
+    }
     tell(PrepareFinding::Kind::Loss, fileName(place.file), place.line, text);
 }
 
 void Report::error(Place place, std::string_view text) {
+    if (!isRefused()) {
+        return;
+    }
     tell(PrepareFinding::Kind::Error, fileName(place.file), place.line, text);
 }
 

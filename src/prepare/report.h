@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,10 @@ class Report {
     /// The same as text, as in messages.
     [[nodiscard]] std::string textOf(Place place) const;
 
+    /// Something that was asked for, or that a reader cannot know of: an include, an encoding.
+    void note(Place place, std::string_view text);
+
+    // What the reader would refuse. It is asked once whether it does.
     void change(Place place, std::string_view text);
     void loss(Place place, std::string_view text);
     void error(Place place, std::string_view text);
@@ -37,16 +42,30 @@ class Report {
     /// An error about no line of a file.
     void error(std::string_view file, std::string_view text);
 
-    [[nodiscard]] bool hasFailed() const { return hasFailed_; }
+    /// Who tells whether the reader takes the description as it is.
+    void setReader(std::function<bool()> reads) { reads_ = std::move(reads); }
+
+    /// Says that the description is more than the reader sees of it. Nobody asks it then.
+    void forgetReader() { reads_ = nullptr; }
+
+    /// Whether the work is to end: after an error, or because nothing needs to be done.
+    [[nodiscard]] bool hasFailed() const { return hasFailed_ || isReadable_; }
+
+    /// Whether the description can be read as it is, although something seemed to be wrong with it.
+    [[nodiscard]] bool isReadable() const { return isReadable_; }
+    [[nodiscard]] bool hasErrors() const { return hasFailed_; }
     [[nodiscard]] bool hasLosses() const { return hasLosses_; }
     [[nodiscard]] bool hasChanges() const { return hasChanges_; }
 
   private:
+    [[nodiscard]] bool isRefused();
     void tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_t line,
               std::string_view text);
 
     PrepareFindingHandler tell_;
     std::vector<std::string> files_;
+    std::function<bool()> reads_;
+    bool isReadable_ = false;
     bool hasFailed_ = false;
     bool hasLosses_ = false;
     bool hasChanges_ = false;

@@ -165,13 +165,13 @@ void Rewriter::beginText() {
     const StoredForm& form = source_.form();
     const Place begin = source_.placeOf(0);
     if (form.isPacked) {
-        report_.change(begin, "unpacked (gzip)");
+        report_.note(begin, "unpacked (gzip)");
     }
     if (form.isUtf16()) {
-        report_.change(begin, options_.latin1 ? "UTF-16 became ISO 8859-1"
-                                              : "UTF-16 became UTF-8 with a mark");
+        report_.note(begin, options_.latin1 ? "UTF-16 became ISO 8859-1"
+                                            : "UTF-16 became UTF-8 with a mark");
     } else if (form.characters == StoredForm::Characters::Utf8 && options_.latin1) {
-        report_.change(begin, "UTF-8 became ISO 8859-1");
+        report_.note(begin, "UTF-8 became ISO 8859-1");
     }
     if (form.characters != StoredForm::Characters::Bytes && !options_.latin1) {
         output_.write(kUtf8Mark);
@@ -235,7 +235,7 @@ void Rewriter::beginModule(const Part& part) {
         if (const auto text = epkText(false, false)) {
             const Place place = placeIn(part, 0);
             make(indentation(part) + "  /begin MOD_PAR \"\"" + *text + " /end MOD_PAR", place);
-            report_.change(place, "put in a MOD_PAR with the EPK");
+            report_.note(place, "put in a MOD_PAR with the EPK");
         }
     }
 }
@@ -616,7 +616,7 @@ void Rewriter::addEpk(const Part& part) {
     if (text && !std::exchange(hasPutEpk_, true)) {
         const std::size_t behind = walk_.parameters()[0].end;
         walk_.edits().replace(behind, behind, *text);
-        report_.change(placeIn(part, 0), "put the EPK into MOD_PAR");
+        report_.note(placeIn(part, 0), "put the EPK into MOD_PAR");
     }
     writeEdited(part);
 }

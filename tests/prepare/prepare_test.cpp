@@ -109,6 +109,41 @@ TEST_F(PrepareFiles, CanBeTraced) {
                                  "\t1\n5\t3\t" + in + "\t4\n");
 }
 
+TEST_F(PrepareFiles, StayAsTheyAreIfTheReaderTakesThem) {
+    const std::string out = directory_.file("out.a2l");
+    const std::string odd = moduleOf("/begin UNHEARD /end OTHER");
+    std::string read;
+    PrepareOptions options;
+    options.setOutput(out).setReader([&read](const ByteSource& description) {
+        char bytes[1000];
+        read.assign(bytes, description(bytes, sizeof bytes));
+        return true;
+    });
+    EXPECT_EQ(run(odd, options), PrepareResult::Ready);
+    EXPECT_EQ(readFile(out), odd);
+    EXPECT_EQ(read, odd);
+    EXPECT_EQ(findings_, "");
+}
+
+TEST_F(PrepareFiles, AreMendedIfTheReaderRefusesThem) {
+    const std::string out = directory_.file("out.a2l");
+    int asked = 0;
+    PrepareOptions options;
+    options.setOutput(out).setReader([&asked](const ByteSource&) {
+        ++asked;
+        return false;
+    });
+    EXPECT_EQ(run(moduleOf("\na\nb"), options), PrepareResult::WithLoss);
+    EXPECT_EQ(readFile(out), moduleOf(""));
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(PrepareFiles, WithIncludesAreNotShownToTheReader) {
+    PrepareOptions options;
+    options.setReader([](const ByteSource&) { return true; });
+    EXPECT_EQ(run(moduleOf("/include none"), options), PrepareResult::Failed);
+}
+
 TEST_F(PrepareFiles, OfOptionsCanBeCopied) {
     PrepareOptions options;
     options.setSeparator("_");
