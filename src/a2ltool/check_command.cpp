@@ -1,23 +1,21 @@
 #include "a2ltool/check_command.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "a2ltool/color.h"
+#include "a2ltool/description_check.h"
 #include "a2ltool/file_report.h"
 #include "a2ltool/input.h"
-#include "a2ltool/message_table.h"
 #include "a2ltool/report_formats.h"
 #include "a2ltool/result_file.h"
 #include "a2ltool/source_lines.h"
-#include "quillmark/convert.h"
 #include "quillmark/description.h"
 
 namespace quillmark::a2ltool {
@@ -32,69 +30,16 @@ struct CheckOptions {
     bool errorsOnly = false;
 };
 
-ReportedFinding reported(Severity severity, std::int32_t line, std::int32_t column,
-                         std::string_view text) {
-    return {severity, line, column, std::string(text), findMessage(severity, text), {}};
-}
-
-/// Whether a finding is about the description. What follows from one for the output file is told by
-/// the verdict.
-bool isWanted(const Finding& finding, const CheckOptions& options) {
-    constexpr std::string_view kNoOutput = "No output file generated.";
-    const Severity least = options.errorsOnly ? Severity::Error : Severity::Warning;
-    return finding.severity() >= least && finding.text() != kNoOutput;
-}
-
-void addFindings(const Findings& findings, const CheckOptions& options, FileReport& report) {
-    for (const Finding& finding : findings) {
-        if (isWanted(finding, options)) {
-            report.findings.push_back(
-                reported(finding.severity(), finding.line(), finding.column(), finding.text()));
-        }
-    }
-}
-
-/// What `convert` would say once it has read the description. The selection of a library is no
-/// matter of the description, so the version file is one that allows everything.
-void checkOutput(const Description& description, const CheckOptions& options, FileReport& report) {
-    const ConvertResult result =
-        checkConversion(description, ConvertOptions().setVersions("<versions/>"));
-    addFindings(result.findings(), options, report);
-    report.convertible = result.isDone();
-    if (!report.convertible) {
-        return;
-    }
-    for (const Project& project : description.projects()) {
-        for (const Module& module : project.modules()) {
-            if (module.stationProtocol() != ProtocolKind::Undefined) {
-                report.stations.push_back({std::string(module.name()), module.stationProtocol()});
-            }
-        }
-    }
-}
-
 FileReport checkFile(const std::string& name, const CheckOptions& options) {
     Input input(name);
-    FileReport report;
-    report.file = input.shownName();
     ReadOptions reading;
     reading.setKeepTexts(false);
     if (options.all) {
         reading.setErrorLimit(std::numeric_limits<std::size_t>::max());
     }
     const Description description = input.read(reading, true);
-    if (description.status() == ReadStatus::NotOpened) {
-        report.opened = false;
-        report.convertible = false;
-        report.findings.push_back(reported(Severity::Error, 0, 0, "cannot be opened"));
-        return report;
-    }
-    addFindings(description.findings(), options, report);
-    report.reachedEnd = description.reachedEnd();
-    report.convertible = description.isComplete();
-    if (description.isComplete()) {
-        checkOutput(description, options, report);
-    }
+    FileReport report = checkDescription(description, input.shownName(),
+                                         options.errorsOnly ? Severity::Error : Severity::Warning);
     if (const auto text = input.text(); text != nullptr) {
         fetchSourceLines(*text, report.findings);
     }

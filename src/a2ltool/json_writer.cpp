@@ -8,9 +8,9 @@
 namespace quillmark::a2ltool {
 namespace {
 
-/// JSON has no words for the infinities, but numbers of any size.
-constexpr std::string_view kInfinite = "1e999";
-constexpr std::string_view kNegativeInfinite = "-1e999";
+/// JSON has no numbers for the infinities. Not all readers take a number beyond all doubles.
+constexpr std::string_view kInfinite = "Infinity";
+constexpr std::string_view kNegativeInfinite = "-Infinity";
 
 }  // namespace
 
@@ -32,8 +32,7 @@ void JsonWriter::real(double value) {
         null();
         return;
     }
-    const std::string_view number = value > 0 ? kInfinite : kNegativeInfinite;
-    writer_.RawValue(number.data(), number.size(), rapidjson::kNumberType);
+    text(value > 0 ? kInfinite : kNegativeInfinite);
 }
 
 void JsonWriter::endDocument() {

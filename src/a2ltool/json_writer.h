@@ -61,6 +61,8 @@ class JsonWriter {
 
     void text(std::string_view bytes);
     void integer(std::int64_t value) { writer_.Int64(value); }
+
+    /// The infinities are the texts "Infinity" and "-Infinity".
     void real(double value);
     void boolean(bool value) { writer_.Bool(value); }
     void null() { writer_.Null(); }

@@ -26,6 +26,22 @@ std::vector<Module> modulesOf(const Description& description) {
     return modules;
 }
 
+/// The module among the others that has the name of modules[index]; of several in several projects
+/// the one that is as far behind the first of them. nullptr if there is none.
+const Module* findNamesake(const std::vector<Module>& modules, std::size_t index,
+                           const std::vector<Module>& others) {
+    const std::string_view name = modules[index].name();
+    const auto hasName = [&](const Module& module) { return module.name() == name; };
+    auto before = std::count_if(modules.begin(),
+                                modules.begin() + static_cast<std::ptrdiff_t>(index), hasName);
+    for (const Module& other : others) {
+        if (hasName(other) && before-- == 0) {
+            return &other;
+        }
+    }
+    return nullptr;
+}
+
 /// The comparison of one module with another.
 class ModuleDiff {
   public:
@@ -141,24 +157,23 @@ void diffSignals(const Description& oldDescription, const Description& newDescri
     const std::vector<Module> newModules = modulesOf(newDescription);
     // A single module may have another name, as for `compare`.
     const bool bothSingle = oldModules.size() == 1 && newModules.size() == 1;
-    const auto find = [&](const std::vector<Module>& modules, const Module& wanted) {
-        return std::find_if(modules.begin(), modules.end(), [&](const Module& module) {
-            return bothSingle || module.name() == wanted.name();
-        });
+    const auto partnerOf = [&](const std::vector<Module>& modules, std::size_t index,
+                               const std::vector<Module>& others) -> const Module* {
+        return bothSingle ? &others.front() : findNamesake(modules, index, others);
     };
-    for (const Module& oldModule : oldModules) {
-        const auto newModule = find(newModules, oldModule);
-        if (newModule == newModules.end()) {
-            tell({DifferenceKind::Removed, "module", {}, oldModule.name()});
+    for (std::size_t i = 0; i < oldModules.size(); ++i) {
+        const Module* const newModule = partnerOf(oldModules, i, newModules);
+        if (newModule == nullptr) {
+            tell({DifferenceKind::Removed, "module", {}, oldModules[i].name()});
             continue;
         }
-        ModuleDiff diff(oldModule, *newModule, tell);
+        ModuleDiff diff(oldModules[i], *newModule, tell);
         diff.compareConversions();
         diff.compareSignals();
     }
-    for (const Module& newModule : newModules) {
-        if (find(oldModules, newModule) == oldModules.end()) {
-            tell({DifferenceKind::Added, "module", {}, newModule.name()});
+    for (std::size_t i = 0; i < newModules.size(); ++i) {
+        if (partnerOf(newModules, i, oldModules) == nullptr) {
+            tell({DifferenceKind::Added, "module", {}, newModules[i].name()});
         }
     }
 }
