@@ -5,15 +5,14 @@
 #include <cstring>
 #include <system_error>
 
+#include "a2l/tokens/byte_classes.h"
 #include "prepare/byte_search.h"
 
 namespace quillmark::preparing {
 
 namespace {
 
-/// A set of the classes below. They are those of the reader's lexer.
-using ByteClass = std::uint16_t;
-
+// The classes are those of the reader's lexer.
 constexpr ByteClass kBlank = 1 << 0;
 constexpr ByteClass kDigit = 1 << 1;
 constexpr ByteClass kHexDigit = 1 << 2;
@@ -25,11 +24,6 @@ constexpr ByteClass kNumberStart = 1 << 6;
 constexpr ByteClass kNumberName = 1 << 7;
 constexpr ByteClass kWordStart = 1 << 8;
 constexpr ByteClass kWord = 1 << 9;
-
-struct ByteClassRow {
-    std::string_view bytes;
-    ByteClass classes;
-};
 
 constexpr ByteClass kEveryName = kName | kNumberName | kWord;
 
@@ -49,18 +43,7 @@ constexpr ByteClassRow kByteClassRows[] = {
     {".[]|", kName | kNumberName | kWord},
 };
 
-constexpr std::array<ByteClass, 256> collectByteClasses() {
-    std::array<ByteClass, 256> classes{};
-    for (const ByteClassRow& row : kByteClassRows) {
-        for (const char byte : row.bytes) {
-            ByteClass& entry = classes[static_cast<unsigned char>(byte)];
-            entry = static_cast<ByteClass>(entry | row.classes);
-        }
-    }
-    return classes;
-}
-
-constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses();
+constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses(kByteClassRows);
 
 bool isOf(char byte, ByteClass byteClass) {
     return (kByteClasses[static_cast<unsigned char>(byte)] & byteClass) != 0;

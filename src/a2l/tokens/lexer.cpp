@@ -8,15 +8,13 @@
 #include <system_error>
 #include <utility>
 
+#include "a2l/tokens/byte_classes.h"
 #include "a2l/tokens/byte_scan.h"
 #include "platform/compiler.h"
 #include "platform/input_file.h"
 
 namespace quillmark {
 namespace {
-
-/// A set of the classes below.
-using ByteClass = std::uint16_t;
 
 constexpr ByteClass kBlank = 1 << 0;
 constexpr ByteClass kDigit = 1 << 1;
@@ -45,11 +43,6 @@ constexpr char kSentinel = '\xFF';
 constexpr std::size_t kBehindEnd = kLookAhead;
 constexpr int kEndOfFile = -1;
 
-struct ByteClassRow {
-    std::string_view bytes;
-    ByteClass classes;
-};
-
 constexpr ByteClass kEveryName =
     kIdentifier | kIdentifierExtended | kNumberName | kNumberNameExtended | kWord | kWordExtended;
 
@@ -74,18 +67,7 @@ constexpr ByteClassRow kByteClassRows[] = {
     {"*/\xFF", kBehindSlash},
 };
 
-constexpr std::array<ByteClass, 256> collectByteClasses() {
-    std::array<ByteClass, 256> classes{};
-    for (const ByteClassRow& row : kByteClassRows) {
-        for (const char byte : row.bytes) {
-            ByteClass& entry = classes[static_cast<unsigned char>(byte)];
-            entry = static_cast<ByteClass>(entry | row.classes);
-        }
-    }
-    return classes;
-}
-
-constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses();
+constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses(kByteClassRows);
 
 inline ByteClass classOf(char byte) {
     return kByteClasses[static_cast<unsigned char>(byte)];
