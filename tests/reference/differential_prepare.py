@@ -166,7 +166,9 @@ def _options():
     parser.add_argument(
         "--findings", type=pathlib.Path, default=_PROJECT / "build" / "differential-prepare"
     )
-    return parser.parse_args()
+    options = parser.parse_args()
+    options.program, options.converter = options.program.resolve(), options.converter.resolve()
+    return options
 
 
 def main():
