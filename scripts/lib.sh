@@ -12,10 +12,13 @@ windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-buil
 fuzz_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev python3)
+python_packages=(python3-dev python3-pip python3-setuptools python3-venv python3-wheel pybind11-dev
+    python3-pytest python3-hypothesis python3-numpy mypy flake8)
 package_packages=(dpkg-dev file)
 package_check_packages=(lintian binutils)
 all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
     "${windows_packages[@]}" "${fuzz_packages[@]}" "${memcheck_packages[@]}" "${bench_packages[@]}"
+    "${python_packages[@]}"
     "${package_packages[@]}" "${package_check_packages[@]}")
 
 # need_packages NAME...: makes sure that these Debian packages are there. Installs what is missing
@@ -75,7 +78,7 @@ build() {
 
 # own_sources: prints the C++ files of the project, each ended by a NUL.
 own_sources() {
-    find src tests bench fuzz packaging \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
+    find src tests bench fuzz packaging python \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
 }
 
 # start_wine: makes the prefix of Wine that scripts/wine uses, if it is not there, and keeps a program
