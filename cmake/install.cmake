@@ -2,6 +2,10 @@
 set(QUILLMARK_BASH_COMPLETION_DIR ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     CACHE STRING "Directory of completions for bash")
 
+# Three packages: the programs, the shared library with its module, and what is needed to build with it.
+# What names no component belongs to the programs.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME programs)
+
 # Who installs only the program need not build the tests.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
@@ -11,7 +15,7 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 
 # install_compressed(FILE DIRECTORY): as Debian keeps manuals and changelogs, always the same bytes.
 find_program(GZIP_PROGRAM gzip REQUIRED)
-function(install_compressed file directory)
+function(install_compressed file directory component)
     get_filename_component(name ${file} NAME)
     set(compressed ${PROJECT_BINARY_DIR}/${name}.gz)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${file})
@@ -20,17 +24,20 @@ function(install_compressed file directory)
     if(NOT status EQUAL 0)
         message(FATAL_ERROR "Cannot compress ${file}")
     endif()
-    install(FILES ${compressed} DESTINATION ${directory})
+    install(FILES ${compressed} DESTINATION ${directory} COMPONENT ${component})
 endfunction()
 
-# No program but these has a use for the module, so that it is no library of the system's.
+# Nobody but these and the library has a use for the module, so that it is no library of the system's.
 if(TARGET quillmark_edges_module)
     file(RELATIVE_PATH module_from_program ${CMAKE_INSTALL_FULL_BINDIR}
         ${CMAKE_INSTALL_PREFIX}/${QUILLMARK_MODULE_DIRECTORY})
-    set_target_properties(quillmark PROPERTIES INSTALL_RPATH "$ORIGIN/${module_from_program}")
-    install(TARGETS quillmark_edges_module LIBRARY DESTINATION ${QUILLMARK_MODULE_DIRECTORY})
+    set_target_properties(quillmark quillmark-a2l PROPERTIES
+        INSTALL_RPATH "$ORIGIN/${module_from_program}")
+    install(TARGETS quillmark_edges_module
+        LIBRARY DESTINATION ${QUILLMARK_MODULE_DIRECTORY} COMPONENT library)
+    include(cmake/install_library.cmake)
 endif()
-install(TARGETS quillmark RUNTIME)
+install(TARGETS quillmark quillmark-a2l RUNTIME)
 if(TARGET pages)
     set(page_directory ${PROJECT_BINARY_DIR}/pages)
     install(FILES ${page_directory}/quillmark.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -55,19 +62,25 @@ install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTER
     PATTERN "*.schema.json")
 # Where users of Debian look for the licences and for the history of a package.
 install(FILES packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install_compressed(packaging/changelog ${CMAKE_INSTALL_DOCDIR})
+install_compressed(packaging/changelog ${CMAKE_INSTALL_DOCDIR} programs)
 if(EXISTS /etc/debian_version AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
     install(FILES packaging/lintian-overrides
         DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME quillmark)
 endif()
 
-# The Debian package; scripts/package builds it.
+# The Debian packages; scripts/package builds them.
 set(CPACK_PACKAGE_NAME quillmark)
 set(CPACK_PACKAGE_VENDOR "VELTRA Quillmark maintainers")
 set(CPACK_PACKAGE_CONTACT "VELTRA Quillmark maintainers <maintainers@quillmark.example>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "converter of ECU description files for a data logger")
-set(CPACK_PACKAGE_DESCRIPTION
-"Quillmark reads the description of a control unit (A2L, ASAM MCD-2 MC) that
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL programs library development)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_COMPONENT_PROGRAMS_DEPENDS library)
+set(CPACK_COMPONENT_DEVELOPMENT_DEPENDS library)
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME quillmark)
+set(CPACK_DEBIAN_PROGRAMS_DESCRIPTION
+"converter of ECU description files for a data logger
+Quillmark reads the description of a control unit (A2L, ASAM MCD-2 MC) that
 is measured with CCP or XCP.
 .
 It converts the description into the include file with which a sigTrak data
@@ -75,6 +88,27 @@ logger learns the signals of the unit: their addresses, conversions and units.
 It packs that file together with others for the logger, expands a compressed
 one, and compares two descriptions: whether a logger that was set up for one
 release of a unit can measure the next.")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME libquillmark1)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_DESCRIPTION
+"library for ECU description files
+libquillmark reads the description of a control unit (A2L, ASAM MCD-2 MC) and
+shows what is in it: signals, conversions, protocol settings. It converts,
+expands and compares like the program quillmark.")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA
+    ${PROJECT_SOURCE_DIR}/packaging/libquillmark1/shlibs
+    ${PROJECT_SOURCE_DIR}/packaging/libquillmark1/triggers)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libquillmark-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS zlib1g-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
+"library for ECU description files, to build with
+libquillmark reads the description of a control unit (A2L, ASAM MCD-2 MC) and
+shows what is in it: signals, conversions, protocol settings. It converts,
+expands and compares like the program quillmark.
+.
+This package has its headers, the static library, and what CMake and
+pkg-config need to find it.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_STRIP_FILES ON)

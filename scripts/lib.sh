@@ -5,7 +5,7 @@ cd "$project_root"
 
 build_packages=(g++ cmake ninja-build qt6-base-dev zlib1g-dev libarchive-dev libcli11-dev
     rapidjson-dev)
-test_packages=(libgtest-dev libgmock-dev mandoc python3 python3-jsonschema make expect zsh)
+test_packages=(libgtest-dev libgmock-dev mandoc python3 python3-jsonschema make pkg-config expect zsh)
 lint_packages=(clang-format clang-tidy clang-tidy-19 cppcheck)
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build dpkg-dev
     qt6-base-dev libarchive-dev libcli11-dev rapidjson-dev googletest wine wine64 zip unzip)

@@ -13,5 +13,6 @@
 #include "quillmark/list.h"
 #include "quillmark/model.h"
 #include "quillmark/number.h"
+#include "quillmark/prepare.h"
 #include "quillmark/protocol.h"
 #include "quillmark/version.h"

@@ -34,7 +34,7 @@ from pathlib import Path
 RUN_ELSEWHERE = {
     r"git clone \S+ quillmark && cd quillmark$": "scripts/bare",
     r"scripts/(demo|test|package|bare)\b.*": ".ci/run, scripts/bare",
-    r"scripts/(bench|coverage|fuzz|lint|memcheck|damage-check|differential|windows)\b.*": ".ci/run",
+    r"scripts/(bench|coverage|fuzz|lint|memcheck|damage-check|differential|threads|windows)\b.*": ".ci/run",
     r"sudo apt-get (update|install)\b.*": "scripts/bare",
     r"cmake --(preset|build|install) .*": "scripts/test, scripts/package",
     r"ctest --preset release.*": "scripts/test",
