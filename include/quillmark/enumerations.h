@@ -44,7 +44,7 @@ enum class BaseType : std::uint8_t {
 /// "integer", "unsigned", "float32", "float64", "ascii".
 QUILLMARK_API std::string_view textOf(BaseType type) noexcept;
 
-/// Shift that a signal asks for before its bit mask is applied.
+/// Shift that a signal asks for once its bit mask has been applied.
 enum class BitOperation : std::uint8_t { None, LeftShift, RightShift };
 /// "left" or "right".
 QUILLMARK_API std::string_view textOf(BitOperation operation) noexcept;

@@ -214,6 +214,7 @@ int parseProject(CoreReader& reader, PhRoot& root) {
         return reader.fail("Identifier expected");
     }
     project->setName(PhString(reader.token().text));
+    project->line = reader.lineNumber();
     kind = reader.next();
     if (kind != TOK_STRING && kind != TOK_IDENT) {
         return reader.fail("String expected");

@@ -136,6 +136,7 @@ void readComponent(BlockReader& reader, std::string_view parameters, DataType& t
 
 int parseRecordLayout(CoreReader& reader, PhGroup& module) {
     const auto layout = reader.defineNext<PhRecordLayout>();
+    layout->line = reader.lineNumber();
     reader.traceBlock("Parse RECORD_LAYOUT\n");
     reader.keepIn(module.recordLayouts, layout);
     int kind = reader.next();

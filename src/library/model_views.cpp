@@ -100,7 +100,7 @@ std::string_view Unit::longIdentifier() const noexcept {
 }
 
 std::int32_t Unit::line() const noexcept {
-    return 0;
+    return unit_->line;
 }
 
 std::string_view Unit::displayText() const noexcept {
@@ -141,7 +141,7 @@ std::string_view Conversion::longIdentifier() const noexcept {
 }
 
 std::int32_t Conversion::line() const noexcept {
-    return 0;
+    return conversion_->line;
 }
 
 ConversionKind Conversion::kind() const noexcept {
@@ -205,7 +205,7 @@ std::string_view RecordLayout::name() const noexcept {
 }
 
 std::int32_t RecordLayout::line() const noexcept {
-    return 0;
+    return layout_->line;
 }
 
 bool RecordLayout::isDefined() const noexcept {
@@ -231,7 +231,7 @@ std::string_view Signal::longIdentifier() const noexcept {
 }
 
 std::int32_t Signal::line() const noexcept {
-    return 0;
+    return signal_->line;
 }
 
 SignalKind Signal::kind() const noexcept {
@@ -332,7 +332,7 @@ std::string_view Group::longIdentifier() const noexcept {
 }
 
 std::int32_t Group::line() const noexcept {
-    return 0;
+    return group_->line;
 }
 
 bool Group::isDefined() const noexcept {
@@ -358,7 +358,7 @@ std::string_view Frame::longIdentifier() const noexcept {
 }
 
 std::int32_t Frame::line() const noexcept {
-    return 0;
+    return frame_->line;
 }
 
 std::int32_t Frame::scalingUnit() const noexcept {
@@ -418,7 +418,7 @@ std::string_view Module::longIdentifier() const noexcept {
 }
 
 std::int32_t Module::line() const noexcept {
-    return 0;
+    return module_->line;
 }
 
 List<Signal> Module::signals() const noexcept {
@@ -504,7 +504,7 @@ std::string_view Project::longIdentifier() const noexcept {
 }
 
 std::int32_t Project::line() const noexcept {
-    return 0;
+    return project_->line;
 }
 
 List<Module> Project::modules() const noexcept {

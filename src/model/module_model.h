@@ -37,6 +37,8 @@ class PhGroup final : public PhObject {
     PhObjectList<PhMemoryPage> memoryPages;
     PhHandle<PhProperties> properties;  ///< empty until something is stored
 
+    TextLine line = 0;
+
     /// Whether it is known that no reference within this scope needs binding, so that resolution
     /// can pass it over.
     bool referencesAreBound = false;

@@ -18,6 +18,9 @@
 
 namespace quillmark {
 
+/// The line of a description on which a block has its name, from 1; 0 where there is no such block.
+using TextLine = std::int32_t;
+
 /// A physical unit. A unit that a conversion writes inline has its text as name and display text;
 /// one of its own block has the block's display text; a placeholder has none.
 class PhUnit final : public PhObject {
@@ -26,6 +29,8 @@ class PhUnit final : public PhObject {
 
     const PhString& displayText() const { return displayText_; }
     void setDisplayText(PhString text) { displayText_ = std::move(text); }
+
+    TextLine line = 0;
 
   private:
     PhString displayText_;
@@ -66,6 +71,7 @@ class PhConversion final : public PhObject {
     static constexpr std::string_view kTablePrefix = "TAB::";
 
     PhConversionType conversionType = PhConversionType::Undefined;
+    TextLine line = 0;
     PhHandle<PhUnit> unit;
     PhHandle<PhConversion> tableRef;  ///< the table that the method names, never the method itself
 
@@ -99,6 +105,7 @@ class PhRecordLayout final : public PhObject {
   public:
     PhRecordLayout() : PhObject(PhClass::RecordLayout) {}
 
+    TextLine line = 0;
     PhHandle<PhType> dataType;
 };
 
@@ -130,6 +137,7 @@ class PhEntity final : public PhObject {
     std::optional<std::int32_t> addressExtension;
     PhNumber lowerLimit;
     PhNumber upperLimit;
+    TextLine line = 0;
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
 
@@ -161,6 +169,7 @@ class PhFunction final : public PhObject {
   public:
     PhFunction() : PhObject(PhClass::Function) {}
 
+    TextLine line = 0;
     PhObjectList<PhEntity> signals;
     PhObjectList<PhFunction> functions;
 };
@@ -170,6 +179,7 @@ class PhFrame final : public PhObject {
   public:
     PhFrame() : PhObject(PhClass::Frame) {}
 
+    TextLine line = 0;
     std::int32_t scalingUnit = 0;  ///< code of the standard's scaling-unit table
     std::int32_t rate = 0;         ///< number of scaling units
     PhObjectList<PhEntity> signals;

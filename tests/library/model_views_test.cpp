@@ -1,5 +1,13 @@
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <optional>
 #include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -164,6 +172,48 @@ TEST_F(Walk, UnitsGroupsFramesAndMemory) {
     EXPECT_EQ(ram.address(), 0xD0000000U);
     EXPECT_EQ(ram.size(), 0x10000U);
     EXPECT_EQ(module_.recordLayouts().size(), 6U);
+}
+
+// The lines on which names stand in the description.
+TEST_F(Walk, LinesAreThoseOfTheNames) {
+    std::map<std::string, std::int32_t, std::less<>> lines;
+    std::ifstream file(QUILLMARK_EXAMPLES "/engine-xcp/engine.a2l");
+    std::string text;
+    for (std::int32_t line = 1; std::getline(file, text); ++line) {
+        std::istringstream words(text);
+        std::string begin;
+        std::string keyword;
+        std::string name;
+        if (words >> begin >> keyword >> name && begin == "/begin") {
+            lines.try_emplace(keyword + " " + name, line);
+        }
+    }
+    const auto expectLine = [&](const char* keyword, const auto& part) {
+        const std::string block = std::string(keyword) + " " + std::string(part.name());
+        EXPECT_EQ(part.line(), lines[block]) << block;
+    };
+    expectLine("PROJECT", description_.projects()[0]);
+    expectLine("MODULE", module_);
+    for (const Signal part : module_.signals()) {
+        expectLine(part.kind() == SignalKind::Measurement ? "MEASUREMENT" : "CHARACTERISTIC", part);
+    }
+    for (const Conversion part : module_.conversions()) {
+        if (!part.isTable()) {
+            expectLine("COMPU_METHOD", part);
+        }
+    }
+    expectLine("COMPU_VTAB", module_.findTable("StateNames").value());
+    expectLine("COMPU_TAB", module_.findTable("CoolantCurve").value());
+    for (const Unit part : module_.units()) {
+        expectLine("UNIT", part);
+    }
+    for (const RecordLayout part : module_.recordLayouts()) {
+        expectLine("RECORD_LAYOUT", part);
+    }
+    expectLine("FUNCTION", module_.findGroup("Ignition").value());
+    expectLine("GROUP", module_.findGroup("Bench").value());
+    expectLine("FRAME", module_.frames()[0]);
+    EXPECT_EQ(conversion("Raw").unit().value().line(), 0) << "a text is no block";
 }
 
 TEST_F(Walk, WhatIsNotThere) {

@@ -27,7 +27,7 @@ PhString BlockReader::readString() {
     return expectString() ? PhString(token_.text) : PhString();
 }
 
-void BlockReader::readLongIdentifier(PhObject& block) {
+void BlockReader::readLongIdentifierOf(PhObject& block) {
     if (expectString() && keepsLongIdentifiers()) {
         block.setLongIdentifier(PhString(token_.text));
     }

@@ -67,8 +67,15 @@ class BlockReader : public PhReader, private A2lLexer {
     /// NULL.
     PhString readString();
 
-    /// The same for the long identifier of `block`, which gets it if long identifiers are kept.
-    void readLongIdentifier(PhObject& block);
+    /// The same for the long identifier of `block`, which gets it if long identifiers are kept, and
+    /// the line of its name, which is the token before.
+    template <typename Block>
+    void readLongIdentifier(Block& block) {
+        if constexpr (requires { block.line; }) {
+            commit([&] { block.line = lineNumber(); });
+        }
+        readLongIdentifierOf(block);
+    }
 
     /// The kind of a text that may be written as NULL: the bare identifier becomes an empty text.
     int nullAsEmptyString(int kind);
@@ -258,6 +265,7 @@ class BlockReader : public PhReader, private A2lLexer {
     int readBesides();
 
     TextPlace place() const { return {lineNumber(), columnNumber()}; }
+    void readLongIdentifierOf(PhObject& block);
     bool expectString();
     bool expectIntegerOrWarn();
     int endMissing(std::string_view name);
