@@ -10,7 +10,7 @@ namespace quillmark::preparing {
 namespace {
 
 bool isCoreKeyword(std::string_view word) {
-    return mayBeKeyword(kCoreKeywords, word) && lookup(kCoreKeywords, word) != 0;
+    return lookup(kCoreKeywords, word) != 0;
 }
 
 /// The value of a number, a real one truncated; its low 32 bits, as the reader has them.

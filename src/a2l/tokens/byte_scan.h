@@ -18,43 +18,89 @@ namespace quillmark {
 
 inline constexpr std::size_t kLookAhead = 16;
 
-/// How many of the eight bytes at a position are spaces, up to the first that is none.
-inline std::size_t leadingSpaces(const char* position) {
-    constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
+/// How many digits are worked on together.
+inline constexpr std::size_t kDigitsTogether = 8;
+
+namespace byte_scan {
+
+/// The eight bytes at a position, of which the first `count` (1 to 8) stay, as a number whose
+/// highest byte is the last of them, with bytes 0 below.
+inline std::uint64_t firstBytes(const char* position, std::size_t count) {
+    constexpr std::size_t kBytes = sizeof(std::uint64_t);
+    constexpr std::size_t kBitsPerByte = 8;
     std::uint64_t bytes = 0;
-    std::memcpy(&bytes, position, sizeof bytes);
-    const std::uint64_t others = bytes ^ kEightSpaces;
-    constexpr int kBitsPerByte = 8;
-    const int bits = std::endian::native == std::endian::little ? std::countr_zero(others)
-                                                                : std::countl_zero(others);
-    return static_cast<std::size_t>(bits / kBitsPerByte);
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&bytes, position, kBytes);
+    } else {
+        for (std::size_t at = kBytes; at-- > 0;) {
+            bytes = bytes << kBitsPerByte | static_cast<unsigned char>(position[at]);
+        }
+    }
+    return bytes << (kBitsPerByte * (kBytes - count));
+}
+
+}  // namespace byte_scan
+
+/// The value of 1 to 8 decimal digits. All are worked on at once: neighbours become numbers of two
+/// digits, these of four, those of eight.
+inline std::uint32_t decimalDigits(const char* digits, std::size_t count) {
+    std::uint64_t value = byte_scan::firstBytes(digits, count) & 0x0F0F0F0F0F0F0F0FU;
+    value = (value * (10 << 8 | 1)) >> 8U & 0x00FF00FF00FF00FFU;
+    value = (value * (100U << 16U | 1U)) >> 16U & 0x0000FFFF0000FFFFU;
+    return static_cast<std::uint32_t>((value * (std::uint64_t{10000} << 32U | 1U)) >> 32U);
+}
+
+/// The same for hexadecimal digits.
+inline std::uint32_t hexadecimalDigits(const char* digits, std::size_t count) {
+    std::uint64_t value = byte_scan::firstBytes(digits, count);
+    // The low bits of 'A' to 'F' and 'a' to 'f', which have bit 6, are 1 to 6.
+    value = (value & 0x0F0F0F0F0F0F0F0FU) + 9 * (value >> 6U & 0x0101010101010101U);
+    value = (value << 4U | value >> 8U) & 0x00FF00FF00FF00FFU;
+    value = (value << 8U | value >> 16U) & 0x0000FFFF0000FFFFU;
+    return static_cast<std::uint32_t>(value << 16U | value >> 32U);
 }
 
 #ifdef QM_HAS_SSE2
 
+namespace byte_scan {
+
+/// The bytes from `first` to `last`. Comparisons are signed: the range is moved to begin at the
+/// least value, -128.
+inline __m128i within(__m128i bytes, char first, char last) {
+    const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(-128 - first)));
+    return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-127 + (last - first))));
+}
+
+inline __m128i load(const char* position) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
+}
+
+/// How many bytes come before the first that is not set; 16 if all are.
+inline std::size_t countSet(__m128i bytes) {
+    constexpr unsigned kAll = 0xFFFF;
+    constexpr unsigned kBehind = kAll + 1;
+    const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(bytes)) ^ kAll;
+    return static_cast<std::size_t>(std::countr_zero(others | kBehind));
+}
+
+}  // namespace byte_scan
+
 /// Skips bytes as long as `isPlain(sixteen bytes)` sets all bits of them.
 template <typename IsPlain>
 char* skipPlainBytes(char* position, IsPlain isPlain) {
-    constexpr unsigned kAll = 0xFFFF;
     for (;;) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(position));
-        const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(isPlain(bytes))) ^ kAll;
-        if (others != 0) {
-            return position + std::countr_zero(others);
+        const std::size_t count = byte_scan::countSet(isPlain(byte_scan::load(position)));
+        position += count;
+        if (count != sizeof(__m128i)) {
+            return position;
         }
-        position += sizeof bytes;
     }
 }
 
 /// Skips the ASCII letters, digits and underscores that names are mostly made of.
 inline char* skipPlainNameBytes(char* position) {
     return skipPlainBytes(position, [](__m128i bytes) {
-        // Comparisons are signed: each range is moved to begin at the least value, -128.
-        const auto within = [](__m128i values, char first, char last) {
-            const __m128i moved =
-                _mm_add_epi8(values, _mm_set1_epi8(static_cast<char>(-128 - first)));
-            return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-127 + (last - first))));
-        };
+        using byte_scan::within;
         const __m128i lowerCase = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
         return _mm_or_si128(_mm_or_si128(within(lowerCase, 'a', 'z'), within(bytes, '0', '9')),
                             _mm_cmpeq_epi8(bytes, _mm_set1_epi8('_')));
@@ -71,7 +117,66 @@ inline char* skipPlainTextBytes(char* position) {
     });
 }
 
+/// Skips the spaces, tabs and line ends that stand between tokens, and adds the line feeds among
+/// them to `lines`.
+inline char* skipPlainBlanks(char* position, std::uint32_t& lines) {
+    for (;;) {
+        const __m128i bytes = byte_scan::load(position);
+        const auto are = [bytes](char byte) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(byte)); };
+        const __m128i feeds = are('\n');
+        const __m128i blanks =
+            _mm_or_si128(_mm_or_si128(are(' '), feeds), _mm_or_si128(are('\r'), are('\t')));
+        const std::size_t count = byte_scan::countSet(blanks);
+        // Few runs hold more than one.
+        for (unsigned left = static_cast<unsigned>(_mm_movemask_epi8(feeds)) & ((1U << count) - 1);
+             left != 0; left &= left - 1) {
+            ++lines;
+        }
+        position += count;
+        if (count != sizeof bytes) {
+            return position;
+        }
+    }
+}
+
+/// How many decimal digits stand there; 16 for more.
+inline std::size_t leadingDigits(const char* position) {
+    return byte_scan::countSet(byte_scan::within(byte_scan::load(position), '0', '9'));
+}
+
+/// How many hexadecimal digits stand there; 16 for more.
+inline std::size_t leadingHexDigits(const char* position) {
+    const __m128i bytes = byte_scan::load(position);
+    const __m128i lowerCase = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
+    return byte_scan::countSet(
+        _mm_or_si128(byte_scan::within(lowerCase, 'a', 'f'), byte_scan::within(bytes, '0', '9')));
+}
+
 #else
+
+inline char* skipPlainBlanks(char* position, std::uint32_t&) {
+    return position;
+}
+
+inline std::size_t leadingDigits(const char* position) {
+    std::size_t count = 0;
+    while (count < kLookAhead && position[count] >= '0' && position[count] <= '9') {
+        ++count;
+    }
+    return count;
+}
+
+inline std::size_t leadingHexDigits(const char* position) {
+    const auto isHexDigit = [](char byte) {
+        const int lowerCase = byte | ('a' - 'A');
+        return (byte >= '0' && byte <= '9') || (lowerCase >= 'a' && lowerCase <= 'f');
+    };
+    std::size_t count = 0;
+    while (count < kLookAhead && isHexDigit(position[count])) {
+        ++count;
+    }
+    return count;
+}
 
 inline char* skipPlainNameBytes(char* position) {
     return position;

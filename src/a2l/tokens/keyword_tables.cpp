@@ -76,27 +76,15 @@ const KeywordEntry* throughIndex(const KeywordTable& table, std::string_view tex
     return nullptr;
 }
 
-const KeywordEntry* findEntry(const KeywordTable& table, std::string_view text) {
-    if (table.hints == nullptr) {
-        return rowByRow(table, text);
-    }
-    const std::uint16_t row =
-        text.empty() ? KeywordHints::kNone : table.hints->rows[KeywordHints::placeOf(text)];
-    if (row == KeywordHints::kSeveral) {
-        return throughIndex(table, text);
-    }
-    const bool found = row != KeywordHints::kNone && table.entries[row].text == text;
-    return found ? &table.entries[row] : nullptr;
-}
-
 }  // namespace
 
 #define QM_KEYWORD_TABLE(space, table, capacity) \
     constinit const KeywordTable table = Indexed<space::kRows, capacity>::kTable;
 #include "a2l/tokens/keyword_lists.inc"
 
-int lookup(const KeywordTable& table, std::string_view text, int otherwise) {
-    const KeywordEntry* const entry = findEntry(table, text);
+int lookupInIndex(const KeywordTable& table, std::string_view text, int otherwise) {
+    const KeywordEntry* const entry =
+        table.slots == nullptr ? rowByRow(table, text) : throughIndex(table, text);
     return entry == nullptr ? otherwise : entry->id;
 }
 

@@ -6,6 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "platform/equal_texts.h"
+
 namespace quillmark {
 
 /// The ids of the keywords, one namespace per table, as in `kw::core::MEASUREMENT`. The constants
@@ -98,14 +100,24 @@ constexpr std::uint32_t keywordHash(std::string_view text) {
     return hash;
 }
 
-/// False for nearly all texts that equal no keyword. `text` is not empty.
-inline bool mayBeKeyword(const KeywordTable& table, std::string_view text) {
-    return table.hints == nullptr ||
-           table.hints->rows[KeywordHints::placeOf(text)] != KeywordHints::kNone;
-}
+/// The way through the index, for texts of which the hints do not know enough.
+int lookupInIndex(const KeywordTable& table, std::string_view text, int otherwise);
 
 /// The id of the keyword that equals `text` byte by byte, `otherwise` when there is none.
-int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0);
+inline int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0) {
+    if (table.hints == nullptr || text.empty()) {
+        return lookupInIndex(table, text, otherwise);
+    }
+    const std::uint16_t row = table.hints->rows[KeywordHints::placeOf(text)];
+    if (row == KeywordHints::kNone) {
+        return otherwise;
+    }
+    if (row == KeywordHints::kSeveral) {
+        return lookupInIndex(table, text, otherwise);
+    }
+    const KeywordEntry& entry = table.entries[row];
+    return equalTexts(entry.text, text) ? entry.id : otherwise;
+}
 
 /// The text of the first row with this id; empty when there is none.
 std::string_view keywordName(const KeywordTable& table, int id);

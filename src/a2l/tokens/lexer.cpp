@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -109,9 +110,42 @@ std::int32_t hexadecimalValue(std::string_view text) {
     return lowBits(negative ? 0 - value : value);
 }
 
+/// The value of a real of few digits and without exponent ("-12.5"), as most are. Numerator and
+/// denominator are exact then, so that their quotient is the nearest real, as from_chars() gives
+/// it.
+std::optional<double> shortReal(std::string_view text) {
+    constexpr std::size_t kMostDigits = 15;
+    constexpr std::array<double, kMostDigits + 1> kPowers = {
+        1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const bool negative = text.front() == '-';
+    text.remove_prefix(negative ? 1 : 0);
+    if (text.size() > kMostDigits + 1) {
+        return std::nullopt;
+    }
+    std::int64_t digits = 0;
+    std::size_t decimals = text.size();  // counted from the point on, once there is one
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if ((classOf(text[at]) & kDigit) != 0) {
+            digits = digits * 10 + (text[at] - '0');
+        } else if (text[at] == '.' && at > 0 && decimals == text.size()) {
+            decimals = text.size() - at - 1;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (decimals == text.size()) {
+        return std::nullopt;
+    }
+    const double value = static_cast<double>(digits) / kPowers[decimals];
+    return negative ? -value : value;
+}
+
 /// The number that the text begins with (".5.5" is 0.5). Too large a number is infinite, too small
 /// a one is what strtod() makes of it, since from_chars() gives no value then.
 double realValue(std::string_view text) {
+    if (const std::optional<double> value = shortReal(text)) {
+        return *value;
+    }
     double value = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
@@ -336,24 +370,21 @@ std::string_view A2lLexer::keywordName(int kind) {
 
 inline void A2lLexer::skipBlanks() {
     char* p = cursor_;
+    // Within a line one space stands between two tokens, and behind it what counts as positive.
+    if (*p == ' ' && static_cast<signed char>(p[1]) > ' ') {
+        cursor_ = p + 1;
+        return;
+    }
+    p = skipPlainBlanks(p, lineNumber_);
     while ((classOf(*p) & kBlank) != 0) {
-        // Most blanks are the spaces of an indentation behind a line feed.
-        if (*p == '\n') {
-            ++lineNumber_;
-            ++p;
-            p += leadingSpaces(p);
-        } else {
-            ++p;
-        }
+        lineNumber_ += *p == '\n' ? 1 : 0;
+        ++p;
     }
     cursor_ = p;
 }
 
 inline int A2lLexer::kindOfIdentifier(std::string_view text) const {
-    if (rawIdentifiers_ || !mayBeKeyword(*keywordTable_, text)) {
-        return TOK_IDENT;
-    }
-    return lookup(*keywordTable_, text, TOK_IDENT);
+    return rawIdentifiers_ ? TOK_IDENT : lookup(*keywordTable_, text, TOK_IDENT);
 }
 
 /// Most identifiers lie within one block; all others are left to the long way.
@@ -507,19 +538,15 @@ QM_OUT_OF_LINE int A2lLexer::readLongIdentifier(Token& token, ByteClass byteClas
 
 /// Most numbers are short integers within one block; all others are left to the long way.
 int A2lLexer::readNumber(Token& token) {
-    constexpr std::ptrdiff_t kShort = 9;  // digits that fit into 32 bits in any case
     const bool negative = *cursor_ == '-';
     char* const digits = cursor_ + (negative ? 1 : 0);
-    char* p = digits;
-    std::int32_t value = 0;
-    while ((classOf(*p) & kDigit) != 0 && p - digits < kShort) {
-        value = value * 10 + (*p - '0');
-        ++p;
-    }
-    if (p == digits || (classOf(*p) & kNumberGoesOn) != 0) {
-        const bool hexadecimal = p == digits + 1 && *digits == '0' && *p == 'x';
+    const std::size_t count = leadingDigits(digits);
+    char* const p = digits + count;
+    if (count == 0 || count > kDigitsTogether || (classOf(*p) & kNumberGoesOn) != 0) {
+        const bool hexadecimal = count == 1 && *digits == '0' && *p == 'x';
         return hexadecimal ? readHexadecimal(token, p + 1) : readLongNumber(token);
     }
+    const auto value = static_cast<std::int32_t>(decimalDigits(digits, count));
     cursor_ = p;
     token.intValue = negative ? -value : value;
     token.text = textUpTo(p);
@@ -528,17 +555,12 @@ int A2lLexer::readNumber(Token& token) {
 
 /// The same for a number in hexadecimal digits, which begin at a position behind its "0x".
 inline int A2lLexer::readHexadecimal(Token& token, char* digits) {
-    constexpr std::ptrdiff_t kShort = 15;  // digits that fit into 64 bits in any case
-    char* p = digits;
-    std::uint64_t value = 0;
-    while ((classOf(*p) & kHexDigit) != 0 && p - digits < kShort) {
-        // The low bits of 'A' to 'F' and 'a' to 'f' are 1 to 6.
-        value = value * 16 + (static_cast<unsigned char>(*p) & 0xFU) + (*p > '9' ? 9U : 0U);
-        ++p;
-    }
-    if ((classOf(*p) & kNumberGoesOn) != 0) {
+    const std::size_t count = leadingHexDigits(digits);
+    char* const p = digits + count;
+    if (count == 0 || count > kDigitsTogether || (classOf(*p) & kNumberGoesOn) != 0) {
         return readLongNumber(token);
     }
+    const std::uint32_t value = hexadecimalDigits(digits, count);
     const bool negative = *cursor_ == '-';
     cursor_ = p;
     token.intValue = lowBits(negative ? 0 - value : value);

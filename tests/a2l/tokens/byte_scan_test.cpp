@@ -1,6 +1,7 @@
 #include "a2l/tokens/byte_scan.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -61,11 +62,55 @@ TEST(ByteScan, PlainBytesAreAllPassed) {
 }
 #endif
 
-TEST(ByteScan, LeadingSpacesAreCountedUpToEight) {
-    for (std::size_t spaces = 0; spaces <= 10; ++spaces) {
-        const std::string text = std::string(spaces, ' ') + "a" + std::string(kLookAhead, ' ');
-        EXPECT_EQ(leadingSpaces(text.data()), std::min<std::size_t>(spaces, 8)) << spaces;
+TEST(ByteScan, BlanksStopAtEveryOtherByte) {
+    std::uint32_t lines = 0;
+    for (const char blank : {' ', '\t', '\r', '\n'}) {
+        const auto skip = [](char* position) {
+            std::uint32_t ignored = 0;
+            return skipPlainBlanks(position, ignored);
+        };
+        expectStops(skip, blank, " \t\r\n");
     }
+    std::string text = "\n  \r\n\t                \n\n a" + std::string(kLookAhead, '\n');
+    EXPECT_LE(skipPlainBlanks(text.data(), lines), text.data() + text.find('a'));
+    EXPECT_LE(lines, 4U);
+}
+
+#ifdef __SSE2__
+TEST(ByteScan, BlanksAreAllPassedAndTheirLineFeedsCounted) {
+    for (std::size_t run = 0; run < 40; ++run) {
+        for (const char blank : {' ', '\t', '\r', '\n'}) {
+            std::uint32_t lines = 100;
+            std::string text(run, blank);
+            text += 'a';
+            text.append(kLookAhead, '\n');
+            EXPECT_EQ(skipPlainBlanks(text.data(), lines), text.data() + run);
+            EXPECT_EQ(lines, 100 + (blank == '\n' ? run : 0));
+        }
+    }
+}
+#endif
+
+TEST(ByteScan, DigitsAreCountedAndRead) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 3000; ++i) {
+        const std::size_t count = 1 + random() % kDigitsTogether;
+        std::string digits;
+        std::string hexDigits;
+        for (std::size_t digit = 0; digit < count; ++digit) {
+            digits += "0123456789"[random() % 10];
+            hexDigits += "0123456789abcdefABCDEF"[random() % 22];
+        }
+        const std::string end(kLookAhead, "/:g@`G\xFF \x80"[random() % 9]);
+        EXPECT_EQ(leadingDigits((digits + end).data()), count);
+        EXPECT_EQ(leadingHexDigits((hexDigits + end).data()), count);
+        EXPECT_EQ(decimalDigits((digits + end).data(), count), std::stoul(digits));
+        EXPECT_EQ(hexadecimalDigits((hexDigits + end).data(), count),
+                  std::stoul(hexDigits, nullptr, 16));
+    }
+    const std::string many(kLookAhead, '7');
+    EXPECT_EQ(leadingDigits(many.data()), kLookAhead);
+    EXPECT_EQ(leadingHexDigits(many.data()), kLookAhead);
 }
 
 }  // namespace

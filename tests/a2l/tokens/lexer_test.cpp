@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -370,6 +371,27 @@ TEST(Lexer, RealsReadLikeTheCLibrary) {
         Token token;
         ASSERT_EQ(lexer.nextToken(token), TOK_FLOAT) << text;
         EXPECT_EQ(token.floatValue, std::strtod(text, nullptr)) << text;
+    }
+}
+
+TEST(Lexer, ShortRealsReadLikeTheCLibrary) {
+    std::mt19937 random(1);
+    const auto digits = [&random](std::size_t count) {
+        std::string text;
+        for (; count > 0; --count) {
+            text += static_cast<char>('0' + random() % 10);
+        }
+        return text;
+    };
+    for (int i = 0; i < 20000; ++i) {
+        const std::string text = (random() % 2 == 0 ? "-" : "") + digits(1 + random() % 12) + "." +
+                                 digits(random() % 12);
+        RecordingLexer lexer;
+        MemoryInputFile source(text);
+        lexer.attach(source);
+        Token token;
+        ASSERT_EQ(lexer.nextToken(token), TOK_FLOAT) << text;
+        ASSERT_EQ(token.floatValue, std::strtod(text.c_str(), nullptr)) << text;
     }
 }
 
