@@ -35,8 +35,6 @@ using CfgSection = std::function<void(CfgChildren& children)>;
 /// A large control unit has millions of signals, a table millions of rows, and one array in a
 /// description can ask for more elements than any memory holds. Such children are never kept: they
 /// are made by a section while the element is written, so that a few dozen elements live at a time.
-/// Values are kept as the finished lines, one behind the other as they go to the file: with ten of
-/// them in a signal, their bytes are what writing a document costs.
 ///
 /// Element names are not copied; they must outlive the element, which is no burden for the string
 /// literals that they are. Everything else is copied or moved in.
@@ -51,20 +49,8 @@ class CfgElement {
     /// Adds the text as it stands, whatever bytes it holds.
     void addValue(std::string_view key, std::string_view text) { addJoinedValue(key, {text}); }
 
-    /// As addValue with the concatenation of the parts, which spares the caller a temporary. Keys
-    /// are literals: with this in sight of the caller, copying one takes a move or two.
-    void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts) {
-        std::size_t length = key.size() + 1;
-        for (const std::string_view part : parts) {
-            length += part.size();
-        }
-        char* at = addLine(length);
-        at += key.copy(at, key.size());
-        *at++ = '=';
-        for (const std::string_view part : parts) {
-            at += part.copy(at, part.size());
-        }
-    }
+    /// As addValue with the concatenation of the parts, which spares the caller a temporary.
+    void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts);
 
     /// Adds the text between two single quotes. Quotes inside are left alone.
     void addQuotedValue(std::string_view key, std::string_view text);
@@ -102,50 +88,12 @@ class CfgElement {
     void write(OutputSink& sink, bool indent, int depth) const;
 
   private:
-    friend class CfgChildren;
-
-    /// Becomes a new, empty element, which goes on with the memory of the old one.
-    void reset(std::string_view name);
-    char* addLine(std::size_t length);
-    void growLines(std::size_t wanted);
-    void writeLines(OutputSink& sink, bool indent, int depth) const;
-
     std::string_view name_;
-    std::unique_ptr<char[]> lines_;  ///< each with its line break
-    std::size_t linesSize_ = 0;
-    std::size_t linesCapacity_ = 0;
-    std::vector<std::size_t> lineEnds_;  ///< in lines_
+    std::vector<std::string> lines_;
     std::vector<std::string> comments_;
     std::vector<std::string> texts_;
     std::vector<std::unique_ptr<CfgElement>> children_;
     CfgSection section_;
-};
-
-/// Takes the children of a section while they are made, and writes each one when the next one
-/// comes: only one is ever held.
-class CfgChildren {
-  public:
-    /// Children are written at level `depth`; the sink outlives this object.
-    CfgChildren(OutputSink& sink, bool indent, int depth)
-        : sink_(sink), indent_(indent), depth_(depth) {}
-    CfgChildren(const CfgChildren&) = delete;
-    CfgChildren& operator=(const CfgChildren&) = delete;
-
-    /// Appends a new, empty child. It lives until the next one is added.
-    CfgElement& add(std::string_view name);
-
-    /// False once the sink has failed, so that nothing more needs to be made.
-    [[nodiscard]] bool areWanted() const;
-
-    /// Writes the last child; to be called once, after everything was added.
-    void finish();
-
-  private:
-    OutputSink& sink_;
-    bool indent_;
-    int depth_;
-    bool holdsChild_ = false;
-    CfgElement child_{std::string_view()};
 };
 
 }  // namespace quillmark

@@ -73,7 +73,7 @@ LinearTerms linearTerms(const std::vector<PhNumber>& polynomial) {
     return {polynomial[0].toReal(), polynomial[1].toReal()};
 }
 
-void writeScaleOffset(CfgElement& element, double scale, double offset) {
+void writeScaleOffset(CfgChild& element, double scale, double offset) {
     element.addRealValue("scale", scale);
     element.addRealValue("offset", offset);
 }
@@ -81,7 +81,7 @@ void writeScaleOffset(CfgElement& element, double scale, double offset) {
 /// Turns the raw-to-physical function round again, into the orientation of an A2L COEFFS line. The
 /// sign undoes how the reader placed the terms: a denominator of one term came from a linear
 /// function.
-void writeRatFunc(CfgElement& element, const PhConversion& conversion) {
+void writeRatFunc(CfgChild& element, const PhConversion& conversion) {
     const LinearTerms p = linearTerms(conversion.coeffs);
     const LinearTerms q = linearTerms(conversion.denominatorCoeffs);
     const double sign = conversion.denominatorCoeffs.size() < 2 ? -1.0 : 1.0;
@@ -93,25 +93,25 @@ void writeRatFunc(CfgElement& element, const PhConversion& conversion) {
     element.addRealValue("coeff6", -p.linear * sign);
 }
 
-void writeCompuTab(CfgElement& element, const PhConversion& conversion) {
+void writeCompuTab(CfgChild& element, const PhConversion& conversion) {
     element.addIntValue("interpolate",
                         conversion.conversionType == PhConversionType::Interpolation ? 1 : 0);
-    element.setSection([&conversion](CfgChildren& rows) {
+    element.addChildren([&conversion](CfgChildren& rows) {
         for (const PhTableEntry& entry : tableOf(conversion)) {
-            CfgElement& point = rows.add("tablepoint");
+            CfgChild& point = rows.add("tablepoint");
             point.addRealValue("x", entry.lower().toReal());
             point.addRealValue("y", entry.output().toReal());
         }
     });
 }
 
-void writeVtab(CfgElement& element, const PhConversion& conversion) {
+void writeVtab(CfgChild& element, const PhConversion& conversion) {
     if (conversion.tableRef && !conversion.tableRef->defaultText.isNull()) {
         element.addValue("default", conversion.tableRef->defaultText.view());
     }
-    element.setSection([&conversion](CfgChildren& rows) {
+    element.addChildren([&conversion](CfgChildren& rows) {
         for (const PhTableEntry& entry : tableOf(conversion)) {
-            CfgElement& row = rows.add("entry");
+            CfgChild& row = rows.add("entry");
             row.addIntValue("value", entry.lower().toInteger());
             row.addValue("text", entry.text().view());
         }
@@ -159,7 +159,7 @@ void writeCompuMethod(CfgChildren& parent, const PhConversion& conversion,
     if (form == ConversionForm::Nothing) {
         return;
     }
-    CfgElement& element = parent.add(elementName(form));
+    CfgChild& element = parent.add(elementName(form));
     element.addJoinedValue("name", {namePrefix, conversion.name().view()});
     switch (form) {
         case ConversionForm::Nothing:

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cfginclude/cfg_element.h"
+#include "cfginclude/cfg_children.h"
 #include "cfginclude/library_versions.h"
 #include "model/ph_object_list.h"
 #include "model/ph_string.h"

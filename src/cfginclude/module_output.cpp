@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "cfginclude/blob_codec.h"
+#include "cfginclude/cfg_children.h"
 #include "cfginclude/compu_method_output.h"
 #include "cfginclude/include_format.h"
 #include "cfginclude/signal_output.h"

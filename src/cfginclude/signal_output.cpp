@@ -130,7 +130,7 @@ class ArrayWalk {
     std::array<char, 40> suffix_{};  // three indices of ten digits and their brackets
 };
 
-void writeShift(CfgElement& element, const PhEntity& signal) {
+void writeShift(CfgChild& element, const PhEntity& signal) {
     switch (signal.bitOperation) {
         case PhBitOperation::None:
             element.addValue("shift_type", "default");
@@ -184,7 +184,7 @@ void writeSignal(CfgChildren& parent, const PhEntity& signal, std::string_view n
     const auto sizeBytes = static_cast<std::uint32_t>(description.sizeBytes);
     ArrayWalk walk(signal);
     do {
-        CfgElement& element = parent.add("signal");
+        CfgChild& element = parent.add("signal");
         element.addJoinedValue("name", {namePrefix, signal.name().view(), walk.suffix()});
         if (!description.unit.empty()) {
             element.addValue("unit", description.unit);

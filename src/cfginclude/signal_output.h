@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "cfginclude/cfg_element.h"
+#include "cfginclude/cfg_children.h"
 #include "cfginclude/compu_method_output.h"
 #include "cfginclude/library_versions.h"
 #include "model/signal_model.h"

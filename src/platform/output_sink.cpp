@@ -1,12 +1,13 @@
 #include "platform/output_sink.h"
 
 #include <cerrno>
+#include <cstring>
 
 #include "platform/file_stream.h"
 
 namespace quillmark {
 
-OutputSink::OutputSink() : buffer_(new char[kBufferSize]) {}
+OutputSink::OutputSink() : buffer_(new char[kBufferSize + kRoom]) {}
 
 void OutputSink::writeAcross(std::string_view bytes) {
     if (used_ > 0) {
@@ -22,6 +23,12 @@ void OutputSink::writeAcross(std::string_view bytes) {
         bytes.remove_prefix(whole);
     }
     used_ = bytes.copy(buffer_.get(), bytes.size());
+}
+
+void OutputSink::drainWholeBuffer() {
+    drain({buffer_.get(), kBufferSize});
+    used_ -= kBufferSize;
+    std::memcpy(buffer_.get(), buffer_.get() + kBufferSize, used_);
 }
 
 void OutputSink::finish() {

@@ -34,6 +34,17 @@ class OutputSink {
         used_ += bytes.size();
     }
 
+    /// How many bytes may be put together in place at a time: there are as many from room() on.
+    /// What stands there up to the end that written() is told, is written.
+    static constexpr std::size_t kRoom = 1024;
+    char* room() { return buffer_.get() + used_; }
+    void written(const char* end) {
+        used_ = static_cast<std::size_t>(end - buffer_.get());
+        if (used_ >= kBufferSize) {
+            drainWholeBuffer();
+        }
+    }
+
     /// Writes so many blanks and then the bytes.
     void writeIndented(std::size_t blanks, std::string_view bytes) {
         static constexpr std::string_view kBlanks = "                                ";
@@ -69,8 +80,9 @@ class OutputSink {
 
   private:
     void writeAcross(std::string_view bytes);
+    void drainWholeBuffer();
 
-    std::unique_ptr<char[]> buffer_;
+    std::unique_ptr<char[]> buffer_;  ///< with room behind its end
     std::size_t used_ = 0;
     bool ok_ = true;
     bool finished_ = false;

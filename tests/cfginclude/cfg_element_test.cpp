@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include "cfginclude/cfg_children.h"
 #include "cfginclude/line_feeds.h"
 #include "platform/output_sink.h"
 
@@ -126,75 +127,16 @@ TEST(CfgElementWriter, WritesOnlyTheElementItIsAskedFor) {
     EXPECT_EQ(textOf(first), "<first>\n</first>\n");
 }
 
-void countToTwo(CfgChildren& children) {
-    children.add("first").addValue("n", "1");
-    CfgElement& second = children.add("second");
-    second.addValue("n", "2");
-    second.addChild("inner");
-}
-
 TEST(CfgElementWriter, SectionChildrenComeBehindThoseThatWereAdded) {
     CfgElement root("root");
-    root.setSection(&countToTwo);
+    root.setSection([](CfgChildren& children) { children.add("made").addValue("n", "1"); });
     root.addValue("k", "v");
     root.addText("t");
     root.addChild("kept");
-    EXPECT_EQ(textOf(root),
-              "<root>\nk=v\n<kept>\n</kept>\n<first>\nn=1\n</first>\n"
-              "<second>\nn=2\n<inner>\n</inner>\n</second>\nt\n</root>\n");
-}
-
-TEST(CfgElementWriter, SectionChildrenAreIndentedLikeOthers) {
-    CfgElement root("root");
-    root.setSection(&countToTwo);
+    EXPECT_EQ(textOf(root), "<root>\nk=v\n<kept>\n</kept>\n<made>\nn=1\n</made>\nt\n</root>\n");
     EXPECT_EQ(textOf(root, Indent::kOn, 1),
-              "    <root>\n        <first>\n            n=1\n        </first>\n"
-              "        <second>\n            n=2\n            <inner>\n            </inner>\n"
-              "        </second>\n    </root>\n");
-}
-
-TEST(CfgElementWriter, SectionsMayStandInSections) {
-    CfgElement root("root");
-    root.setSection([](CfgChildren& children) {
-        children.add("first").setSection(&countToTwo);
-        children.add("second").setSection(&countToTwo);
-    });
-    const std::string inner =
-        "<first>\nn=1\n</first>\n<second>\nn=2\n<inner>\n</inner>\n</second>\n";
-    EXPECT_EQ(textOf(root), "<root>\n<first>\n" + inner + "</first>\n<second>\n" + inner +
-                                "</second>\n</root>\n");
-}
-
-// A section may have more children than any memory holds.
-TEST(CfgElementWriter, SectionHoldsOneChildAtATime) {
-    CfgElement root("root");
-    root.setSection([](CfgChildren& children) {
-        const CfgElement* const first = &children.add("child");
-        for (int i = 0; i < 10; ++i) {
-            EXPECT_EQ(&children.add("child"), first);
-        }
-    });
-    EXPECT_EQ(textOf(root).size(), std::string("<root>\n</root>\n").size() +
-                                       11 * std::string("<child>\n</child>\n").size());
-}
-
-TEST(CfgElementWriter, SectionChildKeepsNothingOfTheOneBefore) {
-    CfgElement root("root");
-    root.setSection([](CfgChildren& children) {
-        CfgElement& first = children.add("first");
-        first.addComment("c");
-        first.addValue("large", std::string(2000, 'x'));
-        first.addText("t");
-        first.addChild("child");
-        first.setSection(&countToTwo);
-        children.add("second").addValue("k", "v");
-        children.add("third");
-    });
-    const std::string end = "</first>\n<second>\nk=v\n</second>\n<third>\n</third>\n</root>\n";
-    const std::string text = textOf(root, Indent::kOff);
-    EXPECT_EQ(text.substr(text.size() - end.size()), end);
-    const std::string indented = textOf(root, Indent::kOn);
-    EXPECT_NE(indented.find("    <second>\n        k=v\n    </second>\n"), std::string::npos);
+              "    <root>\n        k=v\n        <kept>\n        </kept>\n        <made>\n"
+              "            n=1\n        </made>\nt\n    </root>\n");
 }
 
 TEST(CfgElementValues, JoinsParts) {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "cfginclude/cfg_element.h"
+#include "cfginclude/cfg_children.h"
 #include "cfginclude/line_feeds.h"
 #include "model/module_model.h"
 #include "platform/output_sink.h"

@@ -1,5 +1,6 @@
 #include "platform/output_sink.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
@@ -67,6 +68,23 @@ TEST(OutputSink, IndentsByAnyNumberOfBlanksAtAnyPlace) {
         }
         sink.finish();
         EXPECT_TRUE(sink.text == expected) << length;
+    }
+}
+
+TEST(OutputSink, LetsPiecesBePutTogetherInPlace) {
+    std::string expected;
+    RecordingSink sink;
+    for (std::size_t size = 0; expected.size() < 3 * OutputSink::kBufferSize;
+         size = (size + 13) % (OutputSink::kRoom + 1)) {
+        const std::string piece = patternOf(size);
+        sink.written(std::copy(piece.begin(), piece.end(), sink.room()));
+        sink.write("+");
+        expected += piece + '+';
+    }
+    sink.finish();
+    EXPECT_TRUE(sink.text == expected);
+    for (std::size_t i = 0; i + 1 < sink.drained.size(); ++i) {
+        EXPECT_EQ(sink.drained[i], OutputSink::kBufferSize);
     }
 }
 
