@@ -31,10 +31,15 @@ class QUILLMARK_API ReadOptions {
     /// unless told otherwise, and checked in either case.
     ReadOptions& setKeepTexts(bool keep);
 
-    /// Whether signals, conversions, units, groups and frames are kept once all is read; without
-    /// them only modules with their protocols and memory segments remain. They are, unless told
-    /// otherwise.
+    /// Whether signals, conversions, units, groups and frames are kept; without them only modules
+    /// with their protocols and memory segments are. They are, unless told otherwise, and checked
+    /// in either case.
     ReadOptions& setKeepSignals(bool keep);
+
+    /// Whether the names are kept, and looked up, of the signals and groups that belong to a group,
+    /// a function, a frame or a virtual signal. They are, unless told otherwise, and checked in
+    /// either case.
+    ReadOptions& setKeepMembers(bool keep);
 
     /// 0, the default: as the program reads, up to the first error. Otherwise reading goes on
     /// behind the block of the module in which an error stood, where that is possible, and ends

@@ -147,7 +147,9 @@ PhString readTableText(CoreReader& reader) {
 }
 
 void keepEntry(CoreReader& reader, PhConversion& table, PhTableEntry entry) {
-    reader.commit([&] { table.tableEntries.push_back(std::move(entry)); });
+    if (reader.parts().signals) {
+        reader.commit([&] { table.tableEntries.push_back(std::move(entry)); });
+    }
 }
 
 int parseDefaultValue(CoreReader& reader, PhConversion& table) {
@@ -199,7 +201,7 @@ int parseCompuMethod(CoreReader& reader, PhGroup& module) {
         return reader.fail("String expected (Unit)");
     }
     conversion->unit = reader.inlineUnit(reader.token().text);
-    reader.keepIn(module.conversions, conversion);
+    reader.keepDescribed(module.conversions, conversion);
     return readParts(reader, kRules, *conversion, COMPU_METHOD, reader.next());
 }
 
@@ -214,7 +216,7 @@ int parseCompuTab(CoreReader& reader, PhGroup& module) {
     };
     const auto table = startTable(reader, "Parse COMPU_TAB '%s'\n");
     reader.keep(table->conversionType, readChoice(reader, kKinds, PhConversionType::Table));
-    reader.keepIn(module.conversions, table);
+    reader.keepDescribed(module.conversions, table);
     for (std::int32_t left = readElementCount(reader, *table); left > 0 && !reader.failed();
          --left) {
         const PhNumber input = readTableNumber(reader);
@@ -229,7 +231,7 @@ int parseCompuVtab(CoreReader& reader, PhGroup& module) {
     };
     const auto table = startTable(reader, "Parse COMPU_VTAB '%s'\n");
     reader.keep(table->conversionType, readChoice(reader, kKinds, PhConversionType::Table));
-    reader.keepIn(module.conversions, table);
+    reader.keepDescribed(module.conversions, table);
     for (std::int32_t left = readElementCount(reader, *table); left > 0 && !reader.failed();
          --left) {
         const PhNumber input = verbalInput(readTableNumber(reader));
@@ -241,7 +243,7 @@ int parseCompuVtab(CoreReader& reader, PhGroup& module) {
 int parseCompuVtabRange(CoreReader& reader, PhGroup& module) {
     const auto table = startTable(reader, "Parse COMPU_VTAB_RANGE '%s'\n");
     table->conversionType = PhConversionType::Table;
-    reader.keepIn(module.conversions, table);
+    reader.keepDescribed(module.conversions, table);
     for (std::int32_t left = readElementCount(reader, *table); left > 0 && !reader.failed();
          --left) {
         const PhNumber lower = readTableNumber(reader);
@@ -264,7 +266,7 @@ int parseUnit(CoreReader& reader, PhGroup& module) {
     reader.traceBlock("Parse UNIT '%s'\n", unit->name());
     const PhString displayText = reader.readString();
     reader.commit([&] { unit->setDisplayText(displayText); });
-    reader.keepIn(module.units, unit);
+    reader.keepDescribed(module.units, unit);
     return readParts(reader, kRules, *unit, UNIT, reader.drop(kKindWords));
 }
 

@@ -22,13 +22,13 @@ int parseSignalNames(CoreReader& reader, PhFunction& function, const FunctionRul
 /// A block of names of groups or functions.
 int parseFunctionNames(CoreReader& reader, PhFunction& function, const FunctionRule& rule) {
     return reader.readNameBlock(rule.keyword(), [&](std::string_view name) {
-        function.functions.append(reader.refer<PhFunction>(name));
+        reader.references().appendMember(function.functions, name);
     });
 }
 
 int parseFrameMeasurement(CoreReader& reader, PhFrame& frame) {
     return reader.readNames(
-        [&](std::string_view name) { frame.signals.append(reader.refer<PhEntity>(name)); });
+        [&](std::string_view name) { reader.references().appendMember(frame.signals, name); });
 }
 
 /// What a note fills: nothing is kept of it.
@@ -57,7 +57,7 @@ int parseGroup(CoreReader& reader, PhGroup& module) {
     const auto group = reader.defineNext<PhFunction>();
     reader.readLongIdentifier(*group);
     reader.traceBlock("Parse GROUP '%s'\n", group->name());
-    reader.keepIn(module.functions, group);
+    reader.keepDescribed(module.functions, group);
     return readParts(reader, kRules, *group, GROUP, reader.next());
 }
 
@@ -76,7 +76,7 @@ int parseFunction(CoreReader& reader, PhGroup& module) {
     const auto function = reader.defineNext<PhFunction>();
     reader.readLongIdentifier(*function);
     reader.traceBlock("Parse FUNCTION '%s'\n", function->name());
-    reader.keepIn(module.functions, function);
+    reader.keepDescribed(module.functions, function);
     return readParts(reader, kRules, *function, FUNCTION, reader.next());
 }
 
@@ -90,7 +90,7 @@ int parseFrame(CoreReader& reader, PhGroup& module) {
     reader.readLongIdentifier(*frame);
     reader.traceBlock("Parse FRAME '%s'\n", frame->name());
     reader.readIntPair(frame->scalingUnit, frame->rate);
-    reader.keepIn(module.frames, frame);
+    reader.keepDescribed(module.frames, frame);
     return readParts(reader, kRules, *frame, FRAME, reader.next());
 }
 

@@ -219,7 +219,7 @@ int parseProject(CoreReader& reader, PhRoot& root) {
     if (kind != TOK_STRING && kind != TOK_IDENT) {
         return reader.fail("String expected");
     }
-    if (reader.keepsLongIdentifiers()) {
+    if (reader.parts().longIdentifiers) {
         project->setLongIdentifier(PhString(reader.token().text));
     }
     root.documents.append(project);

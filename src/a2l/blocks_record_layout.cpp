@@ -138,7 +138,7 @@ int parseRecordLayout(CoreReader& reader, PhGroup& module) {
     const auto layout = reader.defineNext<PhRecordLayout>();
     layout->line = reader.lineNumber();
     reader.traceBlock("Parse RECORD_LAYOUT\n");
-    reader.keepIn(module.recordLayouts, layout);
+    reader.keepDescribed(module.recordLayouts, layout);
     int kind = reader.next();
     while (kind != END) {
         const ComponentRow* component = findComponent(kind);

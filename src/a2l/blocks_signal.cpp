@@ -163,6 +163,9 @@ int parseBitOperation(CoreReader& reader, Measurement& measurement) {
 }
 
 int parseVirtual(CoreReader& reader, Measurement& measurement) {
+    if (!reader.parts().members) {
+        return reader.readNameBlock(VIRTUAL, [](std::string_view) {});
+    }
     PhEntity& signal = measurement.signal;
     auto& members = signal.extras().virtualMembers;
     return reader.readNameBlock(VIRTUAL, [&](std::string_view name) {
@@ -281,7 +284,7 @@ int parseMeasurement(CoreReader& reader, PhGroup& module) {
         return kind == END ? reader.endMissing(MEASUREMENT) : kind;
     }
     applyDimensions(reader, measurement);
-    module.signals.append(std::move(signal));
+    reader.keepDescribed(module.signals, signal);
     const int following = reader.next();
     if (following == TOK_ERROR) {
         reader.countError();
@@ -294,7 +297,7 @@ int parseCharacteristic(CoreReader& reader, PhGroup& module) {
     const auto owner = reader.defineNext<PhEntity>();
     PhEntity& signal = *owner;
     reader.readLongIdentifier(signal);
-    reader.keepIn(module.signals, owner);
+    reader.keepDescribed(module.signals, owner);
     reader.traceBlock("Parse CHARACTERISTIC '%s'\n", signal.name());
     reader.keep(signal.byteOrder, reader.moduleByteOrder());
     readStorageType(reader, signal);

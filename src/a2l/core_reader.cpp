@@ -10,6 +10,9 @@ void CoreReader::startOver() {
 }
 
 PhHandle<PhUnit> CoreReader::inlineUnit(std::string_view text) {
+    if (!parts().signals) {
+        return {};
+    }
     if (PhUnit* known = inlineUnits_.find(text)) {
         return PhHandle<PhUnit>(known);
     }

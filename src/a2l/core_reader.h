@@ -41,6 +41,14 @@ class CoreReader : public BlockReader {
         return expectIdentifier() ? references().define<T>(token().text) : makePh<T>();
     }
 
+    /// Adds what a module describes beside its protocols to its list, if the model gets it.
+    template <typename T>
+    void keepDescribed(PhObjectList<T>& list, const PhHandle<T>& object) {
+        if (parts().signals) {
+            keepIn(list, object);
+        }
+    }
+
     /// ModuleReferences::refer().
     template <typename T>
     PhHandle<T> refer(std::string_view name) {
@@ -51,7 +59,7 @@ class CoreReader : public BlockReader {
     class ModuleScope {
       public:
         ModuleScope(CoreReader& reader, PhGroup& module) : reader_(reader) {
-            reader_.references_.emplace(module);
+            reader_.references_.emplace(module, reader.parts());
         }
         ModuleScope(const ModuleScope&) = delete;
         ModuleScope& operator=(const ModuleScope&) = delete;
@@ -67,10 +75,13 @@ class CoreReader : public BlockReader {
     void setModuleBlock(int keyword) { moduleBlock_ = keyword; }
 
     /// The unit of that display text. Thousands of conversion methods share some dozens of them.
+    /// None if the model gets no conversions.
     PhHandle<PhUnit> inlineUnit(std::string_view text);
 
-    /// A text that other blocks may repeat.
-    PhString shareText(std::string_view text) { return texts_.share(text); }
+    /// A text of a conversion that others may repeat; null if the model gets none of them.
+    PhString shareText(std::string_view text) {
+        return parts().signals ? texts_.share(text) : PhString();
+    }
 
   protected:
     /// Is called before the file is looked for: a parse that can't start leaves nothing of the one

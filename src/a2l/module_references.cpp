@@ -15,6 +15,7 @@ void ModuleReferences::bindConversions() {
         },
         [this](PhEntity& signal, std::string_view name) {
             signal.datatype.conversion = refer<PhConversion>(name);
+            recentConversions_[recentSlot(name)] = signal.datatype.conversion;
         });
 }
 

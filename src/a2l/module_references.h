@@ -8,12 +8,14 @@
 #include <tuple>
 #include <vector>
 
+#include "a2l/reader/ph_reader.h"
 #include "a2l/resolution.h"
 #include "model/module_model.h"
 #include "model/ph_object.h"
 #include "model/ph_object_list.h"
 #include "model/ph_string.h"
 #include "model/signal_model.h"
+#include "platform/equal_texts.h"
 
 namespace quillmark {
 
@@ -64,8 +66,8 @@ class WaitingNames {
 /// resolve().
 class ModuleReferences {
   public:
-    /// `module` outlives it.
-    explicit ModuleReferences(PhGroup& module) : module_(module) {}
+    /// `module` outlives it. For parts that the model does not get, nothing is looked up or bound.
+    ModuleReferences(PhGroup& module, const ModelParts& parts) : module_(module), parts_(parts) {}
     ModuleReferences(const ModuleReferences&) = delete;
     ModuleReferences& operator=(const ModuleReferences&) = delete;
     ~ModuleReferences();
@@ -73,9 +75,13 @@ class ModuleReferences {
     /// Whether the module has a signal of that name by now.
     bool hasSignal(std::string_view name) const { return module_.signals.find(name) != nullptr; }
 
-    /// What `name` refers to: the object if it is defined already, otherwise its placeholder.
+    /// What `name` refers to: the object if it is defined already, otherwise its placeholder; empty
+    /// if the model gets neither.
     template <typename T>
     PhHandle<T> refer(std::string_view name) {
+        if (!parts_.signals) {
+            return {};
+        }
         auto& kind = std::get<Kind<T>>(kinds_);
         if (T* defined = findInScope(&module_, kind.defined, name)) {
             return PhHandle<T>(defined);
@@ -109,6 +115,13 @@ class ModuleReferences {
 
     /// Makes the conversion of that name the signal's, by the end of the module.
     void bindConversionSoon(PhEntity& signal, std::string_view name) {
+        if (!parts_.signals) {
+            return;
+        }
+        if (PhConversion* const known = recent(name)) {
+            signal.datatype.conversion = PhHandle<PhConversion>(known);
+            return;
+        }
         if (conversions_.isFull()) {
             bindConversions();
         }
@@ -119,10 +132,21 @@ class ModuleReferences {
     /// module. Their lists may name all signals of a unit, and in any order, so most of the time of
     /// reading them would go into waiting for memory.
     void bindMemberSoon(PhFunction& function, std::string_view name) {
+        if (!parts_.members) {
+            return;
+        }
         if (members_.isFull()) {
             bindMembers();
         }
         members_.add(function, name);
+    }
+
+    /// Adds the object of that name to a list of members.
+    template <typename T>
+    void appendMember(PhObjectList<T>& members, std::string_view name) {
+        if (parts_.members) {
+            members.append(refer<T>(name));
+        }
     }
 
   private:
@@ -138,13 +162,27 @@ class ModuleReferences {
     void bindConversions();
     void bindMembers();
 
+    /// A conversion that was bound lately under that name, or nullptr. What a name refers to stays
+    /// the same to the end of the module, and a few conversions serve most signals.
+    PhConversion* recent(std::string_view name) const {
+        PhConversion* const conversion = recentConversions_[recentSlot(name)].get();
+        return conversion != nullptr && equalTexts(conversion->name().view(), name) ? conversion
+                                                                                    : nullptr;
+    }
+    static std::size_t recentSlot(std::string_view name) {
+        return PhNameIndex::hashOf(name) % kRecentConversions;
+    }
+
     PhGroup& module_;
+    ModelParts parts_;
     Kinds kinds_{Kind<PhConversion>{&PhGroup::conversions}, Kind<PhUnit>{&PhGroup::units},
                  Kind<PhRecordLayout>{&PhGroup::recordLayouts}, Kind<PhEntity>{&PhGroup::signals},
                  Kind<PhFunction>{&PhGroup::functions}};
     std::size_t openPlaceholders_ = 0;  ///< how many placeholders are not defined yet
     WaitingNames<PhEntity> conversions_;
     WaitingNames<PhFunction> members_;
+    static constexpr std::size_t kRecentConversions = 256;
+    std::array<PhHandle<PhConversion>, kRecentConversions> recentConversions_;
 };
 
 }  // namespace quillmark

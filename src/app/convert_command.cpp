@@ -38,8 +38,10 @@ ConversionOutcome outcomeOf(ConvertStatus status) {
 ConversionOutcome convertCommand(const ConvertRequest& request, Description& description,
                                  Console& console) {
     const FindingHandler print = [&](const Finding& finding) { printFinding(finding, console); };
-    description = Description::readFile(request.inputFile,
-                                        ReadOptions().setKeepTexts(false).setFindingHandler(print));
+    // Of the rest the include file shows nothing.
+    ReadOptions reading;
+    reading.setKeepTexts(false).setKeepMembers(false).setFindingHandler(print);
+    description = Description::readFile(request.inputFile, reading);
     const ConvertOptions options = optionsOf(request).setFindingHandler(print);
     const bool wantsPackage = !request.userFiles.empty() || !request.zpkiFile.empty();
     const ConvertResult result =

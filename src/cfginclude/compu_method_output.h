@@ -9,6 +9,7 @@
 #include "model/ph_object_list.h"
 #include "model/ph_string.h"
 #include "model/signal_model.h"
+#include "platform/equal_texts.h"
 
 namespace quillmark {
 
@@ -25,7 +26,7 @@ class IdentityFallbackNames {
 
   private:
     auto hasName(std::string_view name) const {
-        return [this, name](std::uint32_t at) { return names_[at].view() == name; };
+        return [this, name](std::uint32_t at) { return equalTexts(names_[at].view(), name); };
     }
 
     std::vector<PhString> names_;

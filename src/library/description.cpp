@@ -97,15 +97,12 @@ void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
     SilentConsole console;
     PhA2l reader(console, data.name);
     reader.setLogger(&logger);
-    reader.setKeepLongIdentifiers(options.keepTexts);
+    reader.setParts({options.keepSignals, options.keepMembers, options.keepTexts});
     reader.setErrorLimit(readerLimit(options));
     data.status = statusOf(parse(reader));
     data.reachedEnd = reader.reachedEnd();
     if (data.status == ReadStatus::Complete) {
         resolve(data.root);
-    }
-    if (!options.keepSignals) {
-        forEachModule(data.root, [](const PhGroup&, PhGroup& module) { module.releaseObjects(); });
     }
 }
 
@@ -129,6 +126,11 @@ ReadOptions& ReadOptions::setKeepTexts(bool keep) {
 
 ReadOptions& ReadOptions::setKeepSignals(bool keep) {
     data_->keepSignals = keep;
+    return *this;
+}
+
+ReadOptions& ReadOptions::setKeepMembers(bool keep) {
+    data_->keepMembers = keep;
     return *this;
 }
 

@@ -11,6 +11,7 @@ namespace quillmark {
 struct ReadOptionsData {
     bool keepTexts = true;
     bool keepSignals = true;
+    bool keepMembers = true;
     std::size_t errorLimit = 0;
     FindingHandler findingHandler;
 };

@@ -2,23 +2,9 @@
 
 namespace quillmark {
 
-PhGroup::~PhGroup() {
-    cutReferences();
-}
-
-void PhGroup::releaseObjects() {
-    cutReferences();
-    functions.clear();
-    frames.clear();
-    signals.clear();
-    recordLayouts.clear();
-    conversions.clear();
-    units.clear();
-}
-
 // Signals and groups may refer to each other in circles or in long chains. Cutting these references
 // first lets every object die with its own list, one after the other.
-void PhGroup::cutReferences() {
+PhGroup::~PhGroup() {
     for (PhEntity& signal : signals) {
         if (PhEntity::Extras* extras = signal.extrasIfAny()) {
             extras->virtualMembers.clear();

@@ -46,13 +46,7 @@ class PhGroup final : public PhObject {
     /// The properties, made at first use.
     PhProperties& obtainProperties();
 
-    /// Gives up the signals and everything that describes them, for whoever is only interested in
-    /// how the control unit is reached. What somebody else holds stays with its holder.
-    void releaseObjects();
-
   private:
-    void cutReferences();
-
     PhDocumentKind documentKind_;
     PhGroup* enclosing_;
 };

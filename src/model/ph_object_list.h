@@ -13,6 +13,7 @@
 #include "model/ph_object.h"
 #include "model/ph_string.h"
 #include "platform/compiler.h"
+#include "platform/equal_texts.h"
 #include "platform/large_pages.h"
 
 namespace quillmark {
@@ -199,7 +200,8 @@ class PhObjectList {
     }
 
     auto hasName(std::string_view name) const {
-        return [this, name](std::uint32_t at) { return items_[at]->name().view() == name; };
+        return
+            [this, name](std::uint32_t at) { return equalTexts(items_[at]->name().view(), name); };
     }
 
     std::vector<PhHandle<T>> items_;

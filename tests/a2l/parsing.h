@@ -23,7 +23,7 @@ struct Parsed {
 struct ReaderSwitches {
     bool verbose = false;
     bool traceDefaultValues = false;
-    bool keepLongIdentifiers = true;
+    ModelParts parts{};
 };
 
 inline Parsed parseText(std::string_view text, ReaderSwitches switches = {}) {
@@ -34,7 +34,7 @@ inline Parsed parseText(std::string_view text, ReaderSwitches switches = {}) {
         PhA2l reader(console, "a.a2l");
         reader.setVerbose(switches.verbose);
         reader.setTraceDefaultValues(switches.traceDefaultValues);
-        reader.setKeepLongIdentifiers(switches.keepLongIdentifiers);
+        reader.setParts(switches.parts);
         MemoryInputFile input(text);
         result.status = reader.parse(root, input);
     }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "a2l/every_block.h"
 #include "a2l/parsing.h"
 #include "support/temp_dir.h"
 
@@ -56,7 +57,7 @@ TEST(PhA2l, AStrayHashReadsLikeTheVersionKeyword) {
 }
 
 TEST(PhA2l, LongIdentifiersAreCheckedEvenWhereTheyAreNotKept) {
-    const ReaderSwitches dropping{.keepLongIdentifiers = false};
+    const ReaderSwitches dropping{.parts = {.longIdentifiers = false}};
     const std::string blocks =
         "/begin MEASUREMENT m \"text\" UBYTE c 0 0 0 1 /end MEASUREMENT "
         "/begin GROUP g NULL /end GROUP ";
@@ -66,6 +67,52 @@ TEST(PhA2l, LongIdentifiersAreCheckedEvenWhereTheyAreNotKept) {
     EXPECT_NE(parsed.model.find("signal m signalKind=Measurement"), std::string::npos);
     EXPECT_EQ(parseModule("/begin GROUP g 5", dropping).console,
               "-: Error (a.a2l:1): String expected\n");
+}
+
+TEST(PhA2l, MembersAreCheckedEvenWhereTheyAreNotKept) {
+    const ReaderSwitches dropping{.parts = {.members = false}};
+    const Parsed all = parseText(kEveryCoreBlock);
+    const Parsed parsed = parseText(kEveryCoreBlock, dropping);
+    EXPECT_EQ(parsed.status, 0);
+    EXPECT_EQ(parsed.console, all.console);
+    for (const std::string_view line :
+         {"virtualMembers Array", "        signals Speed", "        functions Few"}) {
+        EXPECT_NE(all.model.find(line), std::string::npos) << all.model;
+        EXPECT_EQ(parsed.model.find(line), std::string::npos) << parsed.model;
+    }
+    for (const std::string_view begin :
+         {"/begin GROUP g \"\" /begin REF_MEASUREMENT a ",
+          "/begin FUNCTION f \"\" /begin SUB_FUNCTION a ",
+          "/begin MEASUREMENT m \"\" UBYTE c 0 0 0 1 /begin VIRTUAL a "}) {
+        EXPECT_EQ(parseModule(std::string(begin) + "5", dropping).console,
+                  "-: Error (a.a2l:1): Unexpected token 'token=300' found\n");
+    }
+}
+
+TEST(PhA2l, SignalsAreCheckedEvenWhereTheyAreNotKept) {
+    const ReaderSwitches dropping{.parts = {.signals = false}};
+    for (const std::string_view text : {kEveryCoreBlock, kEveryCcpBlock, kEveryXcpBlock}) {
+        // Where the file ends in the midst of it, and where one of its words is another one.
+        constexpr std::size_t kStep = 50;
+        for (std::size_t at = text.find(' '); at != std::string_view::npos;
+             at = text.find(' ', at + kStep)) {
+            const std::string cut(text.substr(0, at));
+            const std::string other = cut + " 7 " + std::string(text.substr(at));
+            for (const std::string& damaged : {cut, other}) {
+                const Parsed all = parseText(damaged);
+                const Parsed parsed = parseText(damaged, dropping);
+                ASSERT_EQ(parsed.status, all.status) << damaged;
+                ASSERT_EQ(parsed.console, all.console) << damaged;
+            }
+        }
+    }
+    const Parsed parsed = parseText(kEveryCoreBlock, dropping);
+    for (const std::string_view line :
+         {"\n      signal ", "\n      conversion ", "\n      unit ", "\n      recordLayout ",
+          "\n      function ", "\n      frame "}) {
+        EXPECT_EQ(parsed.model.find(line), std::string::npos) << parsed.model;
+    }
+    EXPECT_NE(parsed.model.find("epk"), std::string::npos) << parsed.model;
 }
 
 TEST(PhA2l, SeveralProjectsAreReadOneAfterAnother) {

@@ -130,6 +130,17 @@ TEST(Description, OptionsAreCopied) {
     EXPECT_EQ(firstModule(description).signals()[0].longIdentifier(), "");
 }
 
+TEST(Description, MembersNeedNotBeKept) {
+    const std::string group = moduleWith(
+        "/begin GROUP g \"\" /begin REF_MEASUREMENT s /end REF_MEASUREMENT /end GROUP\n");
+    ReadOptions options;
+    EXPECT_EQ(firstModule(described(group, options)).groups()[0].signals().size(), 1U);
+    options.setKeepMembers(false);
+    const Description description = described(group, options);
+    ASSERT_EQ(firstModule(description).groups().size(), 1U);
+    EXPECT_TRUE(firstModule(description).groups()[0].signals().empty());
+}
+
 TEST(Description, SignalsNeedNotBeKept) {
     ReadOptions options;
     options.setKeepSignals(false);

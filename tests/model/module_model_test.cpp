@@ -101,27 +101,6 @@ TEST(PhGroup, ReleasesFunctionsThatReferToThemselvesAndEachOther) {
     EXPECT_EQ(unit->refCount(), 1);
 }
 
-TEST(PhGroup, ReleasesItsObjectsAndKeepsTheRest) {
-    const auto unit = makePh<PhUnit>();
-    const auto module = makeModule();
-    PhEntity& signal = addSignal(*module, unit);
-    refer(signal, signal);
-    module->functions.append(makePh<PhFunction>());
-    module->functions.at(0).signals.append(PhHandle<PhEntity>(&signal));
-    module->units.append(unit);
-    module->conversions.append(makePh<PhConversion>());
-    module->commParams.append(makePh<PhCommParam>());
-    module->obtainProperties().setInteger("a", 1);
-
-    module->releaseObjects();
-    EXPECT_EQ(unit->refCount(), 1);
-    EXPECT_TRUE(module->signals.empty());
-    EXPECT_TRUE(module->functions.empty());
-    EXPECT_TRUE(module->conversions.empty());
-    EXPECT_EQ(module->commParams.count(), 1U);
-    EXPECT_NE(module->properties->find("a"), nullptr);
-}
-
 // Recursion over the whole chain would overflow the stack.
 constexpr std::size_t kChain = 300000;
 

@@ -28,7 +28,7 @@ PhString BlockReader::readString() {
 }
 
 void BlockReader::readLongIdentifierOf(PhObject& block) {
-    if (expectString() && keepsLongIdentifiers()) {
+    if (expectString() && parts().longIdentifiers) {
         block.setLongIdentifier(PhString(token_.text));
     }
 }

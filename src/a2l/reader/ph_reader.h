@@ -27,6 +27,19 @@ inline constexpr std::string_view kConsoleMark = "-: ";
 MessageText findingText(bool isError, std::string_view fileName, std::int32_t line,
                         std::string_view message);
 
+/// What of a description the model gets. The rest is read and judged all the same, with every
+/// message; only nothing is made of it.
+struct ModelParts {
+    /// Signals and what describes them: conversions, units, record layouts, groups, functions,
+    /// frames. Without them the model has what tells how a control unit is reached.
+    bool signals = true;
+    /// Which signals and groups a group, a function, a frame or a virtual signal names; nothing
+    /// without the signals themselves.
+    bool members = true;
+    /// The blocks' long identifiers: a sixth of the model's memory.
+    bool longIdentifiers = true;
+};
+
 /// A reader of one description file format into the model: what all formats have in common, which
 /// is the file's name and where messages go. Messages go to the logger if there is one, otherwise
 /// to the console.
@@ -61,11 +74,12 @@ class PhReader {
     void setTraceDefaultValues(bool trace) { traceDefaultValues_ = trace; }
     bool traceDefaultValues() const { return traceDefaultValues_; }
 
-    /// Whether the model gets the blocks' long identifiers (it does unless told otherwise). They
-    /// are a sixth of its memory, and the commands show none of them. They are checked in either
-    /// case.
-    void setKeepLongIdentifiers(bool keep) { keepLongIdentifiers_ = keep; }
-    bool keepsLongIdentifiers() const { return keepLongIdentifiers_; }
+    /// What the model gets: everything, unless told otherwise.
+    void setParts(const ModelParts& parts) {
+        parts_ = parts;
+        parts_.members = parts.members && parts.signals;
+    }
+    const ModelParts& parts() const { return parts_; }
 
     /// Puts out one trace text, which carries its own line feed.
     void trace(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
@@ -82,7 +96,7 @@ class PhReader {
     PhLogger* logger_ = nullptr;
     bool verbose_ = false;
     bool traceDefaultValues_ = false;
-    bool keepLongIdentifiers_ = true;
+    ModelParts parts_;
 };
 
 }  // namespace quillmark
