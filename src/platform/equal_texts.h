@@ -7,36 +7,43 @@
 
 namespace quillmark {
 
-/// left == right, for names and words: of a few bytes, so that calling memcmp() would take longer
-/// than comparing them.
-inline bool equalTexts(std::string_view left, std::string_view right) {
-    const std::size_t size = left.size();
-    if (size != right.size()) {
-        return false;
-    }
-    const auto difference = [&]<typename Word>(Word, std::size_t at) -> Word {
-        Word one = 0;
-        Word other = 0;
-        std::memcpy(&one, left.data() + at, sizeof one);
-        std::memcpy(&other, right.data() + at, sizeof other);
-        return one ^ other;
-    };
-    // The last word overlaps the one before it rather than being compared byte by byte.
-    const auto inWords = [&]<typename Word>(Word word) {
-        const std::size_t last = size - sizeof word;
-        Word differences = difference(word, last);
-        for (std::size_t at = 0; at < last; at += sizeof word) {
-            differences |= difference(word, at);
-        }
-        return differences == 0;
+/// Of the texts that equalShortTexts() takes.
+inline constexpr std::size_t kLongestShortText = 2 * sizeof(std::uint64_t);
+
+/// left == right, for words of one length, up to kLongestShortText bytes. Both ends are compared,
+/// each in one piece; the pieces overlap where the texts are shorter.
+inline bool equalShortTexts(const char* left, const char* right, std::size_t size) {
+    const auto equalEnds = [&]<typename Piece>(Piece) {
+        const auto equalAt = [&](std::size_t at) {
+            Piece one = 0;
+            Piece other = 0;
+            std::memcpy(&one, left + at, sizeof one);
+            std::memcpy(&other, right + at, sizeof other);
+            return one == other;
+        };
+        return equalAt(0) && equalAt(size - sizeof(Piece));
     };
     if (size >= sizeof(std::uint64_t)) {
-        return inWords(std::uint64_t{});
+        return equalEnds(std::uint64_t{});
     }
     if (size >= sizeof(std::uint32_t)) {
-        return inWords(std::uint32_t{});
+        return equalEnds(std::uint32_t{});
     }
-    return size == 0 || inWords(std::uint8_t{});
+    if (size >= sizeof(std::uint16_t)) {
+        return equalEnds(std::uint16_t{});
+    }
+    return size == 0 || *left == *right;
+}
+
+/// left == right, for names: most are short, and calling memcmp() would take longer than comparing
+/// them.
+inline bool equalTexts(std::string_view left, std::string_view right) {
+    if (left.size() != right.size()) {
+        return false;
+    }
+    return left.size() > kLongestShortText
+               ? std::memcmp(left.data(), right.data(), left.size()) == 0
+               : equalShortTexts(left.data(), right.data(), left.size());
 }
 
 }  // namespace quillmark

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/compiler.h"
+
 #if defined(__SSE2__) || defined(_M_X64)
 #define QM_HAS_SSE2
 #include <emmintrin.h>
@@ -77,24 +79,31 @@ inline __m128i load(const char* position) {
 
 /// How many bytes come before the first that is not set; 16 if all are.
 inline std::size_t countSet(__m128i bytes) {
-    constexpr unsigned kAll = 0xFFFF;
-    constexpr unsigned kBehind = kAll + 1;
-    const unsigned others = static_cast<unsigned>(_mm_movemask_epi8(bytes)) ^ kAll;
-    return static_cast<std::size_t>(std::countr_zero(others | kBehind));
+    // The upper half of the mask is not set, either.
+    const auto set = static_cast<unsigned>(_mm_movemask_epi8(bytes));
+    return static_cast<unsigned>(std::countr_zero(~set));
 }
 
 }  // namespace byte_scan
 
+/// skipPlainBytes() behind the first sixteen bytes. It is out of line since constants that a loop
+/// keeps in registers would be loaded for each of the many names that are shorter.
+template <typename IsPlain>
+QM_OUT_OF_LINE char* skipMorePlainBytes(char* position, IsPlain isPlain) {
+    std::size_t count = 0;
+    do {
+        count = byte_scan::countSet(isPlain(byte_scan::load(position)));
+        position += count;
+    } while (count == sizeof(__m128i));
+    return position;
+}
+
 /// Skips bytes as long as `isPlain(sixteen bytes)` sets all bits of them.
 template <typename IsPlain>
 char* skipPlainBytes(char* position, IsPlain isPlain) {
-    for (;;) {
-        const std::size_t count = byte_scan::countSet(isPlain(byte_scan::load(position)));
-        position += count;
-        if (count != sizeof(__m128i)) {
-            return position;
-        }
-    }
+    const std::size_t count = byte_scan::countSet(isPlain(byte_scan::load(position)));
+    position += count;
+    return count == sizeof(__m128i) ? skipMorePlainBytes(position, isPlain) : position;
 }
 
 /// Skips the ASCII letters, digits and underscores that names are mostly made of.
@@ -115,6 +124,11 @@ inline char* skipPlainTextBytes(char* position) {
         // Bytes from 0x80 on count as negative.
         return _mm_andnot_si128(special, _mm_cmpgt_epi8(bytes, _mm_set1_epi8(' ' - 1)));
     });
+}
+
+/// How many spaces stand there; 16 for more.
+inline std::size_t leadingSpaces(const char* position) {
+    return byte_scan::countSet(_mm_cmpeq_epi8(byte_scan::load(position), _mm_set1_epi8(' ')));
 }
 
 /// Skips the spaces, tabs and line ends that stand between tokens, and adds the line feeds among
@@ -153,6 +167,14 @@ inline std::size_t leadingHexDigits(const char* position) {
 }
 
 #else
+
+inline std::size_t leadingSpaces(const char* position) {
+    std::size_t count = 0;
+    while (count < kLookAhead && position[count] == ' ') {
+        ++count;
+    }
+    return count;
+}
 
 inline char* skipPlainBlanks(char* position, std::uint32_t&) {
     return position;

@@ -88,6 +88,10 @@ int lookupInIndex(const KeywordTable& table, std::string_view text, int otherwis
     return entry == nullptr ? otherwise : entry->id;
 }
 
+int idOfRow(const KeywordEntry& entry, std::string_view text, int otherwise) {
+    return entry.text == text ? entry.id : otherwise;
+}
+
 std::string_view keywordName(const KeywordTable& table, int id) {
     for (const KeywordEntry& entry : table.entries) {
         if (entry.id == id) {

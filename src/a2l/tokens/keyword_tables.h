@@ -103,9 +103,14 @@ constexpr std::uint32_t keywordHash(std::string_view text) {
 /// The way through the index, for texts of which the hints do not know enough.
 int lookupInIndex(const KeywordTable& table, std::string_view text, int otherwise);
 
-/// The id of the keyword that equals `text` byte by byte, `otherwise` when there is none.
-inline int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0) {
-    if (table.hints == nullptr || text.empty()) {
+/// The id of that keyword if it equals `text`, else `otherwise`. It is no part of lookupWord(),
+/// which would have to save registers for comparing longer words.
+int idOfRow(const KeywordEntry& entry, std::string_view text, int otherwise);
+
+/// lookup() for a text that is not empty, in the fewest steps: what is not told by a look at a row
+/// or two is left to the index.
+inline int lookupWord(const KeywordTable& table, std::string_view text, int otherwise) {
+    if (table.hints == nullptr) {
         return lookupInIndex(table, text, otherwise);
     }
     const std::uint16_t row = table.hints->rows[KeywordHints::placeOf(text)];
@@ -116,7 +121,18 @@ inline int lookup(const KeywordTable& table, std::string_view text, int otherwis
         return lookupInIndex(table, text, otherwise);
     }
     const KeywordEntry& entry = table.entries[row];
-    return equalTexts(entry.text, text) ? entry.id : otherwise;
+    if (text.size() > kLongestShortText) {
+        return idOfRow(entry, text, otherwise);
+    }
+    const bool found = entry.text.size() == text.size() &&
+                       equalShortTexts(entry.text.data(), text.data(), text.size());
+    return found ? entry.id : otherwise;
+}
+
+/// The id of the keyword that equals `text` byte by byte, `otherwise` when there is none.
+inline int lookup(const KeywordTable& table, std::string_view text, int otherwise = 0) {
+    return text.empty() ? lookupInIndex(table, text, otherwise)
+                        : lookupWord(table, text, otherwise);
 }
 
 /// The text of the first row with this id; empty when there is none.

@@ -74,6 +74,16 @@ inline ByteClass classOf(char byte) {
     return kByteClasses[static_cast<unsigned char>(byte)];
 }
 
+/// An ASCII character that is neither blank nor control character: no sentinel either.
+inline bool isInk(char byte) {
+    return static_cast<signed char>(byte) > ' ';
+}
+
+/// A blank or control character, none of which belongs to any name or number.
+inline bool isPlainEnd(char byte) {
+    return static_cast<unsigned char>(byte) <= ' ';
+}
+
 inline bool isOf(int character, ByteClass byteClass) {
     return character >= 0 && (kByteClasses[static_cast<std::size_t>(character)] & byteClass) != 0;
 }
@@ -370,10 +380,19 @@ std::string_view A2lLexer::keywordName(int kind) {
 
 inline void A2lLexer::skipBlanks() {
     char* p = cursor_;
-    // Within a line one space stands between two tokens, and behind it what counts as positive.
-    if (*p == ' ' && static_cast<signed char>(p[1]) > ' ') {
+    // Nearly always this is one space, or a line end and the spaces of an indentation.
+    if (*p == ' ' && isInk(p[1])) {
         cursor_ = p + 1;
         return;
+    }
+    if (*p == '\n') {
+        ++lineNumber_;
+        ++p;
+        p += leadingSpaces(p);
+        if (isInk(*p)) {
+            cursor_ = p;
+            return;
+        }
     }
     p = skipPlainBlanks(p, lineNumber_);
     while ((classOf(*p) & kBlank) != 0) {
@@ -384,18 +403,20 @@ inline void A2lLexer::skipBlanks() {
 }
 
 inline int A2lLexer::kindOfIdentifier(std::string_view text) const {
-    return rawIdentifiers_ ? TOK_IDENT : lookup(*keywordTable_, text, TOK_IDENT);
+    return rawIdentifiers_ ? TOK_IDENT : lookupWord(*keywordTable_, text, TOK_IDENT);
 }
 
 /// Most identifiers lie within one block; all others are left to the long way.
 inline int A2lLexer::readIdentifier(Token& token) {
-    const ByteClass byteClass = extendedIdentifiers_ ? kIdentifierExtended : kIdentifier;
     char* p = skipPlainNameBytes(cursor_ + 1);
-    while ((classOf(*p) & byteClass) != 0) {
-        ++p;
-    }
-    if (*p == kSentinel) {
-        return readLongIdentifier(token, byteClass);
+    if (!isPlainEnd(*p)) {
+        const ByteClass byteClass = extendedIdentifiers_ ? kIdentifierExtended : kIdentifier;
+        while ((classOf(*p) & byteClass) != 0) {
+            ++p;
+        }
+        if (*p == kSentinel) {
+            return readLongIdentifier(token, byteClass);
+        }
     }
     cursor_ = p;
     token.text = textUpTo(p);
@@ -428,6 +449,10 @@ int A2lLexer::nextToken(Token& token, bool wordMode) {
     token = Token{};
     skipBlanks();
     const char first = *cursor_;
+    if ((classOf(first) & kLetter) != 0 && !wordMode) {
+        tokenStart_ = cursor_;
+        return readIdentifier(token);
+    }
     if (first == kSentinel || (first == '/' && (classOf(cursor_[1]) & kBehindSlash) != 0)) {
         return readTokenBehindComments(token, wordMode);
     }
@@ -538,6 +563,12 @@ QM_OUT_OF_LINE int A2lLexer::readLongIdentifier(Token& token, ByteClass byteClas
 
 /// Most numbers are short integers within one block; all others are left to the long way.
 int A2lLexer::readNumber(Token& token) {
+    if (*cursor_ >= '0' && isPlainEnd(cursor_[1])) {
+        // A single digit, as half of them are: what else begins a number, comes before '0'.
+        token.intValue = *cursor_ - '0';
+        token.text = textUpTo(++cursor_);
+        return TOK_INTEGER;
+    }
     const bool negative = *cursor_ == '-';
     char* const digits = cursor_ + (negative ? 1 : 0);
     const std::size_t count = leadingDigits(digits);
