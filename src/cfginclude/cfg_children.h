@@ -25,7 +25,13 @@ class CfgChild {
     // As those of CfgElement. Keys are literals: with these in sight of the caller, copying one
     // takes a move or two.
 
-    void addValue(std::string_view key, std::string_view text) { addJoinedValue(key, {text}); }
+    void addValue(std::string_view key, std::string_view text) {
+        if (text.size() > kLongestText) {
+            addLongValue(key, {text});
+            return;
+        }
+        endLine(append(startLine(key), text));
+    }
 
     void addJoinedValue(std::string_view key, std::initializer_list<std::string_view> parts) {
         std::size_t size = 0;

@@ -1,9 +1,11 @@
 #include "cfginclude/cfg_element.h"
 
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <random>
@@ -205,6 +207,31 @@ TEST(CfgElementValues, WritesRealsAsPrintfDoes) {
         char expected[64];
         std::snprintf(expected, sizeof expected, "%g", value);
         ASSERT_EQ(realText(value), expected);
+    }
+}
+
+TEST(CfgElementValues, WritesRealsOfFewDigitsAsPrintfDoes) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> exponents(-5.0, 7.0);
+    for (int i = 0; i < 60000; ++i) {
+        // As they are, of a few decimals, half-way between two of them, and the next but that.
+        double value = std::pow(10.0, exponents(random)) * (i % 2 == 0 ? 1.0 : -1.0);
+        if (i % 4 != 0) {
+            const double scale = std::pow(10.0, static_cast<double>(random() % 10));
+            value = std::round(value * scale) / scale;
+        }
+        if (i % 8 == 1) {
+            std::array<char, 64> six{};
+            std::snprintf(six.data(), six.size(), "%.5e", value);
+            value = std::strtod(six.data(), nullptr);
+            value += 5 * std::pow(10.0, std::floor(std::log10(std::abs(value))) - 6);
+        }
+        if (i % 16 == 1) {
+            value = std::nextafter(value, 0.0);
+        }
+        std::array<char, 64> expected{};
+        std::snprintf(expected.data(), expected.size(), "%g", value);
+        ASSERT_EQ(realText(value), value == 0 ? "0" : expected.data());
     }
 }
 
