@@ -41,6 +41,10 @@ class QUILLMARK_API ReadOptions {
     /// either case.
     ReadOptions& setKeepMembers(bool keep);
 
+    /// Whether the limits of signals are kept. They are, unless told otherwise, and checked in
+    /// either case.
+    ReadOptions& setKeepLimits(bool keep);
+
     /// 0, the default: as the program reads, up to the first error. Otherwise reading goes on
     /// behind the block of the module in which an error stood, where that is possible, and ends
     /// with this many errors.

@@ -30,8 +30,13 @@ PhNumber readLimit(CoreReader& reader, std::string_view message) {
 }
 
 void readLimits(CoreReader& reader, PhEntity& signal) {
-    reader.keep(signal.lowerLimit, readLimit(reader, "Unexpected type for lower limit."));
-    reader.keep(signal.upperLimit, readLimit(reader, "Unexpected type for upper limit."));
+    const auto keep = [&](PhNumber PhEntity::Limits::*which, const PhNumber& limit) {
+        if (reader.parts().limits) {
+            reader.commit([&] { signal.limits().*which = limit; });
+        }
+    };
+    keep(&PhEntity::Limits::lower, readLimit(reader, "Unexpected type for lower limit."));
+    keep(&PhEntity::Limits::upper, readLimit(reader, "Unexpected type for upper limit."));
 }
 
 // --- MEASUREMENT ---------------------------------------------------------------------------------

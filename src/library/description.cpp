@@ -97,7 +97,8 @@ void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
     SilentConsole console;
     PhA2l reader(console, data.name);
     reader.setLogger(&logger);
-    reader.setParts({options.keepSignals, options.keepMembers, options.keepTexts});
+    reader.setParts(
+        {options.keepSignals, options.keepMembers, options.keepLimits, options.keepTexts});
     reader.setErrorLimit(readerLimit(options));
     data.status = statusOf(parse(reader));
     data.reachedEnd = reader.reachedEnd();
@@ -131,6 +132,11 @@ ReadOptions& ReadOptions::setKeepSignals(bool keep) {
 
 ReadOptions& ReadOptions::setKeepMembers(bool keep) {
     data_->keepMembers = keep;
+    return *this;
+}
+
+ReadOptions& ReadOptions::setKeepLimits(bool keep) {
+    data_->keepLimits = keep;
     return *this;
 }
 

@@ -12,6 +12,7 @@ struct ReadOptionsData {
     bool keepTexts = true;
     bool keepSignals = true;
     bool keepMembers = true;
+    bool keepLimits = true;
     std::size_t errorLimit = 0;
     FindingHandler findingHandler;
 };

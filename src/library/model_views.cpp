@@ -287,11 +287,11 @@ ArrayLayout Signal::layout() const noexcept {
 }
 
 Number Signal::lowerLimit() const noexcept {
-    return numberOf(signal_->lowerLimit);
+    return numberOf(signal_->lowerLimit());
 }
 
 Number Signal::upperLimit() const noexcept {
-    return numberOf(signal_->upperLimit);
+    return numberOf(signal_->upperLimit());
 }
 
 std::optional<Conversion> Signal::conversion() const noexcept {

@@ -135,11 +135,21 @@ class PhEntity final : public PhObject {
     bool signExtend = false;
     std::optional<std::int32_t> address;
     std::optional<std::int32_t> addressExtension;
-    PhNumber lowerLimit;
-    PhNumber upperLimit;
     TextLine line = 0;
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
+
+    /// What a description writes as the range of the physical value. Neither the include file nor
+    /// the comparison knows it, so it is kept apart from what they read.
+    struct Limits : InModelMemory {
+        PhNumber lower;
+        PhNumber upper;
+    };
+    Limits& limits();
+
+    /// Missing where none was kept.
+    PhNumber lowerLimit() const { return limits_ == nullptr ? PhNumber() : limits_->lower; }
+    PhNumber upperLimit() const { return limits_ == nullptr ? PhNumber() : limits_->upper; }
 
     /// What only few signals have.
     struct Extras : InModelMemory {
@@ -161,6 +171,7 @@ class PhEntity final : public PhObject {
     std::int32_t shiftCount() const { return extras_ == nullptr ? 0 : extras_->shiftCount; }
 
   private:
+    std::unique_ptr<Limits> limits_;
     std::unique_ptr<Extras> extras_;
 };
 

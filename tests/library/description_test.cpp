@@ -141,6 +141,17 @@ TEST(Description, MembersNeedNotBeKept) {
     EXPECT_TRUE(firstModule(description).groups()[0].signals().empty());
 }
 
+TEST(Description, LimitsNeedNotBeKept) {
+    const std::string signal =
+        moduleWith("/begin MEASUREMENT s \"\" UBYTE C 0 0 1.5 250 /end MEASUREMENT\n");
+    ReadOptions options;
+    EXPECT_EQ(firstModule(described(signal, options)).signals()[0].lowerLimit().real(), 1.5);
+    options.setKeepLimits(false);
+    const Description description = described(signal, options);
+    EXPECT_FALSE(firstModule(description).signals()[0].lowerLimit().isPresent());
+    EXPECT_FALSE(firstModule(description).signals()[0].upperLimit().isPresent());
+}
+
 TEST(Description, SignalsNeedNotBeKept) {
     ReadOptions options;
     options.setKeepSignals(false);

@@ -81,8 +81,8 @@ TEST(PhEntity, HasNothingAtFirst) {
     EXPECT_FALSE(signal->address.has_value());
     EXPECT_FALSE(signal->addressExtension.has_value());
     EXPECT_EQ(signal->matrixDims(), (std::array<std::int32_t, 3>{}));
-    EXPECT_FALSE(signal->lowerLimit.isPresent());
-    EXPECT_FALSE(signal->upperLimit.isPresent());
+    EXPECT_FALSE(signal->lowerLimit().isPresent());
+    EXPECT_FALSE(signal->upperLimit().isPresent());
     EXPECT_EQ(signal->datatype.baseType, PhBaseType::Undefined);
     EXPECT_EQ(signal->datatype.sizeBits, 0);
     EXPECT_FALSE(signal->datatype.bitMask.has_value());

@@ -389,8 +389,8 @@ void dumpSignalFields(Writer& out, const PhEntity& signal) {
     if (signal.addressExtension) {
         out.hexField("addressExtension", static_cast<std::uint32_t>(*signal.addressExtension));
     }
-    out.numberField("lowerLimit", signal.lowerLimit);
-    out.numberField("upperLimit", signal.upperLimit);
+    out.numberField("lowerLimit", signal.lowerLimit());
+    out.numberField("upperLimit", signal.upperLimit());
     out.referenceField("recordLayout", signal.recordLayout.get());
     out.dimensionsField("matrixDims", signal.matrixDims());
     out.integerField("shiftCount", signal.shiftCount());

@@ -36,6 +36,8 @@ struct ModelParts {
     /// Which signals and groups a group, a function, a frame or a virtual signal names; nothing
     /// without the signals themselves.
     bool members = true;
+    /// The ranges of physical values.
+    bool limits = true;
     /// The blocks' long identifiers: a sixth of the model's memory.
     bool longIdentifiers = true;
 };
