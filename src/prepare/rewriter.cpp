@@ -26,6 +26,14 @@ std::string shortened(std::string_view text) {
                : std::string(line.substr(0, kMost)) + "...";
 }
 
+/// "a " or "an ", as the name of a block is spoken.
+std::string article(std::string_view keyword) {
+    return std::string_view("AEIOU").find(keyword.front()) != std::string_view::npos &&
+                   keyword.substr(0, 3) != "UNI"
+               ? "an "
+               : "a ";
+}
+
 /// The name behind the keyword of a block.
 std::string nameIn(std::string_view block) {
     TokenReader reader(block);
@@ -215,14 +223,20 @@ void Rewriter::rewriteVersion(const Part& part) {
     constexpr std::size_t kWords = 3;
     const std::string_view minor = words.size() == kWords ? words.back() : std::string_view();
     copy(0, part.end - minor.size());
+    rememberVersion(minor, placeIn(part, 0));
+    copy(part.end - minor.size(), part.end);
+    scanner_.discard(part.end);
+}
+
+/// Takes note of where a minor number is written next that may have to be an earlier one in the
+/// end.
+void Rewriter::rememberVersion(std::string_view minor, Place place) {
     if (integerOf(minor).value_or(0) >= kLaterVersion && version_.empty()) {
         versionPosition_ = written_;
-        versionPlace_ = placeIn(part, 0);
+        versionPlace_ = place;
         version_ = std::string(kEarlierVersion);
         version_.insert(0, minor.size() - std::min(minor.size(), version_.size()), '0');
     }
-    copy(part.end - minor.size(), part.end);
-    scanner_.discard(part.end);
 }
 
 void Rewriter::beginModule(const Part& part) {
@@ -302,9 +316,9 @@ void Rewriter::mendVersionBlock(const Part& part) {
     }
     const Place place = placeIn(part, 0);
     copy(0, part.begin);
-    std::string version = "ASAP2_VERSION ";
-    version.append(words[2]).append(" ").append(words[3]);
-    make(version, place);
+    make("ASAP2_VERSION " + std::string(words[2]) + " ", place);
+    rememberVersion(words[3], place);
+    make(words[3], place);
     report_.change(place, "ASAP2_VERSION is no block any more");
     scanner_.discard(part.end);
 }
@@ -354,7 +368,8 @@ void Rewriter::tellOddities(const Part& part) {
                                     ", which cannot be read from here on: " + text);
         } else {
             report_.loss(place, "took out the " + std::string(oddity.what) + " " + text +
-                                    ", which nobody knows in a " + part.keyword);
+                                    ", which nobody knows in " + article(part.keyword) +
+                                    part.keyword);
         }
     }
 }
@@ -756,8 +771,8 @@ void Rewriter::put(std::string_view bytes, Place place) {
     converted_.clear();
     const std::size_t lost = appendAsLatin1(bytes, converted_);
     if (lost > 0) {
-        report_.loss(place, std::to_string(lost) +
-                                " characters from here on that ISO 8859-1 lacks became ?");
+        report_.loss(place, std::to_string(lost) + (lost == 1 ? " character" : " characters") +
+                                " from here on that ISO 8859-1 lacks became ?");
     }
     output_.write(converted_);
     written_ += converted_.size();

@@ -35,6 +35,7 @@ class Rewriter {
     void beginText();
     bool rewritePart(const Part& part);
     void rewriteVersion(const Part& part);
+    void rememberVersion(std::string_view minor, Place place);
     void beginModule(const Part& part);
     void takeOutStray(const Part& part);
     void rewriteBlock(const Part& part);

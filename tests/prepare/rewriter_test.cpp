@@ -127,7 +127,7 @@ TEST(Prepare, TakesOutWhatNobodyKnows) {
         {"/begin IF_DATA XCP /begin DAQ_EVENT FIXED_EVENT_LIST EVENT 1 NOVELTY 2 /end DAQ_EVENT "
          "/end IF_DATA",
          "/begin IF_DATA XCP /begin DAQ_EVENT FIXED_EVENT_LIST EVENT 1 /end DAQ_EVENT /end IF_DATA",
-         "4 lost: took out the word NOVELTY 2, which nobody knows in a IF_DATA\n"},
+         "4 lost: took out the word NOVELTY 2, which nobody knows in an IF_DATA\n"},
         {"/begin GROUP g \"\" /begin REF_MEASUREMENT a VERSION b /end REF_MEASUREMENT /end GROUP",
          "/begin GROUP g \"\" /begin REF_MEASUREMENT a b /end REF_MEASUREMENT /end GROUP",
          "4 lost: took out the word VERSION, which nobody knows in a GROUP\n"},
