@@ -7,6 +7,7 @@
 
 #include "buffer.h"
 #include "errors.h"
+#include "signal_table.h"
 #include "values.h"
 
 namespace quillmark::python {
@@ -173,7 +174,18 @@ void declareReading(py::module_& module) {
             [](const SourcePointer& self) { return listOf(self, self->description.projects()); },
             "Most descriptions have one.")
         .def_property_readonly("modules", &allModules, "The modules of all projects.")
+        .def(
+            "to_pandas",
+            [](const py::object& self) {
+                return py::module_::import("quillmark._tables").attr("to_pandas")(self);
+            },
+            "The signals of all modules as a pandas.DataFrame, one row each, in the order of the "
+            "description. Raises ImportError without pandas.\n\n"
+            "Columns: module, name, kind, address, address_extension, base_type, size_bits [bits], "
+            "byte_order, bit_mask, lower_limit, upper_limit (physical), conversion (its name), "
+            "unit_text. What the description does not tell is missing in its row.")
         .def("__repr__", [](const Source& self) { return pythonText(representation(self)); });
+    module.def("_signal_columns", &signalColumns);
     module.def(
         "read",
         [](const py::object& source, bool strict, bool texts, const std::string& name) {
