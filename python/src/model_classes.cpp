@@ -135,6 +135,16 @@ void addNames(ViewClass<View>& view) {
     view.template attribute<&View::name>("name", "As the description has it.")
         .template attribute<&View::longIdentifier>(
             "long_identifier", "The explaining text behind the name; often empty.");
+    if constexpr (requires(const View& item) { item.line(); }) {
+        view.pythonClass().def_property_readonly(
+            "line",
+            [](const Held<View>& self) {
+                const std::int32_t line = self.view.line();
+                return line > 0 ? py::object(py::int_(line)) : py::none();
+            },
+            "Where its name stands in the description, counted from 1; None where it is not "
+            "known.");
+    }
 }
 
 constexpr const char* kIsDefined =

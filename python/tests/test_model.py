@@ -61,6 +61,19 @@ def test_a_signal_without_an_address_has_none() -> None:
     assert signal.byte_order is None
 
 
+def test_parts_tell_where_they_stand() -> None:
+    text = (
+        b'/begin PROJECT P "" /begin MODULE M ""\n'
+        b'/begin UNIT u "" "V" DERIVED /end UNIT\n\n'
+        b'/begin MEASUREMENT s "" UBYTE lost 0 0 0 0 /end MEASUREMENT\n'
+        b"/end MODULE /end PROJECT\n"
+    )
+    module = quillmark.read(text).modules[0]
+    signal = module.signals["s"]
+    assert (module.line, module.units["u"].line, signal.line) == (1, 2, 4)
+    assert signal.conversion is not None and signal.conversion.line is None
+
+
 def test_a_module_tells_what_it_has(engine: quillmark.Description) -> None:
     module = engine.modules[0]
     assert engine.projects[0].modules[0] == module
