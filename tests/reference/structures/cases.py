@@ -38,6 +38,7 @@ class _Maker:
         self._structures = []
         self._components = {}
         self._axis_counts = {}
+        self.has_twins = False
 
     # -- words ---------------------------------------------------------------------------------
 
@@ -208,8 +209,9 @@ class _Maker:
         plain = self._measurements + self._characteristics + self._axes + self._blobs
         type_name = dice.pick(plain if dice.chance(0.25) else self._structures)
         address = dice.pick([0x1000, 0x70001A40, 0, 0xFFFFFFF0, dice.below(1 << 32)])
+        array = self.matrix_dim(0.3)
         options = [
-            self.matrix_dim(0.3),
+            array,
             self.maybe(0.2, f"ECU_ADDRESS_EXTENSION {dice.below(4)}"),
             self.maybe(0.15, "READ_WRITE"),
             self.maybe(0.15, "CALIBRATION_ACCESS CALIBRATION"),
@@ -230,7 +232,7 @@ class _Maker:
                 0.1,
                 '/begin ANNOTATION ANNOTATION_LABEL "note" ANNOTATION_ORIGIN "" /end ANNOTATION',
             ),
-            *(self.overwrite(name, type_name) for _ in range(dice.few(3))),
+            *(self.overwrite(name, type_name, not array) for _ in range(dice.few(3))),
         ]
         return self.block(
             "INSTANCE",
@@ -238,13 +240,14 @@ class _Maker:
             + "".join(dice.shuffled(options)),
         )
 
-    def overwrite(self, instance, type_name):
+    def overwrite(self, instance, type_name, may_index):
         """Changes a value somewhere in the instance, or tries to."""
         dice = self.dice
         path = []
         while type_name in self._components:
             component, type_name = dice.pick(self._components[type_name])
-            path.append(component + (f"[{dice.below(2)}]" if dice.chance(0.05) else ""))
+            index = f"[{dice.below(2)}]" if may_index and dice.chance(0.05) else ""
+            path.append(component + index)
         name = ".".join(path) or dice.pick([instance, "THIS"])
         if dice.chance(0.03):
             name = "nowhere"
@@ -274,7 +277,8 @@ class _Maker:
         types += [self.block("TYPEDEF_BLOB", f'{name} "" 16') for name in self._blobs]
         types += [self.structure_type(f"Type{index}") for index in range(dice.between(1, 4))]
         names = [f"inst{index}" for index in range(dice.between(1, 3))]
-        if dice.chance(0.02):
+        self.has_twins = dice.chance(0.02)
+        if self.has_twins:
             names.append(names[0])
         parts = dice.shuffled(types + [self.instance(name) for name in names] + self.others())
         return parts
@@ -336,5 +340,7 @@ def make_text(seed, number):
         except CannotExpand:
             return text
         if expansion.is_complete:
-            return _described(parts + maker.groups(expansion.names()))
+            # Of two instances with one name nobody knows which one a list means.
+            names = [] if maker.has_twins else expansion.names()
+            return _described(parts + maker.groups(names))
     raise AssertionError("no description will do")

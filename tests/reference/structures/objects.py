@@ -143,7 +143,8 @@ def values_of(one):
         row_dir, size = False, 0
     rest = (
         one.kind, one.text, _plain(fixed), _plain(options),
-        tuple(sorted(_plain_block(block) for block in one.blocks)),
+        tuple(_plain_block(block) for block in one.blocks if block.keyword == "AXIS_DESCR"),
+        tuple(sorted(_plain_block(block) for block in one.blocks if block.keyword != "AXIS_DESCR")),
     )  # fmt: skip
     for indices, offset in elements_of(sizes, row_dir):
         address = None if one.address is None else (one.address + offset * size) % (1 << 32)
