@@ -128,11 +128,21 @@ def stages(bench: Bench) -> None:
 def whole_program(bench: Bench, megabytes: str) -> None:
     file = bench.description("realistic", megabytes)
     bench.make_ready_for(file)
-    costs = bench.table(f"Whole program, realistic mix, {megabytes} MB (ratio to wc -w)",
-                        os.path.getsize(file),
-                        {"wc": ["wc", "-w", file], "cat": ["cat", file],
-                         "convert": bench.convert(file, "plain.out"),
-                         "convert-i": bench.convert(file, "indented.out", "-i")}, "wc")
+    size = os.path.getsize(file)
+    commands = {"wc": ["wc", "-w", file], "cat": ["cat", file],
+                "convert": bench.convert(file, "plain.out"),
+                "convert-i": bench.convert(file, "indented.out", "-i")}
+    print_ratios(bench.table(f"Whole program, realistic mix, {megabytes} MB (ratio to wc -w)",
+                             size, commands, "wc"))
+    commands["compare"] = [bench.tool("quillmark"), "compare", file, file]
+    bench.ready_mb = 0
+    costs = bench.table(f"As a user meets it, nothing made ready, {megabytes} MB (ratio to wc -w)",
+                        size, commands, "wc")
+    print_ratios(costs)
+    print(f"compare / convert: {costs['compare'].wall / costs['convert'].wall:.2f}")
+
+
+def print_ratios(costs: Dict[str, Cost]) -> None:
     wall = {label: cost.wall for label, cost in costs.items()}
     print(f"\nconvert / wc: {wall['convert'] / wall['wc']:.2f}; "
           f"convert -i / wc: {wall['convert-i'] / wall['wc']:.2f}; "
