@@ -209,9 +209,8 @@ class _Maker:
         plain = self._measurements + self._characteristics + self._axes + self._blobs
         type_name = dice.pick(plain if dice.chance(0.25) else self._structures)
         address = dice.pick([0x1000, 0x70001A40, 0, 0xFFFFFFF0, dice.below(1 << 32)])
-        array = self.matrix_dim(0.3)
         options = [
-            array,
+            self.matrix_dim(0.3),
             self.maybe(0.2, f"ECU_ADDRESS_EXTENSION {dice.below(4)}"),
             self.maybe(0.15, "READ_WRITE"),
             self.maybe(0.15, "CALIBRATION_ACCESS CALIBRATION"),
@@ -232,7 +231,7 @@ class _Maker:
                 0.1,
                 '/begin ANNOTATION ANNOTATION_LABEL "note" ANNOTATION_ORIGIN "" /end ANNOTATION',
             ),
-            *(self.overwrite(name, type_name, not array) for _ in range(dice.few(3))),
+            *(self.overwrite(name, type_name) for _ in range(dice.few(3))),
         ]
         return self.block(
             "INSTANCE",
@@ -240,14 +239,13 @@ class _Maker:
             + "".join(dice.shuffled(options)),
         )
 
-    def overwrite(self, instance, type_name, may_index):
+    def overwrite(self, instance, type_name):
         """Changes a value somewhere in the instance, or tries to."""
         dice = self.dice
         path = []
         while type_name in self._components:
             component, type_name = dice.pick(self._components[type_name])
-            index = f"[{dice.below(2)}]" if may_index and dice.chance(0.05) else ""
-            path.append(component + index)
+            path.append(component)
         name = ".".join(path) or dice.pick([instance, "THIS"])
         if dice.chance(0.03):
             name = "nowhere"
