@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "a2ltool/model_json.h"
-#include "quillmark/protocol.h"
 #include "quillmark/version.h"
 
 namespace quillmark::a2ltool {

@@ -1,9 +1,7 @@
 #include "a2ltool/module_diff.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,8 +1,6 @@
 // How a control unit is reached and measured, as JSON. Codes are the numbers that the public
 // headers tell; a code of 0, which stands for nothing told, is left out.
 
-#include <vector>
-
 #include "a2ltool/model_json.h"
 
 namespace quillmark::a2ltool {

@@ -1,6 +1,5 @@
 #include <cstddef>
 #include <span>
-#include <string>
 
 #include "app/command_line.h"
 #include "app/compare_command.h"

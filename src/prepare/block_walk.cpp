@@ -1,6 +1,5 @@
 #include "prepare/block_walk.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "a2l/tokens/keyword_tables.h"

@@ -1,7 +1,6 @@
 #include "prepare/expansion.h"
 
 #include <algorithm>
-#include <functional>
 #include <limits>
 
 namespace quillmark::preparing {

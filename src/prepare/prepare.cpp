@@ -6,8 +6,6 @@
 #include <optional>
 #include <utility>
 
-#include "platform/file_stream.h"
-#include "platform/output_sink.h"
 #include "platform/temporary_file.h"
 #include "prepare/byte_search.h"
 #include "quillmark/prepare.h"

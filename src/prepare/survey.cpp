@@ -1,7 +1,5 @@
 #include "prepare/survey.h"
 
-#include <functional>
-
 #include "prepare/description_scanner.h"
 
 namespace quillmark::preparing {
