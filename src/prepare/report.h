@@ -45,7 +45,8 @@ class Report {
     /// Who tells whether the reader takes the description as it is.
     void setReader(std::function<bool()> reads) { reads_ = std::move(reads); }
 
-    /// Says that the description is more than the reader sees of it. Nobody asks it then.
+    /// Says that the description is more than the reader sees of it, or has what it surely refuses.
+    /// Nobody asks it then.
     void forgetReader() { reads_ = nullptr; }
 
     /// Whether the work is to end: after an error, or because nothing needs to be done.

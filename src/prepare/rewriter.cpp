@@ -214,6 +214,7 @@ bool Rewriter::rewritePart(const Part& part) {
 
 void Rewriter::rewriteVersion(const Part& part) {
     if (part.keyword == "A2ML_VERSION") {
+        report_.forgetReader();
         report_.change(placeIn(part, 0), "took out A2ML_VERSION");
         takeOut(part);
         return;
@@ -295,6 +296,7 @@ void Rewriter::rewriteBlock(const Part& part) {
     }
     if (rule->fate == Fate::TakeOut) {
         hasLaterParts_ = true;
+        report_.forgetReader();
     }
     if (rule->inner == nullptr && rule->fate == Fate::Keep) {
         copy(0, part.end);
@@ -392,6 +394,9 @@ void Rewriter::writeEdited(const Part& part) {
 bool Rewriter::takeOutLaterWord(const Part& part, const FoundPart& found) {
     const std::string_view text = walk_.textOf(found);
     const Place place = placeIn(part, found.begin);
+    if (found.rule->fate != Fate::Keep) {
+        report_.forgetReader();
+    }
     switch (found.rule->fate) {
         case Fate::Keep:
             return true;
