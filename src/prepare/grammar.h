@@ -7,7 +7,7 @@
 namespace quillmark::preparing {
 
 // What the reader takes in which block, and what version 1.7 adds, as data. The tables have to
-// agree with the reader's own; the test of the grammar tries each part of both.
+// agree with the reader's own: a new keyword there needs its row here.
 
 struct Layout;
 
