@@ -14,9 +14,9 @@ int main(int argumentCount, char* arguments[]) {
     StandardConsole console;
     // A large description is millions of objects. They are left to the system, which takes all
     // memory back at once, to spare the time of taking them apart one by one.
-    auto& description = *new Description;
+    static auto& description = *new Description;
     const CommandDrivers drivers{
-        [&](const ConvertRequest& request, Console& to) {
+        [](const ConvertRequest& request, Console& to) {
             return convertCommand(request, description, to);
         },
         decompressCommand,

@@ -10,27 +10,30 @@ namespace quillmark {
 /// Of the texts that equalShortTexts() takes.
 inline constexpr std::size_t kLongestShortText = 2 * sizeof(std::uint64_t);
 
-/// left == right, for words of one length, up to kLongestShortText bytes. Both ends are compared,
-/// each in one piece; the pieces overlap where the texts are shorter.
-inline bool equalShortTexts(const char* left, const char* right, std::size_t size) {
-    const auto equalEnds = [&]<typename Piece>(Piece) {
-        const auto equalAt = [&](std::size_t at) {
-            Piece one = 0;
-            Piece other = 0;
-            std::memcpy(&one, left + at, sizeof one);
-            std::memcpy(&other, right + at, sizeof other);
-            return one == other;
-        };
-        return equalAt(0) && equalAt(size - sizeof(Piece));
+/// Whether both texts have the same bytes at both ends, each as long as a Piece. The ends overlap
+/// where the texts are shorter than two of them.
+template <typename Piece>
+bool equalEnds(const char* left, const char* right, std::size_t size) {
+    const auto equalAt = [left, right](std::size_t at) {
+        Piece one = 0;
+        Piece other = 0;
+        std::memcpy(&one, left + at, sizeof one);
+        std::memcpy(&other, right + at, sizeof other);
+        return one == other;
     };
+    return equalAt(0) && equalAt(size - sizeof(Piece));
+}
+
+/// left == right, for words of one length, up to kLongestShortText bytes.
+inline bool equalShortTexts(const char* left, const char* right, std::size_t size) {
     if (size >= sizeof(std::uint64_t)) {
-        return equalEnds(std::uint64_t{});
+        return equalEnds<std::uint64_t>(left, right, size);
     }
     if (size >= sizeof(std::uint32_t)) {
-        return equalEnds(std::uint32_t{});
+        return equalEnds<std::uint32_t>(left, right, size);
     }
     if (size >= sizeof(std::uint16_t)) {
-        return equalEnds(std::uint16_t{});
+        return equalEnds<std::uint16_t>(left, right, size);
     }
     return size == 0 || *left == *right;
 }
