@@ -77,10 +77,11 @@ class Rule {
     using Value = std::variant<Parse, Skip, int, std::string_view, Table, Property, bool Context::*,
                                PhHandle<PhValue> Context::*>;
 
-    constexpr Rule(Form form, Word word, ParseByRule parse, Value value)
+    constexpr Rule(Form form, const Word& word, ParseByRule parse, Value value)
         : word_(word), form_(form), parse_(parse), value_(value) {}
 
-    constexpr Rule(Form form, Word word, Parse parse) : Rule(form, word, &call, Value(parse)) {}
+    constexpr Rule(Form form, const Word& word, Parse parse)
+        : Rule(form, word, &call, Value(parse)) {}
 
     constexpr Rule(const SkippedPart& part)
         : Rule(part.form, part.word, &readOver, Value(part.skip)) {}
