@@ -39,7 +39,7 @@ class ModelArena {
     ModelArena() = default;
     ModelArena(const ModelArena&) = delete;
     ModelArena& operator=(const ModelArena&) = delete;
-    ~ModelArena();
+    ~ModelArena();  // NOLINT(performance-trivially-destructible): only the plain memory's is
 
     /// As long as it lives, what its thread allocates comes from the arena. An arena is used once
     /// at a time; who uses several ends the last one first.
@@ -48,7 +48,7 @@ class ModelArena {
         explicit Use(ModelArena& arena) noexcept;
         Use(const Use&) = delete;
         Use& operator=(const Use&) = delete;
-        ~Use();
+        ~Use();  // NOLINT(performance-trivially-destructible): only the plain memory's is
 
       private:
         [[maybe_unused]] ModelArena& arena_;

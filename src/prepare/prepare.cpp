@@ -141,6 +141,7 @@ PrepareOptions& PrepareOptions::setReader(
     return *this;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): all texts of options are taken alike
 PrepareOptions& PrepareOptions::setEpk(std::string text, std::string address, std::string module) {
     // Between quotes both of these mean something else.
     std::string quoted;
