@@ -1,7 +1,6 @@
 #include "a2ltool/json_command.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>

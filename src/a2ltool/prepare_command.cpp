@@ -1,6 +1,5 @@
 #include "a2ltool/prepare_command.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <memory>

@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <list>
-#include <string_view>
 
 #include "a2ltool/complaint.h"
 #include "a2ltool/input.h"
