@@ -101,4 +101,11 @@ enum class PrepareResult : std::uint8_t {
 QUILLMARK_API PrepareResult prepare(const std::string& input, const PrepareOptions& options,
                                     const PrepareFindingHandler& tell);
 
+/// The same for a description in memory. `name` is what findings call it, and where included files
+/// are looked for. Where the options name no output, `text` becomes the prepared description, which
+/// is empty after an error; otherwise it stays as it is.
+QUILLMARK_API PrepareResult prepareMemory(std::string_view description, const std::string& name,
+                                          const PrepareOptions& options, std::string& text,
+                                          const PrepareFindingHandler& tell);
+
 }  // namespace quillmark

@@ -21,6 +21,7 @@ using preparing::Report;
 using preparing::RewriteOptions;
 using preparing::SourceFiles;
 using preparing::SourceText;
+using preparing::StringOutput;
 using preparing::Survey;
 
 constexpr std::string_view kStandardInput = "-";
@@ -328,6 +329,16 @@ PrepareResult prepareTo(const SourceFiles& files, const PrepareOptions::Values& 
                                 : PrepareResult::Ready;
 }
 
+PrepareResult prepareToFile(const SourceFiles& files, const PrepareOptions::Values& values,
+                            Report& report) {
+    FileOutput output(values.output);
+    if (!output.isOpen()) {
+        report.error(values.output, "cannot be written");
+        return PrepareResult::Failed;
+    }
+    return prepareTo(files, values, report, output);
+}
+
 }  // namespace
 
 PrepareResult prepare(const std::string& input, const PrepareOptions& options,
@@ -348,12 +359,27 @@ PrepareResult prepare(const std::string& input, const PrepareOptions& options,
         NoOutput output;
         return prepareTo(files, values, report, output);
     }
-    FileOutput output(values.output);
-    if (!output.isOpen()) {
-        report.error(values.output, "cannot be written");
-        return PrepareResult::Failed;
+    return prepareToFile(files, values, report);
+}
+
+PrepareResult prepareMemory(std::string_view description, const std::string& name,
+                            const PrepareOptions& options, std::string& text,
+                            const PrepareFindingHandler& tell) {
+    const PrepareOptions::Values& values = options.values();
+    Report report(tell);
+    const SourceFiles files{
+        name, [description] { return std::make_unique<MemoryInputFile>(description); },
+        values.includeDirectories};
+    if (!values.output.empty()) {
+        return prepareToFile(files, values, report);
     }
-    return prepareTo(files, values, report, output);
+    text.clear();
+    StringOutput output(text);
+    const PrepareResult result = prepareTo(files, values, report, output);
+    if (result == PrepareResult::Failed) {
+        text.clear();
+    }
+    return result;
 }
 
 }  // namespace quillmark

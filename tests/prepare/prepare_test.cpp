@@ -144,6 +144,29 @@ TEST_F(PrepareFiles, WithIncludesAreNotShownToTheReader) {
     EXPECT_EQ(run(moduleOf("/include none"), options), PrepareResult::Failed);
 }
 
+TEST_F(PrepareFiles, MayBeInMemory) {
+    writeFile(directory_.file("unit.inc"), "/begin UNIT u \"\" \"m\" DERIVED /end UNIT");
+    const std::string name = directory_.file("in.a2l");
+    const std::string description = moduleOf("/include \"unit.inc\"");
+    std::string text = "old";
+    EXPECT_EQ(prepareMemory(description, name, PrepareOptions(), text, {}), PrepareResult::Ready);
+    EXPECT_EQ(text, moduleOf("/begin UNIT u \"\" \"m\" DERIVED /end UNIT\n"));
+
+    std::string untouched = "old";
+    const std::string out = directory_.file("out.a2l");
+    EXPECT_EQ(prepareMemory(description, name, PrepareOptions().setOutput(out), untouched, {}),
+              PrepareResult::Ready);
+    EXPECT_EQ(readFile(out), text);
+    EXPECT_EQ(untouched, "old");
+
+    std::string file;
+    EXPECT_EQ(prepareMemory(moduleOf("/include none"), name, PrepareOptions(), text,
+                            [&file](const PrepareFinding& finding) { file = finding.file; }),
+              PrepareResult::Failed);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(file, name);
+}
+
 TEST_F(PrepareFiles, OfOptionsCanBeCopied) {
     PrepareOptions options;
     options.setSeparator("_");
