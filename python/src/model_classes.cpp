@@ -91,7 +91,7 @@ py::object decode(const Held<Signal>& self, const py::object& data, std::size_t 
                   bool physical) {
     const Buffer buffer(data);
     const std::string_view bytes = buffer.bytes();
-    const py::object raw = rawValue(self.view, bytes.substr(std::min(offset, bytes.size())));
+    py::object raw = rawValue(self.view, bytes.substr(std::min(offset, bytes.size())));
     const auto conversion = self.view.conversion();
     if (!physical || !conversion || py::isinstance<py::str>(raw)) {
         return raw;
@@ -277,12 +277,17 @@ void declareSignal(py::module_& module) {
              py::arg("physical") = true,
              "The value of the signal that begins at an offset in the bytes, as they lie in the "
              "control unit: physical, or raw.\n\n"
-             "The bit mask comes first, then the shift; without a shift in the description the "
-             "lowest bit of the mask becomes that of the value. A description that names no byte "
-             "order means the little-endian one. Of an array these are nested lists: values[i][j] "
-             "is what an include file calls name[i][j]; a text ends at its first zero. Raises "
-             "ValueError for too few bytes, quillmark.Error for a curve, a map or another signal "
-             "that is no plain value, and for a conversion that cannot be calculated.");
+             "Of an array these are nested lists: values[i][j] is what an include file calls "
+             "name[i][j]; a text ends at its first zero. Raises ValueError for too few bytes, "
+             "quillmark.Error for a curve, a map or another signal that is no plain value, and for "
+             "a conversion that cannot be calculated.\n\n"
+             "Mask, shift and byte order are those that the include file hands to the logger. As "
+             "ASAM MCD-2 MC has it, the shift is applied to the masked value (BIT_OPERATION); "
+             "LITTLE_ENDIAN in a description is an old word for MSB_FIRST and means that the high "
+             "byte comes first, BIG_ENDIAN the contrary (BYTE_ORDER). Where a description leaves "
+             "it open, this is a choice of decode alone: with a mask and no shift the lowest bit "
+             "of the mask becomes that of the value, a masked value without SIGN_EXTEND has no "
+             "sign, and without a byte order the low byte comes first.");
 }
 
 void declareGroups(py::module_& module) {

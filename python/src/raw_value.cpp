@@ -77,6 +77,13 @@ py::object maskedValue(const Signal& signal, std::uint64_t value, std::uint32_t 
     return py::int_(masked >> shift);
 }
 
+/// Whether the mask leaves out nothing of the value, and nothing is to be shifted: some generators
+/// write one for every signal, which takes no sign away.
+bool isWholeValue(const Signal& signal, std::uint32_t mask) {
+    return signal.bitOperation() == BitOperation::None &&
+           std::countr_one(mask) >= signal.sizeBits();
+}
+
 py::object elementOf(const Signal& signal, std::string_view bytes) {
     const std::uint64_t value = unsignedOf(bytes, signal.byteOrder());
     switch (signal.baseType()) {
@@ -87,7 +94,7 @@ py::object elementOf(const Signal& signal, std::string_view bytes) {
         default:
             break;
     }
-    if (const auto mask = signal.bitMask()) {
+    if (const auto mask = signal.bitMask(); mask && !isWholeValue(signal, *mask)) {
         return maskedValue(signal, value, *mask);
     }
     if (signal.baseType() == BaseType::Integer) {

@@ -46,6 +46,23 @@ def test_without_a_byte_order_the_low_byte_comes_first() -> None:
     assert signal_of(measurement("UWORD")).decode(b"\x01\x02") == 0x0201
 
 
+@pytest.mark.parametrize("word, first", [("BIG_ENDIAN", "low"), ("LITTLE_ENDIAN", "high")])
+def test_the_old_words_of_the_byte_order_mean_the_contrary(word: str, first: str) -> None:
+    signal = signal_of(measurement("UWORD", rest=f"BYTE_ORDER {word}"))
+    assert signal.decode(b"\x01\x02") == {"low": 0x0201, "high": 0x0102}[first]
+    result = quillmark.convert(
+        described(measurement("UWORD", rest=f"BYTE_ORDER {word}")), versions=VERSIONS
+    )
+    told = {"low": b"byteorder=intel", "high": b"byteorder=motorola"}[first]
+    assert result.include_file is not None and told in result.include_file
+
+
+@pytest.mark.parametrize("mask, expected", [("0xFFFF", -2), ("0x7FFF", 0x7FFE), ("0xFF", 0xFE)])
+def test_a_mask_of_all_bits_takes_no_sign_away(mask: str, expected: int) -> None:
+    signal = signal_of(measurement("SWORD", rest=f"BIT_MASK {mask}"))
+    assert signal.decode(b"\xfe\xff") == expected
+
+
 @pytest.mark.parametrize(
     "mask, operation, raw, expected",
     [
