@@ -49,6 +49,7 @@ from ._quillmark import (
     Odt,
     OdtEntry,
     PackedMode,
+    PrepareResult,
     Project,
     Protocol,
     RecordLayout,
@@ -64,7 +65,7 @@ from ._quillmark import (
     convert,
     read,
 )
-from ._verbs import decompress
+from ._verbs import decompress, prepare
 
 __all__ = [
     "Acquisition",
@@ -97,6 +98,7 @@ __all__ = [
     "Odt",
     "OdtEntry",
     "PackedMode",
+    "PrepareResult",
     "Project",
     "Protocol",
     "ProtocolKind",
@@ -114,6 +116,7 @@ __all__ = [
     "compare",
     "convert",
     "decompress",
+    "prepare",
     "read",
     "__version__",
 ]

@@ -477,12 +477,16 @@ class Description:
     @property
     def is_complete(self) -> bool: ...
     @property
+    def reached_end(self) -> bool: ...
+    @property
     def has_utf8_mark(self) -> bool: ...
     @property
     def projects(self) -> List[Project]: ...
     @property
     def modules(self) -> List[Module]: ...
     def to_pandas(self) -> Any: ...
+    def to_arrow(self) -> Any: ...
+    def __arrow_c_stream__(self, requested_schema: object = None) -> object: ...
 
 class Difference:
     @property
@@ -502,8 +506,38 @@ class ConvertResult:
     @property
     def findings(self) -> tuple[Finding, ...]: ...
 
+class PrepareResult:
+    @property
+    def description(self) -> bytes | None: ...
+    @property
+    def has_losses(self) -> bool: ...
+    @property
+    def findings(self) -> tuple[Finding, ...]: ...
+
+class _PrepareOptions:
+    def __init__(
+        self,
+        *,
+        output: _Path | None,
+        include_dir: Iterable[_Path],
+        skip_missing: bool,
+        map: _Path | None,
+        latin1: bool,
+        separator: str,
+        blob_arrays: bool,
+        limit: int,
+        epk: str,
+        epk_address: str,
+        module: str,
+    ) -> None: ...
+
 def read(
-    source: _Source, *, strict: bool = True, texts: bool = True, name: str = ""
+    source: _Source,
+    *,
+    strict: bool = True,
+    error_limit: int = 1,
+    texts: bool = True,
+    name: str = "",
 ) -> Description: ...
 def convert(
     description: Description | _Source,
@@ -526,5 +560,9 @@ def compare(
     old: Description | _Source, new: Description | _Source
 ) -> list[Difference]: ...
 def _signal_columns(description: Description) -> dict[str, Any]: ...
+def _prepare_file(path: _Path, options: _PrepareOptions) -> PrepareResult: ...
+def _prepare_bytes(
+    description: bytes, name: _Path, options: _PrepareOptions, keep: bool
+) -> PrepareResult: ...
 def _expand_bytes(include_file: bytes) -> bytes: ...
 def _expand_files(include_file: _Path, output: _Path) -> None: ...

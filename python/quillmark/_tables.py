@@ -22,3 +22,8 @@ def to_pandas(description: _quillmark.Description) -> Any:
 
     columns = _quillmark._signal_columns(description)
     return pandas.DataFrame({name: column(values) for name, values in columns.items()})
+
+
+def to_arrow(description: _quillmark.Description) -> Any:
+    """The table that Description.to_arrow() gives."""
+    return import_module("pyarrow").table(description)

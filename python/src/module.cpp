@@ -1,8 +1,10 @@
 // The native part of the Python package `quillmark`.
 
+#include "comparing.h"
 #include "errors.h"
 #include "item_list.h"
 #include "model_classes.h"
+#include "preparing.h"
 #include "quillmark/version.h"
 #include "reading.h"
 #include "values.h"
@@ -20,4 +22,6 @@ PYBIND11_MODULE(_quillmark, module) {
     python::declareProtocolClasses(module);
     python::declareReading(module);
     python::declareVerbs(module);
+    python::declareComparing(module);
+    python::declarePreparing(module);
 }

@@ -136,12 +136,24 @@ std::string fileName(const py::object& path) {
     return py::module_::import("os").attr("fsencode")(path).cast<std::string>();
 }
 
+std::vector<std::string> fileNames(const py::iterable& paths, const std::string& what) {
+    if (py::isinstance<py::str>(paths) || py::isinstance<py::bytes>(paths)) {
+        throw py::type_error(what + " is a list of paths");
+    }
+    std::vector<std::string> names;
+    for (const py::handle path : paths) {
+        names.push_back(fileName(py::reinterpret_borrow<py::object>(path)));
+    }
+    return names;
+}
+
 SourcePointer readSource(const py::object& source, const std::string& name,
                          const ReadOptions& options, bool strict) {
     auto result = std::make_shared<Source>();
     result->description = readAny(source, name, options);
     if (strict && !result->description.isComplete()) {
-        raiseFirstError(result->description.findings(), "the description cannot be read");
+        raiseFirstError(plainFindings(result->description.findings()),
+                        "the description cannot be read");
     }
     return result;
 }
@@ -161,11 +173,16 @@ void declareReading(py::module_& module) {
             "The name under which it was read.")
         .def_property_readonly(
             "findings",
-            [](const Source& self) { return pythonFindings(self.description.findings()); },
+            [](const Source& self) {
+                return pythonFindings(plainFindings(self.description.findings()));
+            },
             "What was found while it was read.")
         .def_property_readonly(
             "is_complete", [](const Source& self) { return self.description.isComplete(); },
             "Whether it was read without an error, though perhaps with warnings.")
+        .def_property_readonly(
+            "reached_end", [](const Source& self) { return self.description.reachedEnd(); },
+            "Whether the whole text was looked at, and no error ended the reading.")
         .def_property_readonly(
             "has_utf8_mark", [](const Source& self) { return self.description.hasUtf8Mark(); },
             "Whether the text began with the mark of UTF-8.")
@@ -184,20 +201,39 @@ void declareReading(py::module_& module) {
             "Columns: module, name, kind, address, address_extension, base_type, size_bits [bits], "
             "byte_order, bit_mask, lower_limit, upper_limit (physical), conversion (its name), "
             "unit_text. What the description does not tell is missing in its row.")
+        .def(
+            "to_arrow",
+            [](const py::object& self) {
+                return py::module_::import("quillmark._tables").attr("to_arrow")(self);
+            },
+            "The same signals and columns as a pyarrow.Table. Raises ImportError without pyarrow.")
+        .def(
+            "__arrow_c_stream__",
+            [](const SourcePointer& self, const py::object& /*requestedSchema*/) {
+                return signalStream(self);
+            },
+            py::arg("requested_schema") = py::none(),
+            "The table of to_arrow() in a capsule, for every package that takes tables by the "
+            "Arrow PyCapsule interface. The types are always the same.")
         .def("__repr__", [](const Source& self) { return pythonText(representation(self)); });
     module.def("_signal_columns", &signalColumns);
     module.def(
         "read",
-        [](const py::object& source, bool strict, bool texts, const std::string& name) {
-            return readSource(source, name, ReadOptions().setKeepTexts(texts), strict);
+        [](const py::object& source, bool strict, std::size_t errorLimit, bool texts,
+           const std::string& name) {
+            ReadOptions options;
+            options.setKeepTexts(texts).setErrorLimit(errorLimit);
+            return readSource(source, name, options, strict);
         },
-        py::arg("source"), py::kw_only(), py::arg("strict") = true, py::arg("texts") = true,
-        py::arg("name") = "",
+        py::arg("source"), py::kw_only(), py::arg("strict") = true, py::arg("error_limit") = 1,
+        py::arg("texts") = true, py::arg("name") = "",
         "Reads a description from a path, from bytes or from a binary file.\n\n"
-        "Reading ends at the first error, which raises quillmark.Error; with strict=False it gives "
-        "what was read before. texts=False leaves out the long identifiers, which are a sixth of "
-        "the memory. The name is what findings and include files call bytes or a file. Raises "
-        "OSError for a file that cannot be opened.");
+        "An error raises quillmark.Error; with strict=False it gives what was read in spite of it. "
+        "Reading ends with the first error, or with as many as error_limit says: it then goes on "
+        "behind the block of the module in which an error stood, where that is possible. "
+        "texts=False leaves out the long identifiers, which are a sixth of the memory. The name is "
+        "what findings and include files call bytes or a file. Raises OSError for a file that "
+        "cannot be opened.");
 }
 
 }  // namespace quillmark::python

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "quillmark/description.h"
 #include "source.h"
@@ -9,6 +10,9 @@ namespace quillmark::python {
 
 /// The name of a file as the system has it, of a str, bytes or os.PathLike.
 std::string fileName(const py::object& path);
+
+/// Those of a list of paths, which the argument `what` is. Raises TypeError for a single one.
+std::vector<std::string> fileNames(const py::iterable& paths, const std::string& what);
 
 /// Reads what a path names, what an object with a buffer holds, or what a binary file gives,
 /// without the lock of the interpreter. An empty name is the path, the name of the file, or

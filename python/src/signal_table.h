@@ -9,4 +9,8 @@ namespace quillmark::python {
 /// none.
 py::dict signalColumns(const SourcePointer& source);
 
+/// The same as a stream of one record batch, in a capsule as the Arrow PyCapsule interface has it:
+/// numbers are nullable, texts of which there are few a dictionary.
+py::capsule signalStream(const SourcePointer& source);
+
 }  // namespace quillmark::python

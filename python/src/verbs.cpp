@@ -9,7 +9,6 @@
 
 #include "buffer.h"
 #include "errors.h"
-#include "quillmark/compare.h"
 #include "quillmark/convert.h"
 #include "quillmark/expand.h"
 #include "reading.h"
@@ -21,7 +20,7 @@ namespace {
 /// What a conversion gave.
 struct Converted {
     std::optional<std::string> includeFile;
-    Findings findings;
+    PlainFindings findings;
 };
 
 std::optional<std::string> fileNameIfAny(const py::object& path) {
@@ -114,23 +113,12 @@ ConvertResult convertTo(const Destination& destination, Source& source,
     return result;
 }
 
-std::vector<std::string> fileNames(const py::iterable& paths) {
-    if (py::isinstance<py::str>(paths) || py::isinstance<py::bytes>(paths)) {
-        throw py::type_error("userfiles are a list of paths");
-    }
-    std::vector<std::string> names;
-    for (const py::handle path : paths) {
-        names.push_back(fileName(py::reinterpret_borrow<py::object>(path)));
-    }
-    return names;
-}
-
 Converted convertVerb(const py::object& description, const py::object& includeFile, bool compress,
                       bool indent, const std::string& station, const std::string& prefix,
                       const std::string& library, const py::iterable& userFiles,
                       const py::object& zpki, bool epkFilePrefix, const py::object& versionFile,
                       const py::object& versions, const py::object& time, const py::object& user) {
-    const std::vector<std::string> files = fileNames(userFiles);
+    const std::vector<std::string> files = fileNames(userFiles, "userfiles");
     const Destination destination = destinationOf(includeFile, zpki, files);
     if (epkFilePrefix && files.empty()) {
         throw py::value_error("epk_file_prefix goes with userfiles");
@@ -153,10 +141,10 @@ Converted convertVerb(const py::object& description, const py::object& includeFi
     const SourcePointer source = descriptionOf(description, ReadOptions().setKeepTexts(false));
     std::string text;
     const ConvertResult result = convertTo(destination, *source, options, text);
+    Converted converted{std::nullopt, plainFindings(result.findings())};
     if (!result.isDone()) {
-        raiseFirstError(result.findings(), "the include file is not made, or not completely");
+        raiseFirstError(converted.findings, "the include file is not made, or not completely");
     }
-    Converted converted{std::nullopt, result.findings()};
     if (!destination.includeFile) {
         converted.includeFile = std::move(text);
     }
@@ -205,60 +193,9 @@ void expandFiles(const py::object& includeFile, const py::object& output) {
     raiseIfFailed(status);
 }
 
-CompareResult compareWithoutLock(Source& older, Source& newer) {
-    const py::gil_scoped_release release;
-    if (&older == &newer) {
-        const std::lock_guard<std::mutex> lock(older.working);
-        return compare(older.description, newer.description);
-    }
-    const std::scoped_lock lock(older.working, newer.working);
-    return compare(older.description, newer.description);
-}
-
-py::list compareVerb(const py::object& older, const py::object& newer) {
-    const ReadOptions options = ReadOptions().setKeepTexts(false).setKeepSignals(false);
-    const SourcePointer oldSource = descriptionOf(older, options);
-    const SourcePointer newSource = descriptionOf(newer, options);
-    const CompareResult result = compareWithoutLock(*oldSource, *newSource);
-    py::list differences;
-    for (const Difference& difference : result.differences()) {
-        if (difference.level() == DifferenceLevel::CannotCompare) {
-            raiseError(difference.text(), result.findings());
-        }
-        differences.append(py::cast(difference));
-    }
-    return differences;
-}
-
-void declareDifference(py::module_& module) {
-    py::class_<Difference>(module, "Difference",
-                           "One difference in how two control units are measured.")
-        .def_property_readonly(
-            "level", [](const Difference& self) { return pythonOf({}, self.level()); },
-            "ERROR: a logger that was set up for the old one cannot measure the new one.")
-        .def_property_readonly(
-            "what", [](const Difference& self) { return pythonText(self.what()); },
-            "What was compared, such as \"max_cto\".")
-        .def_property_readonly(
-            "old", [](const Difference& self) { return pythonText(self.oldValue()); },
-            "The old value as the program shows it.")
-        .def_property_readonly(
-            "new", [](const Difference& self) { return pythonText(self.newValue()); },
-            "The new value as the program shows it.")
-        .def_property_readonly(
-            "text", [](const Difference& self) { return pythonText(self.text()); },
-            "The sentence of the program's report.")
-        .def("__str__", [](const Difference& self) { return pythonText(self.text()); })
-        .def("__repr__", [](const Difference& self) {
-            return pythonText("<quillmark.Difference " + std::string(textOf(self.level())) + ": " +
-                              std::string(self.text()) + ">");
-        });
-}
-
 }  // namespace
 
 void declareVerbs(py::module_& module) {
-    declareDifference(module);
     py::class_<Converted>(module, "ConvertResult", "What a conversion gave.")
         .def_property_readonly(
             "include_file",
@@ -288,11 +225,6 @@ void declareVerbs(py::module_& module) {
                "versions is its content; time (a datetime) and user tell when and by whom it was "
                "made, by default now and by the login name. Raises quillmark.Error where it cannot "
                "be made.");
-    module.def("compare", &compareVerb, py::arg("old"), py::arg("new"),
-               "The differences in how the control units of two descriptions, or of what read() "
-               "takes, are measured, in the order in which they were found.\n\n"
-               "Signals are not compared. Raises quillmark.Error for descriptions that cannot be "
-               "compared.");
     module.def("_expand_bytes", &expandBytes);
     module.def("_expand_files", &expandFiles);
 }

@@ -4,7 +4,7 @@
 
 namespace quillmark::python {
 
-/// What the commands of the program do: convert, decompress and compare.
+/// convert(), and the native side of decompress().
 void declareVerbs(py::module_& module);
 
 }  // namespace quillmark::python

@@ -55,6 +55,14 @@ def test_releases_are_compared() -> None:
     assert run("compare_releases.py", old, old) == "0 signals moved\n"
 
 
+def test_a_conversion_is_plotted(tmp_path: Path) -> None:
+    pytest.importorskip("matplotlib")
+    picture = tmp_path / "coolant.png"
+    arguments = ("examples/engine-xcp/engine.a2l", "CoolantSensor", str(picture))
+    assert run("plot_conversion.py", *arguments) == f"{picture}: 6 rows, -40 to 140 degC\n"
+    assert picture.read_bytes().startswith(b"\x89PNG")
+
+
 def test_every_example_is_tested() -> None:
     tests = Path(__file__).read_text() + (ROOT / "docs" / "python.md").read_text()
     assert all(path.name in tests for path in EXAMPLES.glob("*.py"))

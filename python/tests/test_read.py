@@ -11,7 +11,7 @@ import threading
 import pytest
 
 import quillmark
-from conftest import EXAMPLES, described
+from conftest import EXAMPLES, described, measurement
 
 FAN = EXAMPLES / "first" / "fan.a2l"
 
@@ -89,6 +89,24 @@ def test_not_strict_gives_what_was_read_before_the_error() -> None:
     assert len(description.findings) == 1
     assert "u" in description.modules[0].units
     assert "not complete" in repr(description)
+
+
+def test_reading_may_go_on_behind_errors() -> None:
+    broken = "/begin UNIT 7 /end UNIT " * 3
+    head = 'ASAP2_VERSION 1 60 /begin PROJECT P "" /begin MODULE M ""'
+    text = f"{head} {broken} {measurement('UBYTE')} /end MODULE /end PROJECT".encode()
+    for limit, errors, reached in (1, 1, False), (2, 2, False), (9, 3, True):
+        description = quillmark.read(text, strict=False, error_limit=limit)
+        assert len(description.findings) == errors
+        assert description.reached_end is reached
+        assert not description.is_complete
+        assert ("s" in description.modules[0].signals) is reached
+        with pytest.raises(quillmark.Error) as caught:
+            quillmark.read(text, error_limit=limit)
+        assert len(caught.value.findings) == errors
+    assert quillmark.read(FAN, error_limit=9).reached_end
+    with pytest.raises(TypeError):
+        quillmark.read(FAN, error_limit=-1)
 
 
 def test_texts_are_utf8_or_latin1() -> None:
