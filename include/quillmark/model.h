@@ -162,7 +162,7 @@ class QUILLMARK_API RecordLayout {
 };
 
 /// An XCP event channel that a signal names.
-struct EventReference {
+struct QUILLMARK_API EventReference {
     EventUse use = EventUse::Fixed;
     std::int32_t channel = 0;
 };

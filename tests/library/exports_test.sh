@@ -24,3 +24,13 @@ for name in "${names[@]}"; do
         exit 1
     fi
 done
+
+# Lists are made in the library: each one that the headers name has to be there, whatever it is a list of.
+for item in $(grep -rhoE 'List<[A-Za-z]+>' "$include/quillmark" | sort -u | sed -E 's/List<(.*)>/\1/; /^Item$/d'); do
+    for function in "size() const" "operator[](unsigned long) const"; do
+        if [[ $'\n'$(printf '%s\n' "${names[@]}") != *"quillmark::List<quillmark::$item>::$function"* ]]; then
+            echo "Not to be linked: List<$item>::$function"
+            exit 1
+        fi
+    done
+done
