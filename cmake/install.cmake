@@ -2,7 +2,8 @@
 set(QUILLMARK_BASH_COMPLETION_DIR ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     CACHE STRING "Directory of completions for bash")
 
-# Three packages: the programs, the shared library with its module, and what is needed to build with it.
+# Packages: the programs, the shared library with its module, what is needed to build with it, and the
+# Python package where it is built.
 # What names no component belongs to the programs.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME programs)
 
@@ -109,6 +110,25 @@ expands and compares like the program quillmark.
 .
 This package has its headers, the static library, and what CMake and
 pkg-config need to find it.")
+if(TARGET quillmark_python_shared)
+    list(APPEND CPACK_COMPONENTS_ALL python3)
+    set(CPACK_COMPONENT_PYTHON3_DEPENDS library)
+    set(CPACK_DEBIAN_PYTHON3_PACKAGE_NAME python3-quillmark)
+    set(CPACK_DEBIAN_PYTHON3_PACKAGE_SECTION python)
+    set(CPACK_DEBIAN_PYTHON3_PACKAGE_DEPENDS ${QUILLMARK_PYTHON_DEPENDS})
+    set(CPACK_DEBIAN_PYTHON3_PACKAGE_SUGGESTS "python3-numpy, python3-pandas")
+    set(CPACK_DEBIAN_PYTHON3_DESCRIPTION
+"Python package for ECU description files
+The package quillmark reads the description of a control unit (A2L, ASAM MCD-2
+MC) as quickly as the library to which it is bound. Its signals, conversions
+and settings are there to be walked in Python, calculated with, and decoded; it
+prepares, converts, expands and compares like the programs.")
+    set(CPACK_DEBIAN_PYTHON3_PACKAGE_CONTROL_EXTRA
+        ${PROJECT_SOURCE_DIR}/packaging/python3-quillmark/postinst
+        ${PROJECT_SOURCE_DIR}/packaging/python3-quillmark/prerm)
+    # A library of this tree has no package yet that dpkg could be asked for.
+    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/lib)
+endif()
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS ${CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
 set(CPACK_STRIP_FILES ON)

@@ -26,15 +26,20 @@ install(FILES ${generated}/quillmark.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgc
     COMPONENT development)
 
 # Each Debian package tells its licences, its history, and why it keeps off a rule.
-foreach(component_package IN ITEMS library=libquillmark1 development=libquillmark-dev)
+set(component_packages library=libquillmark1 development=libquillmark-dev)
+if(QUILLMARK_BUILD_PYTHON)
+    list(APPEND component_packages python3=python3-quillmark)
+endif()
+foreach(component_package IN LISTS component_packages)
     string(REPLACE "=" ";" pair ${component_package})
     list(GET pair 0 component)
     list(GET pair 1 package)
     set(directory ${CMAKE_INSTALL_DATADIR}/doc/${package})
     install(FILES packaging/copyright DESTINATION ${directory} COMPONENT ${component})
     install_compressed(packaging/changelog ${directory} ${component})
-    if(EXISTS /etc/debian_version)
-        install(FILES packaging/${package}/lintian-overrides
+    set(overrides packaging/${package}/lintian-overrides)
+    if(EXISTS /etc/debian_version AND EXISTS ${PROJECT_SOURCE_DIR}/${overrides})
+        install(FILES ${overrides}
             DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package}
             COMPONENT ${component})
     endif()

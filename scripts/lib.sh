@@ -12,8 +12,9 @@ windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-buil
 fuzz_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev python3)
-python_packages=(python3-dev python3-pip python3-setuptools python3-venv python3-wheel pybind11-dev
-    python3-pytest python3-hypothesis python3-numpy python3-pandas mypy flake8)
+python_build_packages=(python3-dev pybind11-dev)
+python_packages=("${python_build_packages[@]}" python3-pip python3-setuptools python3-venv python3-wheel
+    python3-pytest python3-hypothesis python3-numpy python3-pandas python3-matplotlib mypy flake8)
 package_packages=(dpkg-dev file)
 package_check_packages=(lintian binutils)
 all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
