@@ -3,8 +3,11 @@
 from __future__ import annotations
 
 import gc
+import os
 import threading
 from pathlib import Path
+
+import pytest
 
 import quillmark
 from conftest import EXAMPLES, VERSIONS
@@ -24,12 +27,15 @@ def use_everything() -> None:
     assert module.signals["stEngine"].decode(b"\2") == "idle"
     assert quillmark.convert(description, versions=VERSIONS).include_file
     assert quillmark.compare(description, description) == []
+    assert quillmark.prepare(CONTENT).description == CONTENT
+    assert description.__arrow_c_stream__()
     try:
         quillmark.read(b"mistake")
     except quillmark.Error as error:
         assert error.findings
 
 
+@pytest.mark.skipif("ASAN_OPTIONS" in os.environ, reason="the sanitizer keeps what is freed")
 def test_a_thousand_reads_leave_nothing_behind() -> None:
     for _ in range(100):
         use_everything()
