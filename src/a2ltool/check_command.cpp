@@ -7,8 +7,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "a2ltool/color.h"
 #include "a2ltool/description_check.h"
 #include "a2ltool/file_report.h"
@@ -71,23 +69,20 @@ ToolStatus check(const CheckOptions& options) {
 
 }  // namespace
 
-CommandRun declareCheck(CLI::App& options) {
+CommandRun declareCheck(CommandOptions& options) {
     auto values = std::make_shared<CheckOptions>();
-    options.add_option("files", values->files, "descriptions; - is standard input")
-        ->type_name("FILE")
-        ->required();
+    options.addRequiredOperands({"files", "FILE", "descriptions; - is standard input"},
+                                values->files);
     std::vector<std::string> words;
     for (const ReportFormatRow& format : reportFormats()) {
         words.emplace_back(format.word);
     }
     values->format = words.front();
-    options.add_option("--format", values->format, "text, json, sarif or github")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(words));
-    options.add_option("-o,--output", values->output, "where to write; - is standard output")
-        ->type_name("FILE");
-    options.add_flag("--all", values->all, "go on behind a block in which an error stands");
-    options.add_flag("--errors-only", values->errorsOnly, "pass over warnings");
+    options.addChoice({"--format", "FORMAT", "text, json, sarif or github"}, values->format, words);
+    options.addOption({"-o,--output", "FILE", "where to write; - is standard output"},
+                      values->output);
+    options.addFlag("--all", values->all, "go on behind a block in which an error stands");
+    options.addFlag("--errors-only", values->errorsOnly, "pass over warnings");
     declareColor(options, values->color);
     return [values] { return check(*values); };
 }

@@ -3,8 +3,6 @@
 #include <cstdlib>
 #include <string_view>
 
-#include <CLI/CLI.hpp>
-
 #include "platform/terminal.h"
 
 namespace quillmark::a2ltool {
@@ -22,11 +20,10 @@ std::string_view variable(const char* name) {
 
 }  // namespace
 
-void declareColor(CLI::App& options, std::string& when) {
+void declareColor(CommandOptions& options, std::string& when) {
     when = kAuto;
-    options.add_option("--color", when, "colour the text: auto, always or never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({kAuto, kAlways, kNever}));
+    options.addChoice({"--color", "WHEN", "colour the text: auto, always or never"}, when,
+                      {kAuto, kAlways, kNever});
 }
 
 bool isColored(const std::string& when, const std::string& output) {

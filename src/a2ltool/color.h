@@ -2,14 +2,12 @@
 
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "a2ltool/command_line.h"
 
 namespace quillmark::a2ltool {
 
 /// Declares --color=auto|always|never, which is kept in `when`, and is "auto" at first.
-void declareColor(CLI::App& options, std::string& when);
+void declareColor(CommandOptions& options, std::string& when);
 
 /// Whether text for standard output (`output` is "-") or for a file is to be coloured. By itself
 /// only what a terminal shows is, unless the environment has NO_COLOR or a terminal of type "dumb".

@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "a2ltool/command_line.h"
 #include "a2ltool/command_run.h"
 
 namespace quillmark::a2ltool {
@@ -12,7 +13,7 @@ namespace quillmark::a2ltool {
 struct CommandRow {
     const char* word;
     const char* summary;
-    CommandRun (*declare)(CLI::App& options);
+    CommandRun (*declare)(CommandOptions& options);
 };
 
 /// All commands, in the order of the help.

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "a2ltool/color.h"
 #include "a2ltool/difference.h"
 #include "a2ltool/difference_output.h"
@@ -96,36 +94,26 @@ ToolStatus diff(const DiffOptions& options) {
 
 }  // namespace
 
-CommandRun declareDiff(CLI::App& options) {
+CommandRun declareDiff(CommandOptions& options) {
     auto values = std::make_shared<DiffOptions>();
-    options.add_option("old", values->oldFile, "the old description; - is standard input")
-        ->type_name("FILE")
-        ->required();
-    options.add_option("new", values->newFile, "the new description")
-        ->type_name("FILE")
-        ->required();
+    options.addRequiredOperand({"old", "FILE", "the old description; - is standard input"},
+                               values->oldFile);
+    options.addRequiredOperand({"new", "FILE", "the new description"}, values->newFile);
     std::vector<std::string> formats;
     for (const DifferenceFormatRow& format : differenceFormats()) {
         formats.emplace_back(format.word);
     }
     values->format = formats.front();
-    options.add_option("--format", values->format, "text or json")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats));
-    options.add_option("-o,--output", values->output, "where to write; - is standard output")
-        ->type_name("FILE");
+    options.addChoice({"--format", "FORMAT", "text or json"}, values->format, formats);
+    options.addOption({"-o,--output", "FILE", "where to write; - is standard output"},
+                      values->output);
     std::vector<std::string> kinds;
     std::string help = "pass over differences of these kinds, separated by commas:";
     for (const DifferenceKindRow& kind : differenceKinds()) {
         kinds.emplace_back(kind.word);
         help.append("\n").append(kind.word).append(": ").append(kind.help);
     }
-    options.add_option("--ignore", values->ignored, help)
-        ->type_name("KIND")
-        ->delimiter(',')
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->check(CLI::IsMember(kinds));
+    options.addChoices({"--ignore", "KIND", help}, values->ignored, kinds);
     declareColor(options, values->color);
     return [values] { return diff(*values); };
 }

@@ -1,11 +1,10 @@
 #include "a2ltool/json_command.h"
 
 #include <algorithm>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <CLI/CLI.hpp>
 
 #include "a2ltool/description_json.h"
 #include "a2ltool/reading.h"
@@ -21,15 +20,12 @@ struct JsonOptions {
     std::string output = "-";
     bool lines = false;
     bool texts = false;
-    std::vector<CLI::Option*> sections;  ///< for each of jsonSections()
+    std::deque<bool> sections;  ///< whether each of jsonSections() was named
 };
 
 /// Which sections are to be written: those that were named, or all.
 std::vector<bool> wantedSections(const JsonOptions& options) {
-    std::vector<bool> wanted;
-    for (const CLI::Option* option : options.sections) {
-        wanted.push_back(option->count() > 0);
-    }
+    std::vector<bool> wanted(options.sections.begin(), options.sections.end());
     if (std::find(wanted.begin(), wanted.end(), true) == wanted.end()) {
         wanted.assign(wanted.size(), true);
     }
@@ -53,18 +49,17 @@ ToolStatus writeJson(const JsonOptions& options) {
 
 }  // namespace
 
-CommandRun declareJson(CLI::App& options) {
+CommandRun declareJson(CommandOptions& options) {
     auto values = std::make_shared<JsonOptions>();
-    options.add_option("file", values->file, "a description; - is standard input")
-        ->type_name("FILE")
-        ->required();
-    options.add_option("-o,--output", values->output, "where to write; - is standard output")
-        ->type_name("FILE");
-    options.add_flag("--lines", values->lines, "one object per line, not one document");
-    options.add_flag("--texts", values->texts, "long identifiers too, which take memory");
+    options.addRequiredOperand({"file", "FILE", "a description; - is standard input"},
+                               values->file);
+    options.addOption({"-o,--output", "FILE", "where to write; - is standard output"},
+                      values->output);
+    options.addFlag("--lines", values->lines, "one object per line, not one document");
+    options.addFlag("--texts", values->texts, "long identifiers too, which take memory");
     for (const JsonSection& section : jsonSections()) {
-        const std::string help = std::string("only ") + section.help;
-        values->sections.push_back(options.add_flag(section.option, help)->group(kParts));
+        bool& isNamed = values->sections.emplace_back(false);
+        options.addFlag(section.option, isNamed, std::string("only ") + section.help, kParts);
     }
     return [values] { return writeJson(*values); };
 }

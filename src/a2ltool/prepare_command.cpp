@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "a2ltool/tool_status.h"
 #include "quillmark/description.h"
 #include "quillmark/prepare.h"
@@ -106,42 +104,30 @@ std::string checkSeparator(const std::string& text) {
 
 }  // namespace
 
-CommandRun declarePrepare(CLI::App& options) {
+CommandRun declarePrepare(CommandOptions& options) {
     const auto values = std::make_shared<PrepareValues>();
-    options.add_option("input", values->input, "the description, - for standard input")
-        ->type_name("IN");
-    options.add_option("-o,--output", values->output, "where to write, - for standard output")
-        ->type_name("FILE");
-    options.add_flag("--dry-run", values->dryRun, "write nothing, only tell");
-    options
-        .add_option("--include-dir", values->includeDirectories,
-                    "look for included files there too (may be repeated)")
-        ->type_name("DIR")
-        ->take_all()
-        ->expected(1);
-    options.add_flag("--skip-missing", values->skipMissing,
-                     "leave out what includes or types are missing for");
-    options.add_option("--map", values->map, "write which line comes from where")
-        ->type_name("FILE");
-    options.add_flag("--latin1", values->latin1, "write texts as ISO 8859-1");
-    options
-        .add_option("--separator", values->separator, "between instance and component (default: .)")
-        ->type_name("TEXT")
-        ->check(checkSeparator);
-    options.add_flag("--blob-arrays", values->blobArrays, "write a BLOB as an array of UBYTE");
-    options
-        .add_option("--limit", values->limit,
-                    "most signals that instances may become (default: 10000000)")
-        ->type_name("N");
-    CLI::Option* const epk =
-        options.add_option("--epk", values->epk, "the EPK of a module that lacks it");
-    epk->type_name("TEXT");
-    CLI::Option* const address =
-        options.add_option("--epk-address", values->epkAddress, "the address of the EPK");
-    address->type_name("ADDRESS")->check(checkAddress);
-    options.add_option("--module", values->module, "the module that gets the EPK")
-        ->type_name("NAME");
-    options.add_flag("-q,--quiet", values->quiet, "tell only losses and errors");
+    options.addOperand({"input", "IN", "the description, - for standard input"}, values->input);
+    options.addOption({"-o,--output", "FILE", "where to write, - for standard output"},
+                      values->output);
+    options.addFlag("--dry-run", values->dryRun, "write nothing, only tell");
+    options.addOption(
+        {"--include-dir", "DIR", "look for included files there too (may be repeated)"},
+        values->includeDirectories);
+    options.addFlag("--skip-missing", values->skipMissing,
+                    "leave out what includes or types are missing for");
+    options.addOption({"--map", "FILE", "write which line comes from where"}, values->map);
+    options.addFlag("--latin1", values->latin1, "write texts as ISO 8859-1");
+    options.addOption({"--separator", "TEXT", "between instance and component (default: .)"},
+                      values->separator, checkSeparator);
+    options.addFlag("--blob-arrays", values->blobArrays, "write a BLOB as an array of UBYTE");
+    options.addOption(
+        {"--limit", "N", "most signals that instances may become (default: 10000000)"},
+        values->limit);
+    options.addOption({"--epk", "TEXT", "the EPK of a module that lacks it"}, values->epk);
+    options.addOption({"--epk-address", "ADDRESS", "the address of the EPK"}, values->epkAddress,
+                      checkAddress);
+    options.addOption({"--module", "NAME", "the module that gets the EPK"}, values->module);
+    options.addFlag("-q,--quiet", values->quiet, "tell only losses and errors");
     return [values] { return runPrepare(*values); };
 }
 
