@@ -15,6 +15,10 @@ std::FILE* openStream(const std::string& name, const char* mode);
 /// created.
 bool createEmptyFile(const std::string& name);
 
+/// Makes standard input or output take every byte as it is, as a file does that was opened with
+/// "b". Windows has other ways; nothing may have been read or written before.
+void makeBinary(std::FILE* stream);
+
 /// Whether a read or write that came short, before which errno was 0, was only interrupted by a
 /// signal. The stream is ready to go on then.
 bool wasInterrupted(std::FILE* stream);

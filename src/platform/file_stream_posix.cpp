@@ -18,4 +18,6 @@ bool createEmptyFile(const std::string& name) {
     return stream != nullptr && std::fclose(stream) == 0;
 }
 
+void makeBinary(std::FILE*) {}
+
 }  // namespace quillmark

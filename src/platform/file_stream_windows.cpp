@@ -1,5 +1,7 @@
 #include <string_view>
 
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
 #include "platform/file_name.h"
@@ -18,6 +20,10 @@ bool createEmptyFile(const std::string& name) {
     const HANDLE file = CreateFileW(toPath(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     return file != INVALID_HANDLE_VALUE && CloseHandle(file) != FALSE;
+}
+
+void makeBinary(std::FILE* stream) {
+    _setmode(_fileno(stream), _O_BINARY);
 }
 
 }  // namespace quillmark

@@ -121,12 +121,16 @@ bool FileOutput::finish() {
     if (!temporaryName_.empty()) {
         return moveIntoPlace();
     }
-    std::FILE* const target = name_ == "-" ? stdout : openStream(name_, "wb");
+    const bool isStandardOutput = name_ == "-";
+    if (isStandardOutput) {
+        makeBinary(stdout);
+    }
+    std::FILE* const target = isStandardOutput ? stdout : openStream(name_, "wb");
     if (target == nullptr) {
         return false;
     }
     const bool isCopied = copyTo(target);
-    const bool isWritten = target == stdout ? std::fflush(stdout) == 0 : std::fclose(target) == 0;
+    const bool isWritten = isStandardOutput ? std::fflush(stdout) == 0 : std::fclose(target) == 0;
     return isCopied && isWritten;
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/file_stream.h"
 #include "platform/temporary_file.h"
 #include "prepare/byte_search.h"
 #include "quillmark/prepare.h"
@@ -68,6 +69,8 @@ std::unique_ptr<std::FILE, FileCloser> spool(InputFile& input) {
 /// The standard input, which stays open.
 class StandardInput final : public InputFile {
   public:
+    StandardInput() { makeBinary(stdin); }
+
     std::size_t read(char* buffer, std::size_t size) override {
         return std::fread(buffer, 1, size, stdin);
     }

@@ -18,6 +18,7 @@
 //              memory-limit BYTES       so much address space has the program; the case is passed
 //                                       over where a sanitizer needs more than any limit. A program
 //                                       for Windows has no limit
+//              file-on-stdout           standard output is a file, whose lines end as they do in it
 //              occupy-staging-names     other directories have the names of staging directories
 //   stdout, stderr   the output of all runs; absent if empty
 //   exit     the exit statuses, one per line; absent if all are 0
@@ -190,6 +191,8 @@ class Playground {
     std::vector<int> feeders;
     /// Address space that the program may take, 0 for no limit [bytes].
     std::uint64_t memoryLimit = 0;
+    /// Whether standard output is a file.
+    bool writesFile = false;
 
   private:
     rlimit oldLimit_{};
@@ -226,6 +229,10 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
     }
     if (words.size() == 2 && words[0] == "memory-limit") {
         playground.memoryLimit = std::stoull(words[1]);
+        return true;
+    }
+    if (words.size() == 1 && words[0] == "file-on-stdout") {
+        playground.writesFile = true;
         return true;
     }
     if (words.size() == 1 && words[0] == "occupy-staging-names") {
@@ -303,7 +310,9 @@ RunResult runCommand(const Settings& settings, const Arguments& arguments,
     Arguments all = {settings.program.string()};
     all.insert(all.end(), arguments.begin(), arguments.end());
     RunResult result = runProgram(settings.launcher, all, playground.work, playground.root, limits);
-    unifyLineEnds(result.out, problems);
+    if (!playground.writesFile) {
+        unifyLineEnds(result.out, problems);
+    }
     unifyLineEnds(result.err, problems);
     return result;
 }
