@@ -57,11 +57,9 @@ Prepared prepared(std::string_view text, bool skipsMissing) {
     return result;
 }
 
-/// Directly in a module the reader passes an include over, and a NUL in front is nothing to it, not
-/// the sign of UTF-16.
+/// Directly in a module the reader passes an include over.
 bool hasAnotherMeaning(std::string_view text) {
-    return text.find("/include") != std::string_view::npos ||
-           text.substr(0, 2).find('\0') != std::string_view::npos;
+    return text.find("/include") != std::string_view::npos;
 }
 
 void check(std::string_view text, bool skipsMissing) {

@@ -1,24 +1,35 @@
 #include "prepare/block_walk.h"
 
+#include <array>
 #include <cstdlib>
+#include <limits>
 
-#include "a2l/tokens/keyword_tables.h"
+#include "a2l/tokens/lexer.h"
 
 namespace quillmark::preparing {
 
 namespace {
 
-bool isCoreKeyword(std::string_view word) {
-    return lookup(kCoreKeywords, word) != 0;
+constexpr std::size_t kAny = std::numeric_limits<std::size_t>::max();
+
+/// The low 32 bits of an integer, as the reader has them.
+std::int32_t integerValue(std::string_view number) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(integerOf(number).value_or(0)));
 }
 
-/// The value of a number, a real one truncated; its low 32 bits, as the reader has them.
-std::int64_t truncated(std::string_view number) {
-    if (const std::optional<std::int64_t> integer = integerOf(number)) {
-        return static_cast<std::int32_t>(static_cast<std::uint32_t>(*integer));
+/// The value of a number, a real one truncated; -1 for what is beyond 31 bits.
+std::int64_t truncated(const Token& token, std::string_view number) {
+    if (token.kind == TokenKind::Integer) {
+        return integerValue(number);
     }
     const double value = std::strtod(std::string(number).c_str(), nullptr);
     return value > -1 && value < INT32_MAX ? static_cast<std::int64_t>(value) : -1;
+}
+
+/// What opens or ends something. Files are put in before a block is taken apart.
+bool isNoParameter(const Token& token) {
+    return token.kind == TokenKind::Begin || token.kind == TokenKind::End ||
+           token.kind == TokenKind::Include || token.kind == TokenKind::EndOfText || token.isOpen();
 }
 
 bool isDigit(char byte) {
@@ -28,6 +39,24 @@ bool isDigit(char byte) {
 }  // namespace
 
 void BlockWalk::walk(std::string_view text, const PartRule& rule) {
+    start(text, rule);
+    if (!isBroken_ && reader_.skipToToken() < text.size()) {
+        breakAt(reader_.peek());
+    }
+}
+
+bool BlockWalk::walkAhead(std::string_view text, const PartRule& rule) {
+    start(text, rule);
+    const std::size_t end = reader_.position();
+    // What ends with the text may go on behind it.
+    if (isBroken_ || !oddities_.empty() || end == text.size()) {
+        return false;
+    }
+    text_ = text.substr(0, end);
+    return true;
+}
+
+void BlockWalk::start(std::string_view text, const PartRule& rule) {
     text_ = text;
     reader_ = TokenReader(text);
     parameters_.clear();
@@ -39,10 +68,8 @@ void BlockWalk::walk(std::string_view text, const PartRule& rule) {
     keywords_ = &kCoreKeywords;
     reader_.next();  // /begin
     reader_.next();  // the keyword
-    if (rule.inner != nullptr) {
-        readParameters(rule.inner->parameters, &rule, true);
-        readParts(*rule.inner, rule.keyword, true);
-    }
+    readParameters(rule.inner->parameters, &rule, true);
+    readParts(*rule.inner, rule.keyword, true);
 }
 
 std::string BlockWalk::editedText(const FoundPart& part) {
@@ -65,8 +92,7 @@ void BlockWalk::breakAt(const Token& token) {
 /// A parameter of any kind.
 Token BlockWalk::take() {
     const Token token = reader_.next();
-    if (token.kind == TokenKind::Begin || token.kind == TokenKind::End ||
-        token.kind == TokenKind::EndOfText || token.isOpen()) {
+    if (isNoParameter(token)) {
         breakAt(token);
     }
     return token;
@@ -74,8 +100,7 @@ Token BlockWalk::take() {
 
 Token BlockWalk::takeWord() {
     const Token token = reader_.nextWord();
-    if (token.kind == TokenKind::Begin || token.kind == TokenKind::End ||
-        token.kind == TokenKind::EndOfText) {
+    if (isNoParameter(token)) {
         breakAt(token);
     }
     return token;
@@ -83,41 +108,33 @@ Token BlockWalk::takeWord() {
 
 /// Whether the reader takes a word for a name; of those that begin like a number it asks no more.
 bool BlockWalk::isName(const Token& token) const {
-    const std::string_view word = textOf(token);
-    return token.kind == TokenKind::Word && (isDigit(word.front()) || !isCoreKeyword(word));
+    return token.kind == TokenKind::Word && kindOf(token) == TOK_IDENT;
 }
 
-/// A parameter that has to be of some kind.
-template <typename Predicate>
-void BlockWalk::expect(Predicate predicate) {
+/// The next token, which has to be such a one.
+void BlockWalk::expect(Fits fits) {
     const Token token = take();
-    if (!isBroken_ && !predicate(token)) {
+    if (!isBroken_ && !fits(*this, token)) {
         breakAt(token);
     }
 }
 
-template <typename Predicate>
-void BlockWalk::takeIf(Predicate predicate) {
-    if (const Token token = reader_.peek(); predicate(token)) {
+/// Takes up to so many tokens, as long as they are such ones.
+void BlockWalk::takeWhile(Fits fits, std::size_t most) {
+    for (Token token = reader_.peek(); most > 0 && fits(*this, token); token = reader_.peek()) {
         reader_.setPosition(token.end);
+        --most;
     }
 }
 
 /// A cycle and its unit, for which there are thirteen codes.
 void BlockWalk::readCycle() {
     constexpr std::int64_t kUnits = 13;
-    expect([](const Token& token) { return token.isNumber(); });
-    expect([this](const Token& token) {
-        const std::int64_t code = truncated(textOf(token));
+    expect([](const BlockWalk&, const Token& token) { return token.isNumber(); });
+    expect([](const BlockWalk& walk, const Token& token) {
+        const std::int64_t code = truncated(token, walk.textOf(token));
         return token.isNumber() && code >= 0 && code < kUnits;
     });
-}
-
-template <typename Predicate>
-void BlockWalk::takeWhile(Predicate predicate) {
-    for (Token token = reader_.peek(); predicate(token); token = reader_.peek()) {
-        reader_.setPosition(token.end);
-    }
 }
 
 /// A keyword with one parameter, as often as it follows.
@@ -142,51 +159,90 @@ void BlockWalk::readParameters(std::string_view parameters, const PartRule* rule
     }
 }
 
+/// A parameter that is one token, or any number of such ones.
+struct BlockWalk::ParameterRow {
+    char parameter;
+    Fits fits;
+    std::size_t most = 1;
+    bool mayBeMissing = false;
+};
+
+const BlockWalk::ParameterRow* BlockWalk::findParameter(char parameter) {
+    static constexpr auto kIsName = [](const BlockWalk& walk, const Token& token) {
+        return walk.isName(token);
+    };
+    static constexpr auto kIsText = [](const BlockWalk&, const Token& token) {
+        return token.kind == TokenKind::Text;
+    };
+    static constexpr auto kIsNumber = [](const BlockWalk&, const Token& token) {
+        return token.isNumber();
+    };
+    static constexpr auto kIsInteger = [](const BlockWalk&, const Token& token) {
+        return token.kind == TokenKind::Integer;
+    };
+    static constexpr auto kIsAny = [](const BlockWalk&, const Token&) { return true; };
+    static constexpr auto kIsTextOrNull = [](const BlockWalk& walk, const Token& token) {
+        return token.kind == TokenKind::Text || walk.textOf(token) == "NULL";
+    };
+    static constexpr auto kIsNameOrText = [](const BlockWalk& walk, const Token& token) {
+        return token.kind == TokenKind::Text || walk.isName(token);
+    };
+    static constexpr auto kIsTextOrNumber = [](const BlockWalk&, const Token& token) {
+        return token.kind == TokenKind::Text || token.isNumber();
+    };
+    static constexpr auto kIsType = [](const BlockWalk& walk, const Token& token) {
+        const std::string_view word = walk.textOf(token);
+        return isMeasurementType(word) || word == "FLOAT16_IEEE";
+    };
+    static constexpr auto kIsByteOrder = [](const BlockWalk& walk, const Token& token) {
+        const std::string_view word = walk.textOf(token);
+        return word == "BYTE_ORDER_MSB_LAST" || word == "BYTE_ORDER_MSB_FIRST";
+    };
+    constexpr std::size_t kThree = 3;
+    static constexpr ParameterRow kRows[] = {
+        {'.', kIsAny},
+        {'I', kIsName},
+        {'N', kIsNameOrText},
+        {'S', kIsTextOrNull},
+        {'X', kIsText},
+        {'M', kIsTextOrNumber},
+        {'F', kIsNumber},
+        {'Z', kIsInteger},
+        {'T', kIsType},
+        {'O', kIsByteOrder},
+        {'s', kIsText, kAny, true},
+        {'#', kIsNumber, kAny, true},
+        {'z', kIsInteger, kAny, true},
+        {'k', kIsNumber, kThree, true},
+        {'n', kIsNumber, 1, true},
+        {'j', kIsInteger, 1, true},
+        {'t', kIsText, 1, true},
+    };
+    for (const ParameterRow& row : kRows) {
+        if (row.parameter == parameter) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
 void BlockWalk::readParameter(char parameter, const PartRule* rule) {
-    const auto isInteger = [](const Token& token) { return token.kind == TokenKind::Integer; };
-    const auto isNumber = [](const Token& token) { return token.isNumber(); };
-    const auto isText = [](const Token& token) { return token.kind == TokenKind::Text; };
+    if (const ParameterRow* row = findParameter(parameter)) {
+        if (row->mayBeMissing) {
+            takeWhile(row->fits, row->most);
+        } else {
+            expect(row->fits);
+        }
+        return;
+    }
     switch (parameter) {
-        case 'I':
-            expect([&](const Token& token) { return isName(token); });
-            break;
-        case 'S':
-            expect([&](const Token& token) { return isText(token) || textOf(token) == "NULL"; });
-            break;
-        case 'T':
-            expect([&](const Token& token) {
-                return isMeasurementType(textOf(token)) || textOf(token) == "FLOAT16_IEEE";
-            });
-            break;
         case 'w':
             takeWord();
             break;
-        case 'W': {
-            const Token token = takeWord();
-            if (token.kind != TokenKind::Text) {
+        case 'W':
+            if (const Token token = takeWord(); token.kind != TokenKind::Text) {
                 breakAt(token);
             }
-            break;
-        }
-        case 'n':
-            takeIf(isNumber);
-            break;
-        case 'j':
-            takeIf(isInteger);
-            break;
-        case 't':
-            takeIf(isText);
-            break;
-        case 'N':
-            expect([&](const Token& token) {
-                return token.kind == TokenKind::Text || token.kind == TokenKind::Word;
-            });
-            break;
-        case 'O':
-            expect([&](const Token& token) {
-                const std::string_view word = textOf(token);
-                return word == "BYTE_ORDER_MSB_LAST" || word == "BYTE_ORDER_MSB_FIRST";
-            });
             break;
         case 'c':
             readCycle();
@@ -194,23 +250,14 @@ void BlockWalk::readParameter(char parameter, const PartRule* rule) {
         case 'i':
             readNames(rule);
             break;
-        case 's':
-            takeWhile(isText);
-            break;
-        case '#':
-            takeWhile(isNumber);
-            break;
-        case 'z':
-            takeWhile(isInteger);
-            break;
-        case 'k': {
-            int left = 3;
-            takeWhile([&](const Token& token) { return token.isNumber() && left-- > 0; });
-            break;
-        }
         case 'P':
+            readEntries("FF");
+            break;
+        case 'V':
+            readEntries("FX");
+            break;
         case 'Q':
-            readEntries(parameter == 'P' ? 2 : 3);
+            readEntries("FFX");
             break;
         case 'R':
             takePairs("RASTER");
@@ -231,7 +278,6 @@ void BlockWalk::readParameter(char parameter, const PartRule* rule) {
             readInterface();
             break;
         default:
-            take();
             break;
     }
 }
@@ -244,13 +290,14 @@ void BlockWalk::readNames(const PartRule* rule) {
 }
 
 /// A number, and so many times the parameters of one entry.
-void BlockWalk::readEntries(std::size_t perEntry) {
+void BlockWalk::readEntries(std::string_view entry) {
     const Token token = take();
-    const std::int64_t count = integerOf(textOf(token)).value_or(0);
-    for (std::int64_t i = 0; i < count && !isBroken_; ++i) {
-        for (std::size_t j = 0; j < perEntry && !isBroken_; ++j) {
-            take();
-        }
+    if (token.kind != TokenKind::Integer) {
+        breakAt(token);
+    }
+    const std::int32_t count = integerValue(textOf(token));
+    for (std::int32_t i = 0; i < count && !isBroken_; ++i) {
+        readParameters(entry, nullptr, false);
     }
 }
 
@@ -314,7 +361,8 @@ void BlockWalk::readInterface() {
 void BlockWalk::skipInterface() {
     for (;;) {
         const Token token = reader_.peek();
-        if (token.kind == TokenKind::EndOfText) {
+        if (token.kind == TokenKind::EndOfText || token.kind == TokenKind::Include ||
+            token.isOpen()) {
             breakAt(token);
             return;
         }
@@ -360,7 +408,8 @@ void BlockWalk::readContents(const Layout& layout, bool isOuter) {
 
 void BlockWalk::readBlock(const Layout& layout, const Token& begin, bool isOuter) {
     reader_.setPosition(begin.end);
-    const std::string_view keyword = wordOf(reader_.next());
+    const Token token = reader_.next();
+    const std::string_view keyword = wordOf(token);
     const PartRule* rule = findPart(layout, Form::Block, keyword);
     if (rule != nullptr && rule->inner != nullptr) {
         readParameters(rule->inner->parameters, rule, false);
@@ -368,7 +417,7 @@ void BlockWalk::readBlock(const Layout& layout, const Token& begin, bool isOuter
             readParts(*rule->inner, keyword, false);
         }
     } else {
-        skipBlock(keyword);
+        skipBlock(kindOf(token));
     }
     if (rule != nullptr && isOuter) {
         parts_.push_back({rule, begin.begin, reader_.position()});
@@ -379,18 +428,14 @@ void BlockWalk::readBlock(const Layout& layout, const Token& begin, bool isOuter
     }
 }
 
-/// Whether the reader knows a word while it reads what is being read.
-bool BlockWalk::isKeyword(std::string_view word) const {
-    return lookup(*keywords_, word) != 0;
-}
-
-/// Reads over a block whose keyword was read last. To the reader all words that it does not know
-/// are alike, and each of them closes what another one opened.
-void BlockWalk::skipBlock(std::string_view keyword) {
+/// Reads over a block whose keyword was read last, and is of that kind. To the reader all words
+/// that it does not know are alike, and each of them closes what another one opened.
+void BlockWalk::skipBlock(int kind) {
     std::size_t depth = 1;
     while (depth > 0) {
         const Token token = reader_.next();
-        if (token.kind == TokenKind::EndOfText || token.isOpen()) {
+        if (token.kind == TokenKind::EndOfText || token.kind == TokenKind::Include ||
+            token.isOpen()) {
             breakAt(token);
             return;
         }
@@ -398,17 +443,42 @@ void BlockWalk::skipBlock(std::string_view keyword) {
         depth -= token.kind == TokenKind::End ? 1 : 0;
     }
     const Token closing = reader_.next();
-    if (wordOf(closing) != keyword && (isKeyword(keyword) || isKeyword(wordOf(closing)))) {
+    if (kindOf(closing) != kind) {
         breakAt(closing);
+    }
+}
+
+/// The number that the reader knows a token by while it reads what is being read.
+int BlockWalk::kindOf(const Token& token) const {
+    const std::string_view text = textOf(token);
+    switch (token.kind) {
+        case TokenKind::Word:
+            // What begins like a number is not looked up.
+            return isDigit(text.front()) ? TOK_IDENT : lookup(*keywords_, text, TOK_IDENT);
+        case TokenKind::Integer:
+            return TOK_INTEGER;
+        case TokenKind::Real:
+            return TOK_FLOAT;
+        case TokenKind::Text:
+            return TOK_STRING;
+        case TokenKind::Mark:
+            return static_cast<signed char>(text.front());
+        case TokenKind::Begin:
+            return kw::core::BEGIN;
+        case TokenKind::End:
+            return kw::core::END;
+        case TokenKind::Include:
+            return lookup(*keywords_, text, TOK_IDENT);
+        case TokenKind::EndOfText:
+            return TOK_EOF;
+        default:
+            return TOK_MALFORMED;
     }
 }
 
 /// What the reader takes a token for: a single byte for the keyword that has its number.
 std::string_view BlockWalk::wordOf(const Token& token) const {
-    const std::string_view text = textOf(token);
-    return token.kind == TokenKind::Mark && text.size() == 1 && text[0] > 0
-               ? keywordName(kCoreKeywords, text[0])
-               : text;
+    return token.kind == TokenKind::Mark ? keywordName(*keywords_, kindOf(token)) : textOf(token);
 }
 
 void BlockWalk::readBare(const Layout& layout, const Token& token, bool isOuter) {
@@ -427,26 +497,28 @@ void BlockWalk::readBare(const Layout& layout, const Token& token, bool isOuter)
 }
 
 /// Takes out what begins with a word that may not stand there: up to the next one that may. In a
-/// list of names just that word, and the list goes on.
+/// list just that word, and the list goes on.
 void BlockWalk::takeOutWords(const Layout& layout, const Token& first) {
-    const bool isList = layout.parts.empty();
     reader_.setPosition(first.end);
     std::size_t end = first.end;
+    const bool isList = !layout.parameters.empty() && layout.parts.empty() &&
+                        (layout.parameters.back() == 'i' || layout.parameters.back() == 's');
     if (isList) {
-        readNames(nullptr);
+        readParameter(layout.parameters.back(), nullptr);
     }
-    for (Token token = reader_.peek(); !isList; token = reader_.peek()) {
-        if (token.kind == TokenKind::Begin || token.kind == TokenKind::End ||
-            token.kind == TokenKind::EndOfText || token.isOpen() ||
-            (token.kind == TokenKind::Word &&
-             findPart(layout, Form::Bare, textOf(token)) != nullptr)) {
-            break;
-        }
+    for (Token token = reader_.peek(); !isList && !mayFollow(layout, token);
+         token = reader_.peek()) {
         end = token.end;
         reader_.setPosition(end);
     }
     oddities_.push_back({first.begin, end, "word"});
     edits_.takeOut(text_, first.begin, end);
+}
+
+/// Whether something begins with a token that is no more part of an unknown word.
+bool BlockWalk::mayFollow(const Layout& layout, const Token& token) const {
+    return isNoParameter(token) || (token.kind == TokenKind::Word &&
+                                    findPart(layout, Form::Bare, textOf(token)) != nullptr);
 }
 
 }  // namespace quillmark::preparing

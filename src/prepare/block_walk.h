@@ -39,6 +39,10 @@ class BlockWalk {
     /// What was found before is forgotten.
     void walk(std::string_view text, const PartRule& rule);
 
+    /// The same for a text that goes on behind the block. False if the block may not be whole, or
+    /// if it has what is to be mended, which walk() is for.
+    [[nodiscard]] bool walkAhead(std::string_view text, const PartRule& rule);
+
     [[nodiscard]] std::string_view text() const { return text_; }
     [[nodiscard]] std::string_view textOf(const Token& token) const {
         return text_.substr(token.begin, token.end - token.begin);
@@ -72,34 +76,37 @@ class BlockWalk {
     [[nodiscard]] bool isBroken() const { return isBroken_; }
 
   private:
+    /// Whether a token is one that may stand somewhere.
+    using Fits = bool (*)(const BlockWalk& walk, const Token& token);
+    struct ParameterRow;
+
+    void start(std::string_view text, const PartRule& rule);
     void readParts(const Layout& layout, std::string_view keyword, bool isOuter);
     void readParameters(std::string_view parameters, const PartRule* rule, bool isOuter);
+    static const ParameterRow* findParameter(char parameter);
     void readParameter(char parameter, const PartRule* rule);
     void readContents(const Layout& layout, bool isOuter);
     void readInterface();
     void readNames(const PartRule* rule);
-    void readEntries(std::size_t perEntry);
+    void readEntries(std::string_view entry);
     void readModes();
     void readAssignment();
     void readTargets();
+    void readCycle();
     void readBlock(const Layout& layout, const Token& begin, bool isOuter);
     void readBare(const Layout& layout, const Token& token, bool isOuter);
-    void skipBlock(std::string_view keyword);
+    void skipBlock(int kind);
     void skipInterface();
     void takeOutWords(const Layout& layout, const Token& first);
+    [[nodiscard]] bool mayFollow(const Layout& layout, const Token& token) const;
 
+    [[nodiscard]] int kindOf(const Token& token) const;
     [[nodiscard]] std::string_view wordOf(const Token& token) const;
-    [[nodiscard]] bool isKeyword(std::string_view word) const;
-    Token take();
     [[nodiscard]] bool isName(const Token& token) const;
-    template <typename Predicate>
-    void expect(Predicate predicate);
-    template <typename Predicate>
-    void takeIf(Predicate predicate);
-    void readCycle();
+    Token take();
     Token takeWord();
-    template <typename Predicate>
-    void takeWhile(Predicate predicate);
+    void expect(Fits fits);
+    void takeWhile(Fits fits, std::size_t most);
     void takePairs(std::string_view keyword);
     void breakAt(const Token& token);
 

@@ -17,6 +17,9 @@ using Characters = StoredForm::Characters;
 
 constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 
+/// So many bytes tell in what form a file is.
+constexpr std::size_t kLongestStart = 4;
+
 /// An input some of whose first bytes have been read already.
 class PrefixedInput final : public InputFile {
   public:
@@ -159,8 +162,8 @@ struct MarkRow {
     Characters characters;
 };
 
-/// A description begins with an ASCII character. So without a mark, a NUL byte beside the first one
-/// tells UTF-16.
+/// A description begins with ASCII characters. So without a mark, a NUL byte beside each of the
+/// first ones tells UTF-16.
 StoredForm::Characters charactersOf(std::string_view start, std::size_t& markSize) {
     static constexpr MarkRow kMarks[] = {
         {"\xEF\xBB\xBF", 3, Characters::Utf8},
@@ -174,10 +177,12 @@ StoredForm::Characters charactersOf(std::string_view start, std::size_t& markSiz
         }
     }
     markSize = 0;
-    if (start.size() >= 2 && (start[0] == '\0') != (start[1] == '\0')) {
-        return start[0] == '\0' ? Characters::Utf16Be : Characters::Utf16Le;
+    const auto isNul = [start](std::size_t at) { return start[at] == '\0'; };
+    if (start.size() < kLongestStart || isNul(0) == isNul(1) || isNul(0) != isNul(2) ||
+        isNul(1) != isNul(3)) {
+        return Characters::Bytes;
     }
-    return Characters::Bytes;
+    return isNul(0) ? Characters::Utf16Be : Characters::Utf16Le;
 }
 
 bool isGzip(std::string_view start) {
@@ -187,7 +192,6 @@ bool isGzip(std::string_view start) {
 }  // namespace
 
 DecodedInput::DecodedInput(std::unique_ptr<InputFile> stored) {
-    constexpr std::size_t kLongestStart = 4;
     auto input = std::make_unique<PrefixedInput>(std::move(stored));
     if (isGzip(input->peek(kLongestStart))) {
         form_.isPacked = true;
@@ -196,6 +200,7 @@ DecodedInput::DecodedInput(std::unique_ptr<InputFile> stored) {
     std::size_t markSize = 0;
     form_.characters = charactersOf(input->peek(kLongestStart), markSize);
     input->drop(markSize);
+    form_.hasMark = markSize > 0;
     if (form_.isUtf16()) {
         text_ =
             std::make_unique<Utf16Input>(std::move(input), form_.characters == Characters::Utf16Be);

@@ -18,6 +18,7 @@ struct StoredForm {
     };
 
     Characters characters = Characters::Bytes;
+    bool hasMark = false;   ///< that tells the characters
     bool isPacked = false;  ///< by gzip
 
     [[nodiscard]] bool isUtf16() const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "prepare/byte_search.h"
 #include "prepare/grammar.h"
@@ -148,52 +149,73 @@ void DescriptionScanner::partWords(Token& token) {
     source_.insert(token.end, " ");
 }
 
-Part DescriptionScanner::beginPart() {
+Part DescriptionScanner::next() {
     const Token token = tokenAt(0);
-    isEmpty_ = isEmpty_ && token.kind == TokenKind::EndOfText;
     switch (token.kind) {
         case TokenKind::EndOfText:
-            if (report_.hasFailed()) {
-                return {};
-            }
-            if (isEmpty_) {
-                return refuse(token, "there is no description");
-            }
-            if (level_ == Level::File) {
-                return {Part::Kind::EndOfDescription, token.begin, token.begin, {}, {}};
-            }
-            return refuse(token, std::string("the description ends inside the ") +
-                                     (level_ == Level::Module ? "MODULE" : "PROJECT") +
-                                     " that begins in " + report_.textOf(levelBegin_));
+            return endDescription(token);
         case TokenKind::Begin:
+            isEmpty_ = false;
             return beginOpened(token);
         case TokenKind::End:
+            isEmpty_ = false;
             return endLevel(token);
         default:
             return beginOrdinary(token);
     }
 }
 
+Part DescriptionScanner::endDescription(const Token& token) {
+    if (report_.hasFailed()) {
+        return {};
+    }
+    if (isEmpty_) {
+        return refuse(token, "there is no description");
+    }
+    if (level_ == Level::File) {
+        return {Part::Kind::EndOfDescription, level_, token.begin, token.begin, {}, {}};
+    }
+    return refuse(token, std::string("the description ends inside the ") +
+                             (level_ == Level::Module ? "MODULE" : "PROJECT") + " that begins in " +
+                             report_.textOf(levelBegin_));
+}
+
 Part DescriptionScanner::beginOrdinary(const Token& token) {
     // To the reader a stray # is the keyword with its number.
     const std::string word = textOf(token) == "#" ? "ASAP2_VERSION" : textOf(token);
-    if (level_ == Level::File && (word == "ASAP2_VERSION" || word == "A2ML_VERSION")) {
+    if (level_ == Level::File && word == "A2ML_VERSION") {
+        return beginOtherVersion(token);
+    }
+    isEmpty_ = false;
+    if (level_ == Level::File && word == "ASAP2_VERSION") {
         return beginVersion(token);
     }
-    return {Part::Kind::Stray, token.begin, token.end, word, {}};
+    return {Part::Kind::Stray, level_, token.begin, token.end, word, {}};
 }
 
+/// To the reader any two tokens are the version's numbers.
 Part DescriptionScanner::beginVersion(const Token& keyword) {
     const Token major = tokenAt(keyword.end);
     const Token minor = tokenAt(major.end);
     if (report_.hasFailed()) {
         return {};
     }
-    return {Part::Kind::Version,
-            keyword.begin,
-            minor.end,
-            textOf(keyword) == "A2ML_VERSION" ? "A2ML_VERSION" : "ASAP2_VERSION",
-            {}};
+    return {Part::Kind::Version, level_, keyword.begin, minor.end, "ASAP2_VERSION", {}};
+}
+
+/// A version that the reader does not know, with its numbers. It makes no description.
+Part DescriptionScanner::beginOtherVersion(const Token& keyword) {
+    constexpr int kNumbers = 2;
+    std::size_t end = keyword.end;
+    for (int i = 0; i < kNumbers; ++i) {
+        if (const Token number = tokenAt(end); number.isNumber()) {
+            end = number.end;
+        }
+    }
+    if (report_.hasFailed()) {
+        return {};
+    }
+    return {Part::Kind::Version, level_, keyword.begin, end, "A2ML_VERSION", {}};
 }
 
 Part DescriptionScanner::beginOpened(const Token& begin) {
@@ -203,26 +225,47 @@ Part DescriptionScanner::beginOpened(const Token& begin) {
     }
     const std::string keyword = textOf(token);
     if (level_ == Level::File && keyword == "PROJECT") {
-        return namedPart(Part::Kind::ProjectBegin, begin, token.end, Level::Project);
+        return beginProject(begin, token);
     }
     if (level_ == Level::Project && keyword == "MODULE") {
-        return namedPart(Part::Kind::ModuleBegin, begin, token.end, Level::Module);
+        return beginModule(begin, token);
     }
-    return {Part::Kind::Block, begin.begin, token.end, keyword, {}};
+    return {Part::Kind::Block, level_, begin.begin, token.end, keyword, {}};
 }
 
-Part DescriptionScanner::namedPart(Part::Kind kind, const Token& begin, std::size_t from,
-                                   Level level) {
-    const Token name = tokenAt(from);
+/// The name of a project and its text are texts or names, as one likes.
+Part DescriptionScanner::beginProject(const Token& begin, const Token& keyword) {
+    const Token name = tokenAt(keyword.end);
     const Token text = tokenAt(name.end);
     for (const Token& token : {name, text}) {
-        if (token.kind != TokenKind::Word && token.kind != TokenKind::Text) {
+        if (token.kind != TokenKind::Text && !isName(token)) {
             return report_.hasFailed() ? Part{} : refuse(token, "a name or its text is missing");
         }
     }
-    level_ = level;
+    return open(Part::Kind::ProjectBegin, begin, text, textOf(name));
+}
+
+Part DescriptionScanner::beginModule(const Token& begin, const Token& keyword) {
+    const Token name = tokenAt(keyword.end);
+    const Token text = tokenAt(name.end);
+    const bool isText = text.kind == TokenKind::Text || textOf(text) == "NULL";
+    if (!isName(name) || !isText) {
+        return report_.hasFailed() ? Part{}
+                                   : refuse(isText ? name : text, "a name or its text is missing");
+    }
+    return open(Part::Kind::ModuleBegin, begin, text, textOf(name));
+}
+
+/// Goes into a project or module.
+Part DescriptionScanner::open(Part::Kind kind, const Token& begin, const Token& last,
+                              std::string name) {
+    level_ = kind == Part::Kind::ModuleBegin ? Level::Module : Level::Project;
     levelBegin_ = source_.placeOf(begin.begin);
-    return {kind, begin.begin, text.end, {}, textOf(name)};
+    return {kind, level_, begin.begin, last.end, {}, std::move(name)};
+}
+
+bool DescriptionScanner::isName(const Token& token) const {
+    return token.kind == TokenKind::Word && isNameWord(textOf(token));
 }
 
 Part DescriptionScanner::endLevel(const Token& end) {
@@ -231,11 +274,11 @@ Part DescriptionScanner::endLevel(const Token& end) {
     const std::string keyword = textOf(token);
     if (level_ == Level::Module && keyword == "MODULE") {
         level_ = Level::Project;
-        return {Part::Kind::ModuleEnd, end.begin, token.end, keyword, {}};
+        return {Part::Kind::ModuleEnd, level_, end.begin, token.end, keyword, {}};
     }
     if (level_ == Level::Project && keyword == "PROJECT") {
         level_ = Level::File;
-        return {Part::Kind::ProjectEnd, end.begin, token.end, keyword, {}};
+        return {Part::Kind::ProjectEnd, level_, end.begin, token.end, keyword, {}};
     }
     if (report_.hasFailed()) {
         return {};
@@ -260,7 +303,7 @@ bool DescriptionScanner::skipToMark(std::size_t& position) const {
 }
 
 /// Reads up to the end of the block whose keyword was read last.
-void DescriptionScanner::readBlock(Part& part, bool keeps) {
+bool DescriptionScanner::readBlock(Part& part, bool keeps) {
     std::optional<Place> begin;  // only when asked for, or when its bytes go
     std::size_t position = part.end;
     std::size_t depth = 1;
@@ -277,20 +320,19 @@ void DescriptionScanner::readBlock(Part& part, bool keeps) {
         }
         if (skipToMark(position)) {
             if (!readBlockItem(position, depth, part)) {
-                part.kind = Part::Kind::Refused;
-                return;
+                return false;
             }
         } else if (!source_.more()) {
             const Place start = begin ? *begin : source_.placeOf(part.begin);
             report_.error(source_.placeOf(source_.view().size()),
                           "the description ends inside the " + part.keyword + " that begins in " +
                               report_.textOf(start));
-            part.kind = Part::Kind::Refused;
-            return;
+            return false;
         }
     }
     part.begin = keeps ? part.begin : position;
     part.end = position;
+    return true;
 }
 
 /// Reads a token of a block, of a `/end` also the keyword behind it. False after an error.

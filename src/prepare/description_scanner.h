@@ -24,7 +24,11 @@ struct Part {
         Refused,  ///< an error was told
     };
 
+    /// In what a part stands; of the begin of a project or module, itself.
+    enum class Level : std::uint8_t { File, Project, Module };
+
     Kind kind = Kind::Refused;
+    Level level = Level::File;
     /// Its bytes in the window, which begins where the last part ended: before them are blanks and
     /// comments. Both are 0 for a block that was not to be kept.
     std::size_t begin = 0;
@@ -45,32 +49,30 @@ class DescriptionScanner {
     DescriptionScanner(SourceText& source, Report& report, Options options)
         : source_(source), report_(report), options_(options) {}
 
-    /// The next part. `keeps(keyword)` tells whether the bytes of a block are wanted; the others
-    /// are read over more quickly.
-    template <typename Keeps>
-    Part next(Keeps keeps) {
-        Part part = beginPart();
-        if (part.kind == Part::Kind::Block) {
-            readBlock(part, keeps(std::string_view(part.keyword)));
-        }
-        return part;
-    }
+    /// The next part; of a block only `/begin` and its keyword.
+    Part next();
+
+    /// Goes to the end of a block that has begun. `keeps` tells whether its bytes are wanted;
+    /// others are read over more quickly. False after an error.
+    bool readBlock(Part& part, bool keeps);
 
     /// Gives the last part and what stood before it away.
     void discard(std::size_t count) { source_.discard(count); }
 
   private:
-    enum class Level : std::uint8_t { File, Project, Module };
+    using Level = Part::Level;
 
-    Part beginPart();
+    Part endDescription(const Token& token);
     Part beginOrdinary(const Token& token);
     Part beginOpened(const Token& begin);
     Part beginVersion(const Token& keyword);
+    Part beginOtherVersion(const Token& keyword);
     Part endLevel(const Token& end);
-    Part namedPart(Part::Kind kind, const Token& begin, std::size_t from, Level level);
+    Part beginProject(const Token& begin, const Token& keyword);
+    Part beginModule(const Token& begin, const Token& keyword);
+    Part open(Part::Kind kind, const Token& begin, const Token& last, std::string name);
     Part refuse(const Token& token, std::string_view text);
 
-    void readBlock(Part& part, bool keeps);
     bool skipToMark(std::size_t& position) const;
     void skipInterface(std::size_t& position, const Part& part);
     void skipUnknownInterface(std::size_t& position);
@@ -82,6 +84,7 @@ class DescriptionScanner {
     bool include(const Token& token);
     void partWords(Token& token);
     [[nodiscard]] std::string textOf(const Token& token) const;
+    [[nodiscard]] bool isName(const Token& token) const;
 
     SourceText& source_;
     Report& report_;

@@ -62,6 +62,10 @@ void forEachElement(const Array& array, Visit visit) {
     }
 }
 
+bool isLetter(char byte) {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_';
+}
+
 /// Has the reader a layout for so many sizes?
 bool canBeLaidOut(const Array& array) {
     constexpr std::size_t kMostSizes = 3;
@@ -78,9 +82,14 @@ constexpr std::string_view kNoLayout = "an array of more than three sizes withou
 /// Writes out one instance.
 class Expander {
   public:
-    Expander(const ModuleSurvey& module, const ExpansionOptions& options, LeafTaker& taker,
-             std::string_view target)
-        : module_(module), options_(options), taker_(taker), target_(target) {}
+    Expander(const ModuleSurvey& module, const std::string& instance,
+             const ExpansionOptions& options, LeafTaker& taker, std::string_view target)
+        : module_(module),
+          instance_(instance),
+          hasOddNames_(options.separator != "." || !isLetter(instance.front())),
+          options_(options),
+          taker_(taker),
+          target_(target) {}
 
     void expandMember(const Member& member, std::int64_t offset) {
         if (member.isPointer || (member.type != nullptr && member.type->isPointer)) {
@@ -246,6 +255,10 @@ class Expander {
         if (!isNamed(array)) {
             return;
         }
+        if (hasOddNames_ && !isName(instance_ + suffix_)) {
+            lose("nobody can read its name");
+            return;
+        }
         if (hasSwappedWords(type)) {
             lose("its byte order has swapped words");
             return;
@@ -256,6 +269,9 @@ class Expander {
     void lose(std::string_view why) { taker_.lose({suffix_, path_, plain_}, why); }
 
     const ModuleSurvey& module_;
+    const std::string& instance_;
+    /// Whether a name may become a word of the reader's, or end too early.
+    bool hasOddNames_;
     const ExpansionOptions& options_;
     LeafTaker& taker_;
     std::string_view target_;
@@ -463,7 +479,7 @@ void nameSignals(ModuleSurvey& module, const ExpansionOptions& options, Report& 
 
 void expand(const ModuleSurvey& module, const Member& instance, const ExpansionOptions& options,
             LeafTaker& taker, std::string_view target) {
-    Expander(module, options, taker, target).expandMember(instance, 0);
+    Expander(module, instance.name, options, taker, target).expandMember(instance, 0);
 }
 
 std::vector<NamedInstance> findInstances(const ModuleSurvey& module, std::string_view name) {

@@ -2,21 +2,34 @@
 
 #include <algorithm>
 
+#include "a2l/tokens/keyword_tables.h"
+#include "prepare/token_reader.h"
+
 namespace quillmark::preparing {
 
 namespace {
 
+/// Its length and three of its bytes.
+constexpr std::uint32_t lookOf(std::string_view keyword) {
+    const auto byte = [keyword](std::size_t at) {
+        return static_cast<std::uint32_t>(static_cast<unsigned char>(keyword[at]));
+    };
+    const std::size_t size = keyword.size();
+    return byte(0) | byte(size / 2) << 8U | byte(size - 1) << 16U |
+           static_cast<std::uint32_t>(size) << 24U;
+}
+
 constexpr PartRule bare(std::string_view keyword, std::string_view parameters = {},
                         Fate fate = Fate::Keep) {
-    return {Form::Bare, keyword, parameters, nullptr, fate};
+    return {Form::Bare, keyword, parameters, nullptr, fate, lookOf(keyword)};
 }
 
 constexpr PartRule block(std::string_view keyword, const Layout& inner, Fate fate = Fate::Keep) {
-    return {Form::Block, keyword, {}, &inner, fate};
+    return {Form::Block, keyword, {}, &inner, fate, lookOf(keyword)};
 }
 
 constexpr PartRule skipped(std::string_view keyword, Fate fate = Fate::Keep) {
-    return {Form::Block, keyword, {}, nullptr, fate};
+    return {Form::Block, keyword, {}, nullptr, fate, lookOf(keyword)};
 }
 
 // --- Parts of several blocks ---------------------------------------------------------------------
@@ -163,7 +176,7 @@ constexpr PartRule kCompuTabParts[] = {
 constexpr Layout kCompuTab{"IS.P", kCompuTabParts};
 
 constexpr PartRule kVerbalTableParts[] = {bare("DEFAULT_VALUE", "S")};
-constexpr Layout kCompuVtab{"IS.P", kVerbalTableParts};
+constexpr Layout kCompuVtab{"IS.V", kVerbalTableParts};
 constexpr Layout kCompuVtabRange{"ISQ", kVerbalTableParts};
 
 constexpr PartRule kUnitParts[] = {
@@ -291,7 +304,7 @@ constexpr PartRule kComponentParts[] = {
     bare("MATRIX_DIM", "z"),
     bare("SYMBOL_TYPE_LINK", "."),
 };
-constexpr Layout kComponent{"II.", kComponentParts};
+constexpr Layout kComponent{"IIZ", kComponentParts};
 
 constexpr PartRule kStructureParts[] = {
     bare("ADDRESS_TYPE", "."),
@@ -299,7 +312,7 @@ constexpr PartRule kStructureParts[] = {
     bare("SYMBOL_TYPE_LINK", "."),
     block("STRUCTURE_COMPONENT", kComponent),
 };
-constexpr Layout kStructure{"IS.", kStructureParts};
+constexpr Layout kStructure{"ISZ", kStructureParts};
 
 constexpr PartRule kTypeMeasurementParts[] = {
     bare("ADDRESS_TYPE", "."), bare("BIT_MASK", "."), block("BIT_OPERATION", kBitOperation),
@@ -325,14 +338,14 @@ constexpr PartRule kTypeAxisParts[] = {
 constexpr Layout kTypeAxis{"IS.......", kTypeAxisParts};
 
 constexpr PartRule kTypeBlobParts[] = {bare("ADDRESS_TYPE", ".")};
-constexpr Layout kTypeBlob{"IS.", kTypeBlobParts};
+constexpr Layout kTypeBlob{"ISZ", kTypeBlobParts};
 
 constexpr PartRule kOverwriteParts[] = {
-    bare("CONVERSION", "."),     bare("EXTENDED_LIMITS", ".."), bare("FORMAT", "w"),
-    bare("INPUT_QUANTITY", "."), bare("LIMITS", ".."),          bare("MONOTONY", "."),
+    bare("CONVERSION", "I"),     bare("EXTENDED_LIMITS", ".."), bare("FORMAT", "w"),
+    bare("INPUT_QUANTITY", "I"), bare("LIMITS", ".."),          bare("MONOTONY", "."),
     bare("PHYS_UNIT", "w"),
 };
-constexpr Layout kOverwrite{"I.", kOverwriteParts};
+constexpr Layout kOverwrite{"IZ", kOverwriteParts};
 
 constexpr PartRule kInstanceParts[] = {
     bare("ADDRESS_TYPE", "."),
@@ -349,7 +362,7 @@ constexpr PartRule kInstanceParts[] = {
     bare("READ_WRITE"),
     bare("SYMBOL_LINK", ".."),
 };
-constexpr Layout kInstance{"ISI.", kInstanceParts};
+constexpr Layout kInstance{"ISIZ", kInstanceParts};
 
 constexpr PartRule kBlobParts[] = {
     bare("ADDRESS_TYPE", "."),          block("ANNOTATION", kAnnotation),
@@ -358,9 +371,11 @@ constexpr PartRule kBlobParts[] = {
     bare("MAX_REFRESH", ".."),          bare("MODEL_LINK", "."),
     bare("SYMBOL_LINK", ".."),
 };
-constexpr Layout kBlob{"IS..", kBlobParts};
+constexpr Layout kBlob{"ISZZ", kBlobParts};
 
-// --- The module ----------------------------------------------------------------------------------
+// --- The project and the module ------------------------------------------------------------------
+
+constexpr PartRule kProjectBlocks[] = {block("HEADER", kHeader)};
 
 constexpr PartRule kModuleBlocks[] = {
     block("MEASUREMENT", kMeasurement),
@@ -381,7 +396,6 @@ constexpr PartRule kModuleBlocks[] = {
     skipped("A2ML"),
     block("USER_RIGHTS", kUserRights),
     skipped("VARIANT_CODING"),
-    block("HEADER", kHeader),
     block("TYPEDEF_STRUCTURE", kStructure, Fate::TakeOut),
     block("TYPEDEF_MEASUREMENT", kTypeMeasurement, Fate::TakeOut),
     block("TYPEDEF_CHARACTERISTIC", kTypeCharacteristic, Fate::TakeOut),
@@ -487,7 +501,7 @@ constexpr PartRule kProtocolLayerParts[] = {
     bare("MAX_DTO_STIM", "."),
     bare("COMMUNICATION_MODE_SUPPORTED", "C"),
     block("COMMUNICATION_MODE_SUPPORTED", kCommunicationMode),
-    bare("SEED_AND_KEY_EXTERNAL_FUNCTION", "S"),
+    bare("SEED_AND_KEY_EXTERNAL_FUNCTION", "X"),
 };
 constexpr Layout kProtocolLayer{"..........O.", kProtocolLayerParts, true};
 
@@ -512,7 +526,7 @@ constexpr PartRule kXcpOnCanParts[] = {
     bare("CAN_ID_MASTER", "."),
     bare("CAN_ID_SLAVE", "."),
     bare("MAX_DLC_REQUIRED"),
-    bare("TRANSPORT_LAYER_INSTANCE", "S"),
+    bare("TRANSPORT_LAYER_INSTANCE", "X"),
     bare("CAN_ID_BROADCAST", "."),
     bare("CAN_ID_GET_DAQ_CLOCK_MULTICAST", "."),
     bare("SAMPLE_POINT", "."),
@@ -532,15 +546,15 @@ constexpr PartRule kXcpOnCanParts[] = {
 constexpr Layout kXcpOnCan{"j", kXcpOnCanParts, true};
 
 constexpr PartRule kXcpOnIpParts[] = {
-    bare("HOST_NAME", "S"),
-    bare("ADDRESS", "S"),
-    bare("IPV6", "S"),
+    bare("HOST_NAME", "X"),
+    bare("ADDRESS", "X"),
+    bare("IPV6", "X"),
     bare("MAX_BUS_LOAD", "."),
     bare("MAX_BIT_RATE", "."),
     bare("MAX_BITRATE", "."),
     bare("PACKET_ALIGNMENT", "."),
     bare("OPTIONAL_TL_SUBCMD", "."),
-    bare("TRANSPORT_LAYER_INSTANCE", "S"),
+    bare("TRANSPORT_LAYER_INSTANCE", "X"),
     block("PROTOCOL_LAYER", kProtocolLayer),
     block("DAQ", kDaq),
 };
@@ -572,11 +586,11 @@ constexpr PartRule kXcpOnFlxParts[] = {
     block("INITIAL_RES_ERR_BUFFER", kFlexRayBuffer),
     block("POOL_BUFFER", kFlexRayBuffer),
     bare("OPTIONAL_TL_SUBCMD", "."),
-    bare("TRANSPORT_LAYER_INSTANCE", "S"),
+    bare("TRANSPORT_LAYER_INSTANCE", "X"),
     block("PROTOCOL_LAYER", kProtocolLayer),
     block("DAQ", kDaq),
 };
-constexpr Layout kXcpOnFlx{"..SS...", kXcpOnFlxParts, true};
+constexpr Layout kXcpOnFlx{"..XX...", kXcpOnFlxParts, true};
 
 constexpr PartRule kXcpParts[] = {
     block("XCP_ON_CAN", kXcpOnCan),          block("XCP_ON_UDP_IP", kXcpOnIp),
@@ -590,22 +604,22 @@ constexpr Layout kXcpPlus{".", kXcpParts, true};
 // --- CCP -----------------------------------------------------------------------------------------
 
 constexpr PartRule kQpBlobParts[] = {
-    bare("LENGTH", "."),    bare("CAN_ID_VARIABLE"), bare("CAN_ID_FIXED", "."), bare("RASTER", "."),
+    bare("LENGTH", "."),    bare("CAN_ID_VARIABLE"), bare("CAN_ID_FIXED", "."), bare("RASTER", "M"),
     bare("FIRST_PID", "."), bare("EXCLUSIVE", "."),  bare("REDUCTION_ALLOWED"),
 };
 constexpr Layout kQpBlob{".", kQpBlobParts, true};
 
 constexpr PartRule kSourceParts[] = {bare("DISPLAY_IDENTIFIER", "."), block("QP_BLOB", kQpBlob)};
-constexpr Layout kSource{"S..", kSourceParts, true};
+constexpr Layout kSource{"X..", kSourceParts, true};
 
 constexpr PartRule kRasterParts[] = {bare("EXCLUSIVE", ".")};
 constexpr Layout kRaster{"N....", kRasterParts, true};
 
 constexpr PartRule kEventGroupParts[] = {bare("RASTER", ".")};
-constexpr Layout kEventGroup{"S.", kEventGroupParts, true};
+constexpr Layout kEventGroup{"X.", kEventGroupParts, true};
 
-constexpr Layout kSeedKey{"SSS", {}, true};
-constexpr Layout kChecksum{"S", {}, true};
+constexpr Layout kSeedKey{"XXX", {}, true};
+constexpr Layout kChecksum{"X", {}, true};
 constexpr Layout kCanParam{"...", {}, true};
 
 constexpr PartRule kChecksumParamParts[] = {bare("CHECKSUM_CALCULATION", ".")};
@@ -709,7 +723,7 @@ constexpr PartRule kGmlanSourceParts[] = {
     block("AVAILABLE_PERIODIC_IDENTIFIER_RANGE", kIdRange),
     block("AVAILABLE_PARAMETER_IDENTIFIER_RANGE", kIdRange),
 };
-constexpr Layout kGmlanSource{"S..", kGmlanSourceParts, true};
+constexpr Layout kGmlanSource{"X..", kGmlanSourceParts, true};
 
 constexpr PartRule kGmlanParts[] = {
     block("SOURCE", kGmlanSource),
@@ -735,8 +749,12 @@ constexpr std::string_view kMeasurementTypes[] = {
 };
 
 const PartRule* find(std::span<const PartRule> rules, Form form, std::string_view keyword) {
+    if (keyword.empty()) {
+        return nullptr;
+    }
+    const std::uint32_t look = lookOf(keyword);
     for (const PartRule& rule : rules) {
-        if (rule.keyword == keyword && rule.form == form) {
+        if (rule.look == look && rule.form == form && rule.keyword == keyword) {
             return &rule;
         }
     }
@@ -747,6 +765,10 @@ const PartRule* find(std::span<const PartRule> rules, Form form, std::string_vie
 
 const PartRule* findPart(const Layout& layout, Form form, std::string_view keyword) {
     return find(layout.parts, form, keyword);
+}
+
+const PartRule* findProjectBlock(std::string_view keyword) {
+    return find(kProjectBlocks, Form::Block, keyword);
 }
 
 const PartRule* findModuleBlock(std::string_view keyword) {
@@ -765,6 +787,17 @@ const Layout* findInterface(std::string_view name) {
 bool isMeasurementType(std::string_view word) {
     return std::find(std::begin(kMeasurementTypes), std::end(kMeasurementTypes), word) !=
            std::end(kMeasurementTypes);
+}
+
+bool isNameWord(std::string_view word) {
+    const bool isLookedUp = word.front() < '0' || word.front() > '9';
+    return !isLookedUp || lookup(kCoreKeywords, word) == 0;
+}
+
+bool isName(std::string_view text) {
+    const Token token = TokenReader(text).next();
+    return token.kind == TokenKind::Word && token.begin == 0 && token.end == text.size() &&
+           isNameWord(text);
 }
 
 }  // namespace quillmark::preparing

@@ -31,16 +31,19 @@ enum class Fate : std::uint8_t {
 ///
 ///     .  any token                       i  all names that follow
 ///     I  a name                          s  all texts
-///     S  a text, or NULL for none        #  all numbers
-///     T  data type of a measurement      z  all integers
-///     w  a word in word mode             k  up to three numbers
-///     W  the same, which is a text       P  a number of pairs, and these
-///     n  a number, if there is one       Q  a number of triples, and these
-///     t  a text, if there is one         R  all RASTER with a number each
+///     N  a name or a text                #  all numbers
+///     S  a text, or NULL for none        z  all integers
+///     X  a text                          k  up to three numbers
+///     M  a text or a number              n  a number, if there is one
+///     F  a number                        j  an integer, if there is one
+///     Z  an integer                      t  a text, if there is one
+///     T  data type of a measurement      P  a number of pairs of numbers, and these
+///     O  the byte order of XCP           V  a number of numbers with a text, and these
+///     w  a word in word mode             Q  a number of pairs with a text, and these
+///     W  the same, which is a text       R  all RASTER with a number each
+///     c  a cycle and the code of its unit
 ///     C  the modes of communication      E  all EVENT with a number each
 ///     a  FIXED or VARIABLE, and a value  G  up to two target addresses
-///     N  a name or a text                j  an integer, if there is one
-///     O  the byte order of XCP           c  a cycle and the code of its unit
 ///     D  the contents of an interface block
 struct PartRule {
     Form form;
@@ -48,6 +51,7 @@ struct PartRule {
     std::string_view parameters = {};
     const Layout* inner = nullptr;  ///< of a block; without one it is not looked into
     Fate fate = Fate::Keep;
+    std::uint32_t look = 0;  ///< what tells most other keywords from this one
 };
 
 /// The contents of a block: parameters and then optional parts in any order.
@@ -61,7 +65,8 @@ struct Layout {
 /// The part with this keyword, or nullptr.
 const PartRule* findPart(const Layout& layout, Form form, std::string_view keyword);
 
-/// What may stand in a module; all of them are blocks.
+/// What may stand in a project besides modules, and in a module; all of them are blocks.
+const PartRule* findProjectBlock(std::string_view keyword);
 const PartRule* findModuleBlock(std::string_view keyword);
 
 /// What stands in the block of an interface of this name behind the name; nullptr for an interface
@@ -70,5 +75,11 @@ const Layout* findInterface(std::string_view name);
 
 /// Whether a word is the data type of a measurement.
 bool isMeasurementType(std::string_view word);
+
+/// Whether the reader takes a word for a name: words of its own are none.
+bool isNameWord(std::string_view word);
+
+/// Whether it takes a text for a single one.
+bool isName(std::string_view text);
 
 }  // namespace quillmark::preparing

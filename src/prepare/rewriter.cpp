@@ -149,7 +149,7 @@ Rewriter::Rewriter(SourceText& source, Report& report, const Survey& survey,
 void Rewriter::run() {
     beginText();
     while (!report_.hasFailed()) {
-        const Part part = scanner_.next([](std::string_view) { return true; });
+        const Part part = scanner_.next();
         if (part.kind == Part::Kind::Refused) {
             return;
         }
@@ -176,8 +176,10 @@ void Rewriter::beginText() {
         report_.note(begin, "unpacked (gzip)");
     }
     if (form.isUtf16()) {
-        report_.note(begin, options_.latin1 ? "UTF-16 became ISO 8859-1"
-                                            : "UTF-16 became UTF-8 with a mark");
+        // Without a mark it could be something else that happens to look like it.
+        const auto tell = form.hasMark ? &Report::note : &Report::change;
+        (report_.*tell)(begin, options_.latin1 ? "UTF-16 became ISO 8859-1"
+                                               : "UTF-16 became UTF-8 with a mark");
     } else if (form.characters == StoredForm::Characters::Utf8 && options_.latin1) {
         report_.note(begin, "UTF-8 became ISO 8859-1");
     }
@@ -277,13 +279,20 @@ void Rewriter::takeOutStray(const Part& part) {
     takeOut(part);
 }
 
-void Rewriter::rewriteBlock(const Part& part) {
+void Rewriter::rewriteBlock(Part part) {
+    const PartRule* rule = hasProject_ ? findBlock(part) : nullptr;
+    const bool isLookedInto = rule != nullptr && rule->inner != nullptr;
+    const bool isWalked = isLookedInto && walk_.walkAhead(source_.view().substr(part.begin), *rule);
+    if (isWalked) {
+        part.end = part.begin + walk_.text().size();
+    } else if (!scanner_.readBlock(part, true)) {
+        return;
+    }
     if (!hasProject_) {
         mendVersionBlock(part);
         return;
     }
-    const PartRule* rule = findModuleBlock(part.keyword);
-    if (rule == nullptr || (!isInModule() && part.keyword != "HEADER")) {
+    if (rule == nullptr) {
         report_.loss(placeIn(part, 0),
                      "took out the block " + part.keyword + ", which nobody knows");
         takeOut(part);
@@ -298,13 +307,30 @@ void Rewriter::rewriteBlock(const Part& part) {
         hasLaterParts_ = true;
         report_.forgetReader();
     }
-    if (rule->inner == nullptr && rule->fate == Fate::Keep) {
+    if (isLookedInto) {
+        if (!isWalked) {
+            walk_.walk(text, *rule);
+        }
+        walkBlock(part, *rule);
+    } else if (rule->fate == Fate::TakeOut) {
+        takeOutLaterBlock(part, text);
+    } else {
         copy(0, part.end);
         scanner_.discard(part.end);
-        return;
     }
-    walk_.walk(text, *rule);
-    walkBlock(part, *rule);
+}
+
+/// The rule for a block that may stand where this one stands.
+const PartRule* Rewriter::findBlock(const Part& part) {
+    switch (part.level) {
+        case Part::Level::Module:
+            return findModuleBlock(part.keyword);
+        case Part::Level::Project:
+            return findProjectBlock(part.keyword);
+        case Part::Level::File:
+            break;
+    }
+    return nullptr;
 }
 
 /// Some tools write ASAP2_VERSION as a block.
@@ -353,11 +379,16 @@ void Rewriter::walkBlock(const Part& part, const PartRule& rule) {
         }
     }
     if (rule.fate == Fate::TakeOut) {
-        report_.change(placeIn(part, 0), "took out " + part.keyword + " " + nameIn(walk_.text()));
-        takeOut(part);
+        takeOutLaterBlock(part, walk_.text());
         return;
     }
     writeEdited(part);
+}
+
+/// A block of version 1.7 that tells nothing to the reader.
+void Rewriter::takeOutLaterBlock(const Part& part, std::string_view text) {
+    report_.change(placeIn(part, 0), "took out " + part.keyword + " " + nameIn(text));
+    takeOut(part);
 }
 
 void Rewriter::tellOddities(const Part& part) {
@@ -469,16 +500,26 @@ void Rewriter::rewriteMeasurement(const Part& part) {
 /// measurement has been written or taken out for it.
 bool Rewriter::mendSizes(const Part& part) {
     constexpr std::size_t kMostSizes = 3;
+    const auto hasTooMany = [this](const FoundPart& dim) {
+        return wordsOf(walk_.textOf(dim)).size() - 1 > kMostSizes;
+    };
     const FoundPart* dim = nullptr;
     Array array;
     for (const FoundPart& found : walk_.parts()) {
         if (found.rule->keyword == "MATRIX_DIM") {
+            if (dim != nullptr && hasTooMany(*dim)) {
+                // The last one counts.
+                hasLaterParts_ = true;
+                report_.change(placeIn(part, dim->begin),
+                               "took out " + shortened(walk_.textOf(*dim)));
+                walk_.edits().takeOut(walk_.text(), dim->begin, dim->end);
+            }
             dim = &found;
         } else if (found.rule->keyword == "LAYOUT") {
             array.isRowWise = valueOf(walk_.textOf(found)) == "ROW_DIR";
         }
     }
-    if (dim == nullptr || wordsOf(walk_.textOf(*dim)).size() - 1 <= kMostSizes) {
+    if (dim == nullptr || !hasTooMany(*dim)) {
         return true;
     }
     hasLaterParts_ = true;
@@ -549,7 +590,7 @@ std::string Rewriter::elementText(const std::vector<std::int64_t>& indices, std:
                 found.begin, found.end,
                 "ECU_ADDRESS " + addressText(integerOf(valueOf(text)).value_or(0), offset));
         } else if (keyword == "DISPLAY_IDENTIFIER") {
-            edits.replace(found.end, found.end, suffix);
+            edits.replace(found.begin, found.end, withSuffix(text, suffix));
         } else if (keyword == "SYMBOL_LINK") {
             const auto words = wordsOf(text);
             edits.replace(found.begin, found.end,

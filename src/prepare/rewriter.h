@@ -38,9 +38,11 @@ class Rewriter {
     void rememberVersion(std::string_view minor, Place place);
     void beginModule(const Part& part);
     void takeOutStray(const Part& part);
-    void rewriteBlock(const Part& part);
+    void rewriteBlock(Part part);
+    static const PartRule* findBlock(const Part& part);
     void mendVersionBlock(const Part& part);
     void walkBlock(const Part& part, const PartRule& rule);
+    void takeOutLaterBlock(const Part& part, std::string_view text);
     void tellOddities(const Part& part);
     void writeEdited(const Part& part);
 
@@ -66,7 +68,6 @@ class Rewriter {
     [[nodiscard]] const ModuleSurvey& module() const {
         return module_ <= survey_.modules.size() ? survey_.modules[module_ - 1] : unknown_;
     }
-    [[nodiscard]] bool isInModule() const { return module_ > 0; }
 
     void copy(std::size_t from, std::size_t to);
     void make(std::string_view bytes, Place place);

@@ -78,6 +78,23 @@ std::string sizesText(const Array& array) {
     return text;
 }
 
+/// Whether a path to a component, in which any index may be missing, means the one with all of
+/// them.
+bool isPathTo(std::string_view path, std::string_view full) {
+    while (!full.empty()) {
+        if (!path.empty() && path.front() == full.front()) {
+            path.remove_prefix(1);
+            full.remove_prefix(1);
+        } else if (full.front() == '[') {
+            const std::size_t end = full.find(']');
+            full.remove_prefix(end == std::string_view::npos ? full.size() : end + 1);
+        } else {
+            return false;
+        }
+    }
+    return path.empty();
+}
+
 }  // namespace
 
 std::string addressText(std::int64_t start, std::int64_t offset) {
@@ -115,6 +132,17 @@ std::string movedInterface(const std::string& text, std::optional<std::int64_t> 
     changed.replace(static_cast<std::size_t>(word.data() - text.data()), word.size(),
                     addressText(start.value_or(*own), offset));
     return changed;
+}
+
+std::string withSuffix(std::string_view displayIdentifier, std::string_view suffix) {
+    const std::string_view name = valueOf(displayIdentifier);
+    std::string text(displayIdentifier);
+    if (name.back() == '"') {
+        text.insert(text.size() - 1, suffix);
+    } else if (isName(std::string(name) + std::string(suffix))) {
+        text += suffix;
+    }
+    return text;
 }
 
 InstanceText InstanceText::read(BlockWalk& walk) {
@@ -155,13 +183,16 @@ std::string SignalText::address(const Leaf& leaf) const {
 bool SignalText::means(const Overwrite& overwrite, const PartName& name) const {
     std::string_view path = overwrite.path;
     if (name.plainPath.empty()) {
-        return path == text_.name || path == kThis.substr(0, kThis.size() - 1) ||
-               (!name.path.empty() && path == text_.name + std::string(name.path));
+        return path == kThis.substr(0, kThis.size() - 1) ||
+               isPathTo(path, text_.name + std::string(name.path));
     }
     if (path.substr(0, kThis.size()) == kThis) {
         path.remove_prefix(kThis.size());
     }
-    return path == name.path || path == name.plainPath;
+    // An index of the instance itself stands in front.
+    const std::string_view inside =
+        name.path.substr(name.path.front() == '[' ? name.path.find('.') + 1 : 0);
+    return isPathTo(path, inside) || path == name.path;
 }
 
 void SignalText::lose(const PartName& name) {
@@ -297,7 +328,7 @@ void SignalText::writeInstanceParts(const Leaf& leaf, std::string& block) const 
             continue;
         }
         if (keyword == "DISPLAY_IDENTIFIER") {
-            add(block, part.text + std::string(leaf.name.suffix));
+            add(block, withSuffix(part.text, leaf.name.suffix));
         } else if (keyword == "SYMBOL_LINK") {
             const auto words = wordsOf(part.text);
             const std::int64_t own = integerOf(words.at(2)).value_or(0);

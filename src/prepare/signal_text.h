@@ -74,6 +74,10 @@ class SignalText {
 std::string movedInterface(const std::string& text, std::optional<std::int64_t> start,
                            std::int64_t offset);
 
+/// A DISPLAY_IDENTIFIER for a part of what it stands for. A name gets the part's suffix, or the
+/// text that is written in its place; what is neither stays as it is.
+std::string withSuffix(std::string_view displayIdentifier, std::string_view suffix);
+
 /// An address as descriptions have it: modulo 2^32, unless it is beyond that from the start.
 std::string addressText(std::int64_t start, std::int64_t offset);
 

@@ -28,7 +28,7 @@ class Surveyor {
 
     Survey run() {
         for (;;) {
-            const Part part = scanner_.next(&Surveyor::matters);
+            Part part = scanner_.next();
             switch (part.kind) {
                 case Part::Kind::EndOfDescription:
                 case Part::Kind::Refused:
@@ -39,8 +39,8 @@ class Surveyor {
                     survey_.modules.back().place = source_.placeOf(part.begin);
                     break;
                 case Part::Kind::Block:
-                    if (!survey_.modules.empty() && matters(part.keyword)) {
-                        readBlock(part, survey_.modules.back());
+                    if (!readBlock(part)) {
+                        return std::move(survey_);
                     }
                     break;
                 default:
@@ -57,7 +57,19 @@ class Surveyor {
                (keyword.substr(0, 8) == "TYPEDEF_" && findModuleBlock(keyword) != nullptr);
     }
 
-    void readBlock(const Part& part, ModuleSurvey& module) {
+    /// False after an error.
+    bool readBlock(Part& part) {
+        const bool isWanted = part.level == Part::Level::Module && matters(part.keyword);
+        if (!scanner_.readBlock(part, isWanted)) {
+            return false;
+        }
+        if (isWanted) {
+            surveyBlock(part, survey_.modules.back());
+        }
+        return true;
+    }
+
+    void surveyBlock(const Part& part, ModuleSurvey& module) {
         const std::string_view text = source_.view().substr(part.begin, part.end - part.begin);
         walk_.walk(text, *findModuleBlock(part.keyword));
         const std::string_view keyword = part.keyword;

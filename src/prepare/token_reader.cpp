@@ -159,7 +159,7 @@ Token TokenReader::readNumber() {
     if (at(p) == '-' || at(p) == '.') {
         ++p;
         if (!isOf(at(p), kDigit)) {
-            return take(TokenKind::Mark, p);
+            return take(TokenKind::Malformed, p);
         }
     }
     p = skip(p, kDigit);
@@ -167,7 +167,7 @@ Token TokenReader::readNumber() {
     if (at(p) == 'x' || at(p) == 'X') {
         const std::string_view prefix = text_.substr(position_, p - position_);
         if (prefix != "0" && prefix != "-0") {
-            return take(TokenKind::Mark, p);
+            return take(TokenKind::Malformed, p);
         }
         p = skip(p + 1, kHexDigit);
     } else {
@@ -182,7 +182,7 @@ Token TokenReader::readNumber() {
                 ++p;
             }
             if (!isOf(at(p), kDigit)) {
-                return take(TokenKind::Mark, p);
+                return take(TokenKind::Malformed, p);
             }
             p = skip(p, kDigit);
         }

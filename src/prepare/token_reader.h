@@ -9,14 +9,15 @@ namespace quillmark::preparing {
 
 /// What a token is, as the reader of descriptions takes it.
 enum class TokenKind : std::uint8_t {
-    Word,     ///< an identifier or a keyword, also one that begins like a number (`1ms`)
-    Integer,  ///< decimal or hexadecimal; `.5` counts as well
-    Real,     ///< with a point behind a digit, an exponent, or both
-    Text,     ///< in quotes, which belong to it
-    Mark,     ///< a single character that starts no other token, or a malformed number
-    Begin,    ///< `/begin`
-    End,      ///< `/end`
-    Include,  ///< `/include`
+    Word,       ///< an identifier or a keyword, also one that begins like a number (`1ms`)
+    Integer,    ///< decimal or hexadecimal; `.5` counts as well
+    Real,       ///< with a point behind a digit, an exponent, or both
+    Text,       ///< in quotes, which belong to it
+    Mark,       ///< a single character that starts no other token
+    Begin,      ///< `/begin`
+    End,        ///< `/end`
+    Include,    ///< `/include`
+    Malformed,  ///< the front of a number that is none, up to what is wrong with it
     EndOfText,
     OpenComment,  ///< a comment begins here and does not end
     OpenText,     ///< a text in quotes begins here and does not end

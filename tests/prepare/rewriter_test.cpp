@@ -113,6 +113,10 @@ TEST(Prepare, WritesArraysOfManySizesOneByOne) {
          "/begin MEASUREMENT m \"\" UWORD c 0 0 0 1 MATRIX_DIM 3 /end MEASUREMENT",
          "4 changed: the sizes of m are now those of MATRIX_DIM 3\n"
          "1 changed: ASAP2_VERSION is now 1 60\n"},
+        {"/begin MEASUREMENT m \"\" UWORD c 0 0 0 1 MATRIX_DIM 3 1 1 2 MATRIX_DIM 4 /end "
+         "MEASUREMENT",
+         "/begin MEASUREMENT m \"\" UWORD c 0 0 0 1 MATRIX_DIM 4 /end MEASUREMENT",
+         "4 changed: took out MATRIX_DIM 3 1 1 2\n1 changed: ASAP2_VERSION is now 1 60\n"},
         {"/begin MEASUREMENT m \"\" UWORD c 0 0 0 1 MATRIX_DIM 2 2 2 2 /end MEASUREMENT\n", "",
          "4 lost: m is lost: an array of more than three sizes without LAYOUT ROW_DIR\n"
          "1 changed: ASAP2_VERSION is now 1 60\n"},
@@ -135,6 +139,42 @@ TEST(Prepare, TakesOutWhatNobodyKnows) {
          "4 lost: took out the MEASUREMENT m, which cannot be read from here on: NOTYPE\n"},
         {"/begin NOVELTY /begin X /end X /end NOVELTY\n", "",
          "4 lost: took out the block NOVELTY, which nobody knows\n"},
+    });
+}
+
+TEST(Prepare, KnowsWhereABlockMayStand) {
+    constexpr const char* kHeader = "/begin HEADER \"\" /end HEADER\n";
+    constexpr const char* kUnit = "/begin UNIT u \"\" \"m\" DERIVED /end UNIT\n";
+    const auto projectOf = [](std::string_view content) {
+        return "/begin PROJECT P \"\"\n" + std::string(content) + "/end PROJECT\n";
+    };
+    const std::string module = "/begin MODULE M \"\"\n/end MODULE\n";
+    EXPECT_EQ(prepareInMemory(projectOf(kHeader + module)).findings, "");
+    EXPECT_EQ(prepareInMemory(moduleOf(kHeader)).findings,
+              "4 lost: took out the block HEADER, which nobody knows\n");
+    EXPECT_EQ(prepareInMemory(projectOf(module + kUnit)).findings,
+              "4 lost: took out the block UNIT, which nobody knows\n");
+    EXPECT_EQ(prepareInMemory(projectOf(module) + kUnit).findings,
+              "5 lost: took out the block UNIT, which nobody knows\n");
+}
+
+TEST(Prepare, TakesOutAllWordsThatAreUnknownInAList) {
+    expectRows({
+        {"/begin IF_DATA ASAP1B_CCP /begin TP_BLOB 1 2 3 4 5 1 /begin CAN_PARAM 1 2 3 a b /end "
+         "CAN_PARAM /end TP_BLOB /end IF_DATA",
+         "/begin IF_DATA ASAP1B_CCP /begin TP_BLOB 1 2 3 4 5 1 /begin CAN_PARAM 1 2 3 /end "
+         "CAN_PARAM /end TP_BLOB /end IF_DATA",
+         "4 lost: took out the word a b, which nobody knows in an IF_DATA\n"},
+        {"/begin UNIT u \"\" \"m\" DERIVED /begin ANNOTATION /end ANNOTATION /end UNIT",
+         "/begin UNIT u \"\" \"m\" DERIVED /end UNIT",
+         "4 lost: took out the block /begin ANNOTATION /end ANNOTATION, which nobody knows in a "
+         "UNIT\n"},
+        {"/begin GROUP g \"\" /begin ANNOTATION /begin ANNOTATION_TEXT \"a\" b c \"d\" /end "
+         "ANNOTATION_TEXT /end ANNOTATION /end GROUP",
+         "/begin GROUP g \"\" /begin ANNOTATION /begin ANNOTATION_TEXT \"a\" \"d\" /end "
+         "ANNOTATION_TEXT /end ANNOTATION /end GROUP",
+         "4 lost: took out the word b, which nobody knows in a GROUP\n"
+         "4 lost: took out the word c, which nobody knows in a GROUP\n"},
     });
 }
 
@@ -188,6 +228,11 @@ TEST(Prepare, RefusesWhatIsNotWhole) {
     };
     const Refused rows[] = {
         {"", "1 error: there is no description\n"},
+        {"A2ML_VERSION 1 31\n",
+         "1 changed: took out A2ML_VERSION\n2 error: there is no description\n"},
+        {"/begin PROJECT UNIT \"\" /end PROJECT", "1 error: a name or its text is missing\n"},
+        {"/begin PROJECT P \"\"\n/begin MODULE \"M\" \"\"",
+         "2 error: a name or its text is missing\n"},
         {"hello", "1 error: no description begins with hello\n"},
         {"/begin PROJECT P \"\"\n/begin MODULE M \"\"\n",
          "3 error: the description ends inside the MODULE that begins in in.a2l:2\n"},
@@ -227,6 +272,39 @@ TEST(Prepare, ExpandsInstances) {
     EXPECT_EQ(prepareInMemory(prepared.text).findings, "");
     EXPECT_EQ(prepareInMemory(prepared.text).text, prepared.text);
     EXPECT_EQ(prepared.map, "1\t4\tin.a2l\t1\n5\t1\tin.a2l\t4\n6\t3\tin.a2l\t11\n");
+}
+
+TEST(Prepare, LosesSignalsWhoseNamesNobodyCanRead) {
+    constexpr const char* kTypes =
+        "/begin TYPEDEF_MEASUREMENT V \"\" UBYTE C 0 0 0 1 /end TYPEDEF_MEASUREMENT\n"
+        "/begin TYPEDEF_STRUCTURE T \"\" 1 /begin STRUCTURE_COMPONENT REFRESH V 0 /end "
+        "STRUCTURE_COMPONENT /begin STRUCTURE_COMPONENT a/b V 0 /end STRUCTURE_COMPONENT /end "
+        "TYPEDEF_STRUCTURE\n";
+    const auto findings = [&](const std::string& name, const std::string& separator) {
+        RewriteOptions options;
+        options.expansion.separator = separator;
+        return prepareInMemory(
+                   moduleOf(kTypes + ("/begin INSTANCE " + name + " \"\" T 0 /end INSTANCE")),
+                   options)
+            .findings;
+    };
+    EXPECT_THAT(findings("MAX", "_"), HasSubstr("MAX_REFRESH is lost: nobody can read its name"));
+    EXPECT_THAT(findings("1ms", "."), HasSubstr("1ms.a/b is lost: nobody can read its name"));
+    EXPECT_THAT(findings("MAX_", "."), testing::Not(HasSubstr("lost")));
+}
+
+TEST(Prepare, ExtendsTextsThatAreShown) {
+    const auto shown = [](const std::string& display) {
+        return contentOf(prepareInMemory(
+            moduleOf("/begin INSTANCE i \"\" V 0 MATRIX_DIM 2 2 2 2 LAYOUT ROW_DIR "
+                     "DISPLAY_IDENTIFIER " +
+                     display +
+                     " /end INSTANCE\n/begin TYPEDEF_MEASUREMENT V \"\" UBYTE C 0 0 0 1 /end "
+                     "TYPEDEF_MEASUREMENT")));
+    };
+    EXPECT_THAT(shown("d"), HasSubstr("DISPLAY_IDENTIFIER d[1][0][0][0] "));
+    EXPECT_THAT(shown("\"d\""), HasSubstr("DISPLAY_IDENTIFIER \"d[1][0][0][0]\" "));
+    EXPECT_THAT(shown("5"), HasSubstr("DISPLAY_IDENTIFIER 5 "));
 }
 
 TEST(Prepare, RefusesExpansionsThatWouldNotEnd) {
@@ -323,6 +401,10 @@ TEST(Prepare, ReadsOtherEncodings) {
             const std::string mark = highFirst ? "\xFE\xFF" : "\xFF\xFE";
             EXPECT_EQ(prepareInMemory(mark + utf16(text, highFirst), {}, {}, chunk).text, marked);
         }
+    }
+    for (const char* const front : {"", "#"}) {
+        const std::string withNul = front + std::string(1, '\0') + (*front ? "1 60\n" : "") + text;
+        EXPECT_EQ(prepareInMemory(withNul).text, withNul);
     }
     EXPECT_EQ(prepareInMemory(utf16(text, true)).findings,
               "1 changed: UTF-16 became UTF-8 with a mark\n");

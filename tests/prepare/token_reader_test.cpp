@@ -41,7 +41,7 @@ TokenKind kindOf(int kind) {
 /// keyword.
 bool agree(const Token& token, std::string_view text, int kind) {
     if (kind == TOK_ERROR || kind == TOK_MALFORMED) {
-        return token.isOpen() || token.kind == TokenKind::Mark;
+        return token.isOpen() || token.kind == TokenKind::Malformed;
     }
     if (token.kind == TokenKind::Mark && text.size() == 1) {
         return kind == static_cast<signed char>(text[0]);
