@@ -126,7 +126,8 @@ class Expander {
             take(type, array, offset);
             return;
         }
-        const auto each = static_cast<std::int64_t>(type.array.count()) * value->size;
+        const std::int64_t each =
+            offsetProduct(static_cast<std::int64_t>(type.array.count()), value->size);
         forEachIndexed(array, offset, each, [&](std::int64_t at) {
             if (staysArray(type.array)) {
                 take(type, type.array, at);
@@ -163,7 +164,7 @@ class Expander {
             path_.append(path_.empty() ? "" : ".").append(component.name);
             plain_.append(plain_.empty() ? "" : ".").append(component.name);
             if (areRelated(dotted(), target_)) {
-                expandMember(component, offset + component.offset);
+                expandMember(component, offsetSum(offset, component.offset));
             }
             suffix_.resize(suffix);
             path_.resize(path);
@@ -187,7 +188,7 @@ class Expander {
                 path_ += text;
             }
             if (areRelated(dotted(), target_)) {
-                visit(offset + size * elementOffset(array, indices));
+                visit(offsetSum(offset, offsetProduct(size, elementOffset(array, indices))));
             }
             suffix_.resize(suffix);
             path_.resize(path);

@@ -65,9 +65,18 @@ void Report::tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_
     hasFailed_ = kind == PrepareFinding::Kind::Error;
     hasLosses_ |= kind == PrepareFinding::Kind::Loss;
     hasChanges_ |= kind == PrepareFinding::Kind::Change;
-    if (tell_) {
-        tell_({kind, file, line, text});
+    if (!tell_) {
+        return;
     }
+    if (text.find_first_of("\r\n") == std::string_view::npos) {
+        tell_({kind, file, line, text});
+        return;
+    }
+    // What is cited of a description may go over several of its lines.
+    std::string inOneLine(text);
+    std::replace(inOneLine.begin(), inOneLine.end(), '\r', ' ');
+    std::replace(inOneLine.begin(), inOneLine.end(), '\n', ' ');
+    tell_({kind, file, line, inOneLine});
 }
 
 }  // namespace quillmark::preparing

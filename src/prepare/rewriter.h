@@ -7,8 +7,7 @@
 
 #include "prepare/description_scanner.h"
 #include "prepare/expansion.h"
-#include "prepare/line_map.h"
-#include "prepare/output.h"
+#include "prepare/part_writer.h"
 
 namespace quillmark::preparing {
 
@@ -44,7 +43,6 @@ class Rewriter {
     void walkBlock(const Part& part, const PartRule& rule);
     void takeOutLaterBlock(const Part& part, std::string_view text);
     void tellOddities(const Part& part);
-    void writeEdited(const Part& part);
 
     void rewriteMeasurement(const Part& part);
     void rewriteCharacteristic(const Part& part);
@@ -53,27 +51,14 @@ class Rewriter {
     void addEpk(const Part& part);
     std::optional<std::string> epkText(bool hasEpk, bool hasAddress) const;
     bool takeOutLaterWord(const Part& part, const FoundPart& found);
-    bool mendSizes(const Part& part);
-    void writeElements(const Part& part, const Array& array);
-    std::string elementText(const std::vector<std::int64_t>& indices, std::int64_t offset);
     void checkName(const Part& part, std::string_view name);
 
     void expandInstance(const Part& part);
     void rewriteBlob(const Part& part);
 
-    void takeOut(const Part& part);
-    void fetchRestOfLine(std::size_t position);
-    [[nodiscard]] std::string indentation(const Part& part) const;
-    [[nodiscard]] Place placeIn(const Part& part, std::size_t position);
     [[nodiscard]] const ModuleSurvey& module() const {
         return module_ <= survey_.modules.size() ? survey_.modules[module_ - 1] : unknown_;
     }
-
-    void copy(std::size_t from, std::size_t to);
-    void make(std::string_view bytes, Place place);
-    void put(std::string_view bytes, Place place);
-
-    friend class InstanceWriter;
 
     SourceText& source_;
     Report& report_;
@@ -82,7 +67,7 @@ class Rewriter {
     ModuleSurvey unknown_;
     const RewriteOptions& options_;
     Output& output_;
-    LineMap* map_;
+    PartWriter writer_;
     DescriptionScanner scanner_;
     BlockWalk walk_;
     /// The number of the module that is being copied, from 1.
@@ -91,8 +76,6 @@ class Rewriter {
     bool hasProject_ = false;
     bool hasPutEpk_ = false;
 
-    std::uint64_t written_ = 0;
-    std::string converted_;
     /// Where the minor number of ASAP2_VERSION went, and what has to stand there in the end.
     std::uint64_t versionPosition_ = 0;
     std::string version_;

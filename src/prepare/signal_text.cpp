@@ -145,6 +145,12 @@ std::string withSuffix(std::string_view displayIdentifier, std::string_view suff
     return text;
 }
 
+std::string movedSymbol(std::string_view symbolLink, std::int64_t offset) {
+    const auto words = wordsOf(symbolLink);
+    const std::int64_t own = integerOf(words.at(2)).value_or(0);
+    return "SYMBOL_LINK " + std::string(words.at(1)) + " " + std::to_string(offsetSum(own, offset));
+}
+
 InstanceText InstanceText::read(BlockWalk& walk) {
     static const PartRule& rule =
         *findPart(*findModuleBlock("INSTANCE")->inner, Form::Block, "OVERWRITE");
@@ -330,12 +336,7 @@ void SignalText::writeInstanceParts(const Leaf& leaf, std::string& block) const 
         if (keyword == "DISPLAY_IDENTIFIER") {
             add(block, withSuffix(part.text, leaf.name.suffix));
         } else if (keyword == "SYMBOL_LINK") {
-            const auto words = wordsOf(part.text);
-            const std::int64_t own = integerOf(words.at(2)).value_or(0);
-            block +=
-                " SYMBOL_LINK " + std::string(words.at(1)) + " " +
-                std::to_string(static_cast<std::int64_t>(static_cast<std::uint64_t>(own) +
-                                                         static_cast<std::uint64_t>(leaf.offset)));
+            add(block, movedSymbol(part.text, leaf.offset));
         } else if (keyword == "IF_DATA") {
             add(block, movedInterface(part.text, instance_.offset, leaf.offset));
         } else {

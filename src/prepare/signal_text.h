@@ -78,6 +78,9 @@ std::string movedInterface(const std::string& text, std::optional<std::int64_t> 
 /// text that is written in its place; what is neither stays as it is.
 std::string withSuffix(std::string_view displayIdentifier, std::string_view suffix);
 
+/// A SYMBOL_LINK to something so many bytes behind the symbol that it tells.
+std::string movedSymbol(std::string_view symbolLink, std::int64_t offset);
+
 /// An address as descriptions have it: modulo 2^32, unless it is beyond that from the start.
 std::string addressText(std::int64_t start, std::int64_t offset);
 

@@ -218,6 +218,14 @@ struct Measure {
 
 }  // namespace
 
+std::int64_t offsetSum(std::int64_t a, std::int64_t b) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
+}
+
+std::int64_t offsetProduct(std::int64_t a, std::int64_t b) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) * static_cast<std::uint64_t>(b));
+}
+
 std::uint64_t Array::count() const {
     constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t count = 1;

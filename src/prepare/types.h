@@ -13,6 +13,10 @@
 
 namespace quillmark::preparing {
 
+// Offsets count modulo 2^64; of addresses, 32 bits count in the end.
+std::int64_t offsetSum(std::int64_t a, std::int64_t b);
+std::int64_t offsetProduct(std::int64_t a, std::int64_t b);
+
 /// How many of something lie one behind the other, and in which order.
 struct Array {
     /// As the reader takes the sizes of a MEASUREMENT: sizes of 1 at the end count for nothing, and
