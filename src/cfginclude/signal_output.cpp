@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 
 namespace quillmark {
 
@@ -17,7 +16,7 @@ struct SignalDescription {
     bool namesConversion = false;
     std::int64_t sizeBytes = 0;
     std::string_view signedness;
-    std::optional<std::int32_t> bitMask;
+    PhOptionalInteger bitMask;
 };
 
 /// The text for a base type, or an empty one where it leaves the text as it was.
@@ -180,7 +179,7 @@ void writeSignal(CfgChildren& parent, const PhEntity& signal, std::string_view n
     const bool writesConversion = description.namesConversion &&
                                   !(namePrefix.empty() && description.conversionName.empty()) &&
                                   !identityFallbackNames.contains(description.conversionName);
-    const auto baseAddress = static_cast<std::uint32_t>(signal.address.value_or(0));
+    const auto baseAddress = static_cast<std::uint32_t>(*signal.address);
     const auto sizeBytes = static_cast<std::uint32_t>(description.sizeBytes);
     ArrayWalk walk(signal);
     do {

@@ -49,9 +49,8 @@ const PhTypeData& storedType(const PhEntity& signal) {
     return hasLayoutType ? *signal.recordLayout->dataType : signal.datatype;
 }
 
-template <typename To, typename From>
-std::optional<To> castIfAny(const std::optional<From>& value) {
-    return value ? std::optional<To>(static_cast<To>(*value)) : std::nullopt;
+std::optional<std::uint32_t> unsignedIfAny(const PhOptionalInteger& value) {
+    return value ? std::optional(static_cast<std::uint32_t>(*value)) : std::nullopt;
 }
 
 const PhValue* propertyOf(const PhGroup& module, std::string_view name) {
@@ -242,7 +241,7 @@ bool Signal::isDefined() const noexcept {
 }
 
 std::optional<std::uint32_t> Signal::address() const noexcept {
-    return castIfAny<std::uint32_t>(signal_->address);
+    return unsignedIfAny(signal_->address);
 }
 
 std::optional<std::int32_t> Signal::addressExtension() const noexcept {
@@ -262,7 +261,7 @@ ByteOrder Signal::byteOrder() const noexcept {
 }
 
 std::optional<std::uint32_t> Signal::bitMask() const noexcept {
-    return castIfAny<std::uint32_t>(signal_->datatype.bitMask);
+    return unsignedIfAny(signal_->datatype.bitMask);
 }
 
 BitOperation Signal::bitOperation() const noexcept {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -63,6 +64,28 @@ class PhNumber {
 
     Kind kind_ = Kind::None;
     Payload payload_{};
+};
+
+/// A std::optional<std::int32_t> in five bytes that need no alignment: each of millions of signals
+/// has three.
+class PhOptionalInteger {
+  public:
+    PhOptionalInteger() = default;
+    PhOptionalInteger(std::int32_t value)
+        : hasValue_(true), bytes_(std::bit_cast<decltype(bytes_)>(value)) {}
+
+    explicit operator bool() const { return hasValue_; }
+
+    /// 0 when missing.
+    std::int32_t operator*() const { return std::bit_cast<std::int32_t>(bytes_); }
+
+    operator std::optional<std::int32_t>() const {
+        return hasValue_ ? std::optional<std::int32_t>(**this) : std::nullopt;
+    }
+
+  private:
+    bool hasValue_ = false;
+    std::array<std::byte, sizeof(std::int32_t)> bytes_{};
 };
 
 /// A real as a 32-bit integer, under the rule of PhNumber::toInteger().

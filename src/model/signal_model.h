@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -87,8 +86,8 @@ class PhConversion final : public PhObject {
 /// What a data type tells.
 struct PhTypeData {
     PhBaseType baseType = PhBaseType::Undefined;
+    PhOptionalInteger bitMask;
     std::int64_t sizeBits = 0;  ///< may be negative where a description says so
-    std::optional<std::int32_t> bitMask;
     PhHandle<PhUnit> unit;
     PhHandle<PhConversion> conversion;
 };
@@ -133,8 +132,8 @@ class PhEntity final : public PhObject {
     PhBitOperation bitOperation = PhBitOperation::None;
     PhLayout layout = PhLayout::None;
     bool signExtend = false;
-    std::optional<std::int32_t> address;
-    std::optional<std::int32_t> addressExtension;
+    PhOptionalInteger address;
+    PhOptionalInteger addressExtension;
     TextLine line = 0;
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;

@@ -138,7 +138,7 @@ TEST(SignalOutput, AddressExtensionAndMaskAre32BitsInHexadecimal) {
               element("name=x\nmta_ext=0x0\nmta=0xffffffff\nnum_bytes=1\nsigned=unsigned\n"
                       "bitmask=0x80000000\n"));
     signal->address = 0;
-    signal->addressExtension.reset();
+    signal->addressExtension = {};
     signal->datatype.bitMask = 0;
     EXPECT_EQ(written(signal),
               element("name=x\nmta=0x0\nnum_bytes=1\nsigned=unsigned\nbitmask=0x0\n"));

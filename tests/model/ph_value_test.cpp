@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -44,6 +45,19 @@ TEST(PhNumber, ConvertsToAnIntegerWithinTheRange) {
     EXPECT_EQ(PhNumber::integer(2147483648).toInteger(), kHighest);
     EXPECT_EQ(PhNumber::real(2.9).toInteger(), 2);
     EXPECT_EQ(PhNumber::real(-2.9).toInteger(), -2);
+}
+
+TEST(PhOptionalInteger, IsMissingUntilItIsSet) {
+    PhOptionalInteger value;
+    EXPECT_FALSE(value);
+    EXPECT_EQ(*value, 0);
+    EXPECT_EQ(std::optional<std::int32_t>(value), std::nullopt);
+    for (const std::int32_t given : {0, -1, kLowest, kHighest}) {
+        value = given;
+        EXPECT_TRUE(value);
+        EXPECT_EQ(*value, given);
+        EXPECT_EQ(std::optional<std::int32_t>(value), given);
+    }
 }
 
 TEST(SaturatedInteger, TakesTheNearestLimit) {

@@ -38,6 +38,10 @@ TEST(PhTableEntry, IsSmallBecauseTablesAreLong) {
     EXPECT_LE(sizeof(PhTableEntry), 40U);
 }
 
+TEST(PhEntity, IsSmallBecauseDescriptionsHaveMillions) {
+    EXPECT_LE(sizeof(PhEntity), 120U);
+}
+
 TEST(PhUnit, HasNoDisplayTextUntilSet) {
     const auto unit = makePh<PhUnit>();
     EXPECT_TRUE(unit->displayText().isNull());
@@ -78,14 +82,14 @@ TEST(PhEntity, HasNothingAtFirst) {
     EXPECT_EQ(signal->bitOperation, PhBitOperation::None);
     EXPECT_EQ(signal->layout, PhLayout::None);
     EXPECT_FALSE(signal->signExtend);
-    EXPECT_FALSE(signal->address.has_value());
-    EXPECT_FALSE(signal->addressExtension.has_value());
+    EXPECT_FALSE(signal->address);
+    EXPECT_FALSE(signal->addressExtension);
     EXPECT_EQ(signal->matrixDims(), (std::array<std::int32_t, 3>{}));
     EXPECT_FALSE(signal->lowerLimit().isPresent());
     EXPECT_FALSE(signal->upperLimit().isPresent());
     EXPECT_EQ(signal->datatype.baseType, PhBaseType::Undefined);
     EXPECT_EQ(signal->datatype.sizeBits, 0);
-    EXPECT_FALSE(signal->datatype.bitMask.has_value());
+    EXPECT_FALSE(signal->datatype.bitMask);
     EXPECT_FALSE(signal->datatype.unit);
     EXPECT_FALSE(signal->datatype.conversion);
     EXPECT_FALSE(signal->recordLayout);
