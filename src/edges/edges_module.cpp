@@ -22,9 +22,17 @@ class Module {
   public:
     Module() {
         using Calls = const EdgeCalls* (*)();
-        void* const calls = openModule(QUILLMARK_EDGES_MODULE, "quillmark_edge_calls", trouble_);
-        calls_ = calls == nullptr ? EdgeCalls{&parseNothing, &reportTrouble, trouble_}
-                                  : *reinterpret_cast<Calls>(calls)();
+        std::string reason;
+        void* const calls = openModule(QUILLMARK_EDGES_MODULE, "quillmark_edge_calls", reason);
+        if (calls != nullptr) {
+            calls_ = *reinterpret_cast<Calls>(calls)();
+            return;
+        }
+        trouble_ =
+            "Packages and unusual version files take a module that is not where it was "
+            "installed with this program: " +
+            reason;
+        calls_ = {&parseNothing, &reportTrouble, trouble_};
     }
 
     const EdgeCalls& calls() const { return calls_; }
