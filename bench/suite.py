@@ -9,7 +9,7 @@ import csv
 import os
 import statistics
 import subprocess
-from typing import Dict, List, NamedTuple
+from typing import Dict, Iterator, List, NamedTuple
 
 HEAD = """
 ### {}
@@ -99,6 +99,16 @@ class Bench:
         return costs
 
 
+    def tables(self, title: str, description: str, size: int, commands: Dict[str, List[str]],
+               *bases: str) -> Iterator[Dict[str, Cost]]:
+        """The same table twice: with memory made ready for what works on this description, and as
+        a user meets the program."""
+        self.make_ready_for(description)
+        yield self.table(title, size, commands, *bases)
+        self.ready_mb = 0
+        yield self.table(f"{title}, nothing made ready", size, commands, *bases)
+
+
 def available_mb() -> int:
     with open("/proc/meminfo", encoding="ascii") as file:
         return next(int(line.split()[1]) // 1024 for line in file
@@ -127,39 +137,36 @@ def stages(bench: Bench) -> None:
 
 def whole_program(bench: Bench, megabytes: str) -> None:
     file = bench.description("realistic", megabytes)
-    bench.make_ready_for(file)
-    size = os.path.getsize(file)
     commands = {"wc": ["wc", "-w", file], "cat": ["cat", file],
                 "convert": bench.convert(file, "plain.out"),
-                "convert-i": bench.convert(file, "indented.out", "-i")}
-    print_ratios(bench.table(f"Whole program, realistic mix, {megabytes} MB (ratio to wc -w)",
-                             size, commands, "wc"))
-    commands["compare"] = [bench.tool("quillmark"), "compare", file, file]
-    bench.ready_mb = 0
-    costs = bench.table(f"As a user meets it, nothing made ready, {megabytes} MB (ratio to wc -w)",
-                        size, commands, "wc")
-    print_ratios(costs)
-    print(f"compare / convert: {costs['compare'].wall / costs['convert'].wall:.2f}")
+                "convert-i": bench.convert(file, "indented.out", "-i"),
+                "compare": [bench.tool("quillmark"), "compare", file, file]}
+    for costs in bench.tables(f"Whole program, realistic mix, {megabytes} MB (ratio to wc -w)",
+                              file, os.path.getsize(file), commands, "wc"):
+        print_ratios(costs)
 
 
 def print_ratios(costs: Dict[str, Cost]) -> None:
     wall = {label: cost.wall for label, cost in costs.items()}
     print(f"\nconvert / wc: {wall['convert'] / wall['wc']:.2f}; "
           f"convert -i / wc: {wall['convert-i'] / wall['wc']:.2f}; "
-          f"convert -i / convert: {wall['convert-i'] / wall['convert']:.2f}")
+          f"convert -i / convert: {wall['convert-i'] / wall['convert']:.2f}; "
+          f"compare / convert: {wall['compare'] / wall['convert']:.2f}")
 
 
 def compression(bench: Bench, megabytes: str) -> None:
     file = bench.description("realistic", megabytes)
-    bench.make_ready_for(file)
     plain, packed = "plain.cfginclude", "packed.cfginclude"
     for command in (bench.convert(file, plain), bench.convert(file, packed, "-z"),
                     bench.step("deflate-to", plain, "plain.zlib")):
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-    bench.table(f"Compression, {megabytes} MB (ratio to convert + deflate)", os.path.getsize(file),
-                {"convert": bench.convert(file, "plain.out"),
-                 "deflate": bench.step("deflate", plain),
-                 "convert-z": bench.convert(file, "packed.out", "-z")}, "convert", "deflate")
+    list(bench.tables(f"Compression, {megabytes} MB (ratio to convert + deflate)", file,
+                      os.path.getsize(file),
+                      {"convert": bench.convert(file, "plain.out"),
+                       "deflate": bench.step("deflate", plain),
+                       "convert-z": bench.convert(file, "packed.out", "-z")},
+                      "convert", "deflate"))
+    bench.make_ready_for(file)
     costs = bench.table("Decompression, per byte of the text (ratio to inflate + one pass)",
                         os.path.getsize(plain),
                         {"inflate": bench.step("inflate", "plain.zlib"),
@@ -224,29 +231,47 @@ def preparation(bench: Bench, megabytes: str) -> None:
 
 def small_description(bench: Bench) -> None:
     file = bench.description("realistic", "0.09")
-    bench.make_ready_for(file)
     size = os.path.getsize(file)
-    bench.table(f"A small description, {size} bytes (ratio to wc -w)", size,
-                {"wc": ["wc", "-w", file], "convert": bench.convert(file, "plain.out")}, "wc")
+    list(bench.tables(f"A small description, {size} bytes (ratio to wc -w)", file, size,
+                      {"wc": ["wc", "-w", file], "convert": bench.convert(file, "plain.out")},
+                      "wc"))
 
 
 def growth(bench: Bench, mixes: List[str], small: str, large: str) -> None:
     rounds = 2 * bench.rounds + 1  # a quotient of two medians is less steady than one
-    print(f"\n### Growth from {small} to {large} MB, every mix, {rounds} rounds\n\n"
-          f"| Mix | {small} MB, ms | {large} MB, ms | time ratio | size ratio | peak / input |\n"
-          "|---|---:|---:|---:|---:|---:|", flush=True)
+    print(f"\n### Growth from {small} to {large} MB, every mix, {rounds} rounds, with memory made "
+          "ready and as a user meets the program\n\n"
+          f"| Mix | {small} MB, ms | {large} MB, ms | time ratio | not ready: {small} MB, ms | "
+          f"{large} MB, ms | time ratio | size ratio | peak / input |\n"
+          "|---|---:|---:|---:|---:|---:|---:|---:|---:|", flush=True)
     for mix in mixes:
         files = {size: bench.description(mix, size) for size in (large, small)}
+        commands = {size: bench.convert(file, "plain.out") for size, file in files.items()}
         bench.make_ready_for(files[large])
-        costs = bench.medians({size: bench.convert(file, "plain.out")
-                               for size, file in files.items()}, rounds)
+        ready = bench.medians(commands, rounds)
+        bench.ready_mb = 0
+        costs = bench.medians(commands, rounds)
         sizes = {size: os.path.getsize(file) for size, file in files.items()}
-        print(f"| {mix} | {costs[small].wall:.0f} | {costs[large].wall:.0f} | "
-              f"{costs[large].wall / costs[small].wall:.2f} | {sizes[large] / sizes[small]:.2f} | "
+        times = "".join(f"{cost[small].wall:.0f} | {cost[large].wall:.0f} | "
+                        f"{cost[large].wall / cost[small].wall:.2f} | " for cost in (ready, costs))
+        print(f"| {mix} | {times}{sizes[large] / sizes[small]:.2f} | "
               f"{costs[large].peak / sizes[large]:.2f} |", flush=True)
         if mix != "realistic":
             for file in files.values():  # nine mixes of this size would fill a disk
                 os.remove(file)
+
+
+def instructions(bench: Bench) -> None:
+    """How many instructions some commands take, which no other work of the machine changes."""
+    file = bench.description("realistic", "10")
+    print("\n### Instructions, realistic mix, 10 MB\n\n| Command | millions |\n|---|---:|")
+    for label, command in {"convert": bench.convert(file, "plain.out"),
+                           "convert-i": bench.convert(file, "plain.out", "-i"),
+                           "compare": [bench.tool("quillmark"), "compare", file, file]}.items():
+        told = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+                               *command], check=True, capture_output=True, text=True).stderr
+        count = next(line.split()[-1] for line in told.splitlines() if "Collected" in line)
+        print(f"| {label} | {int(count) / 1e6:.1f} |", flush=True)
 
 
 def main() -> None:
@@ -269,6 +294,7 @@ def main() -> None:
     print(f"Machine: {os.cpu_count()} processors, {processor()}; load {os.getloadavg()[0]:.2f}; "
           f"median of {bench.rounds} rounds in turn.")
     stages(bench)
+    instructions(bench)
     for size in sizes:
         whole_program(bench, size)
     compression(bench, sizes[-1])
