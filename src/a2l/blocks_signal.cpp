@@ -21,22 +21,19 @@ using namespace kw::core;
 
 // --- Both ----------------------------------------------------------------------------------------
 
-PhNumber readLimit(CoreReader& reader, std::string_view message) {
-    const PhNumber limit = reader.number(reader.next());
-    if (!limit.isPresent()) {
+void readLimit(CoreReader& reader, PhEntity& signal, PhNumber PhEntity::Limits::*which,
+               std::string_view message) {
+    const int kind = reader.next();
+    if (kind != TOK_INTEGER && kind != TOK_FLOAT) {
         reader.warning(message);
+    } else if (reader.parts().limits) {
+        signal.limits().*which = reader.number(kind);
     }
-    return limit;
 }
 
 void readLimits(CoreReader& reader, PhEntity& signal) {
-    const auto keep = [&](PhNumber PhEntity::Limits::*which, const PhNumber& limit) {
-        if (reader.parts().limits) {
-            reader.commit([&] { signal.limits().*which = limit; });
-        }
-    };
-    keep(&PhEntity::Limits::lower, readLimit(reader, "Unexpected type for lower limit."));
-    keep(&PhEntity::Limits::upper, readLimit(reader, "Unexpected type for upper limit."));
+    readLimit(reader, signal, &PhEntity::Limits::lower, "Unexpected type for lower limit.");
+    readLimit(reader, signal, &PhEntity::Limits::upper, "Unexpected type for upper limit.");
 }
 
 // --- MEASUREMENT ---------------------------------------------------------------------------------
@@ -200,26 +197,27 @@ int parseMeasurementBody(CoreReader& reader, Measurement& measurement) {
     reader.drop(1);  // resolution; the token read is the accuracy, which nobody looks at
     readLimits(reader, signal);
 
+    // Rules are looked through one by one, so the parts that most signals have come first.
     static constexpr CoreRule<Measurement> kRules[] = {
         bare(ECU_ADDRESS, parseEcuAddress),
-        skippedWord(FORMAT),
-        skippedWord(PHYS_UNIT),
+        block(IF_DATA, parseMeasurementIfData),
         skipped(SYMBOL_LINK, 2),
+        bare(ECU_ADDRESS_EXTENSION, parseEcuAddressExtension),
+        skippedWord(FORMAT),
         skipped(DISPLAY_IDENTIFIER, 1),
         bare(BIT_MASK, parseBitMask),
+        block(ANNOTATION, parseAnnotation<Measurement>),
+        skippedWord(PHYS_UNIT),
         bare(BYTE_ORDER_, parseByteOrder),
         bare(MATRIX_DIM, parseMatrixDim),
         bare(LAYOUT, parseLayout),
         bare(ARRAY_SIZE, parseArraySize),
-        bare(ECU_ADDRESS_EXTENSION, parseEcuAddressExtension),
         skipped(MAX_REFRESH, 2),
         skipped(ERROR_MASK, 1),
         skipped(REF_MEMORY_SEGMENT, 1),
         skipped(DISCRETE, 0),
         skipped(READ_WRITE, 0),
         skippedNames(FUNCTION_LIST),
-        block(IF_DATA, parseMeasurementIfData),
-        block(ANNOTATION, parseAnnotation<Measurement>),
         block(BIT_OPERATION, parseBitOperation),
         skippedNameBlock(FUNCTION_LIST),
         block(VIRTUAL, parseVirtual),
@@ -315,13 +313,15 @@ int parseCharacteristic(CoreReader& reader, PhGroup& module) {
     readLimits(reader, signal);
 
     static constexpr CoreRule<PhEntity> kRules[] = {
-        skippedWord(FORMAT),
-        skippedWord(PHYS_UNIT),
-        skipped(SYMBOL_LINK, 2),
         skipped(EXTENDED_LIMITS, 2),
+        skippedBlock(AXIS_DESCR),
+        skippedWord(FORMAT),
+        skipped(SYMBOL_LINK, 2),
         skipped(DISPLAY_IDENTIFIER, 1),
-        bare(BYTE_ORDER_, parseCharacteristicByteOrder),
+        block(IF_DATA, parseIfData<PhEntity>),
         bare(NUMBER, parseNumber),
+        skippedWord(PHYS_UNIT),
+        bare(BYTE_ORDER_, parseCharacteristicByteOrder),
         skippedNumbers(MATRIX_DIM),
         skipped(BIT_MASK, 1),
         skipped(REF_MEMORY_SEGMENT, 1),
@@ -335,8 +335,6 @@ int parseCharacteristic(CoreReader& reader, PhGroup& module) {
         skipped(DISCRETE, 0),
         skippedNames(FUNCTION_LIST),
         skippedNames(MAP_LIST),
-        skippedBlock(AXIS_DESCR),
-        block(IF_DATA, parseIfData<PhEntity>),
         block(ANNOTATION, parseAnnotation<PhEntity>),
         block(DEPENDENT_CHARACTERISTIC, parseFormulaNames),
         block(VIRTUAL_CHARACTERISTIC, parseFormulaNames),
