@@ -2,7 +2,6 @@
 // number of the keyword table (7: alternating), 0x08 leaves keywords alone, 0x10 takes the short
 // identifiers, 0x20 reads every second token in word mode. '@' stands for none of it.
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 
 #include "a2l/tokens/lexer.h"
@@ -52,8 +51,6 @@ struct Reading {
 
 bool isSame(Reading& left, Reading& right) {
     return left.kind == right.kind && left.token.intValue == right.token.intValue &&
-           std::bit_cast<std::uint64_t>(left.token.floatValue) ==
-               std::bit_cast<std::uint64_t>(right.token.floatValue) &&
            left.token.text == right.token.text &&
            left.lexer.lineNumber() == right.lexer.lineNumber() &&
            left.lexer.errorCount == right.lexer.errorCount &&

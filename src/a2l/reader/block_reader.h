@@ -87,7 +87,7 @@ class BlockReader : public PhReader, private A2lLexer {
             case TOK_INTEGER:
                 return PhNumber::integer(token_.intValue);
             case TOK_FLOAT:
-                return PhNumber::real(token_.floatValue);
+                return PhNumber::real(token_.realValue());
             default:
                 return {};
         }
@@ -259,7 +259,9 @@ class BlockReader : public PhReader, private A2lLexer {
             return readBesides();
         }
         const int kind = nextToken(token_, wordMode);
-        state_ = kind == TOK_ERROR ? State::Failed : State::Reading;
+        if (kind == TOK_ERROR) {
+            state_ = State::Failed;
+        }
         return kind;
     }
     int readBesides();

@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/compiler.h"
-
 #if defined(__SSE2__) || defined(_M_X64)
 #define QM_HAS_SSE2
 #include <emmintrin.h>
@@ -66,11 +64,11 @@ inline std::uint32_t hexadecimalDigits(const char* digits, std::size_t count) {
 
 namespace byte_scan {
 
-/// The bytes from `first` to `last`. Comparisons are signed: the range is moved to begin at the
-/// least value, -128.
+/// The bytes from `first` to `last`. Comparisons are signed: the range is moved to end at the
+/// highest value, 127.
 inline __m128i within(__m128i bytes, char first, char last) {
-    const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(-128 - first)));
-    return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(-127 + (last - first))));
+    const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
+    return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));
 }
 
 inline __m128i load(const char* position) {
@@ -79,17 +77,24 @@ inline __m128i load(const char* position) {
 
 /// How many bytes come before the first that is not set; 16 if all are.
 inline std::size_t countSet(__m128i bytes) {
-    // The upper half of the mask is not set, either.
+    // The upper half of the mask is not set, either. Said once more, the compiler knows it, too.
+    constexpr unsigned kBehindLast = 1U << sizeof(__m128i);
     const auto set = static_cast<unsigned>(_mm_movemask_epi8(bytes));
-    return static_cast<unsigned>(std::countr_zero(~set));
+    return static_cast<unsigned>(std::countr_zero(~set | kBehindLast));
+}
+
+/// The ASCII letters, digits and underscores that names are mostly made of.
+inline __m128i plainNameBytes(__m128i bytes) {
+    const __m128i lowerCase = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
+    return _mm_or_si128(_mm_or_si128(within(lowerCase, 'a', 'z'), within(bytes, '0', '9')),
+                        _mm_cmpeq_epi8(bytes, _mm_set1_epi8('_')));
 }
 
 }  // namespace byte_scan
 
-/// skipPlainBytes() behind the first sixteen bytes. It is out of line since constants that a loop
-/// keeps in registers would be loaded for each of the many names that are shorter.
+/// Skips bytes as long as `isPlain(sixteen bytes)` sets all bits of them.
 template <typename IsPlain>
-QM_OUT_OF_LINE char* skipMorePlainBytes(char* position, IsPlain isPlain) {
+char* skipPlainBytes(char* position, IsPlain isPlain) {
     std::size_t count = 0;
     do {
         count = byte_scan::countSet(isPlain(byte_scan::load(position)));
@@ -98,22 +103,14 @@ QM_OUT_OF_LINE char* skipMorePlainBytes(char* position, IsPlain isPlain) {
     return position;
 }
 
-/// Skips bytes as long as `isPlain(sixteen bytes)` sets all bits of them.
-template <typename IsPlain>
-char* skipPlainBytes(char* position, IsPlain isPlain) {
-    const std::size_t count = byte_scan::countSet(isPlain(byte_scan::load(position)));
-    position += count;
-    return count == sizeof(__m128i) ? skipMorePlainBytes(position, isPlain) : position;
+/// How many ASCII letters, digits and underscores stand there; 16 for more.
+inline std::size_t leadingNameBytes(const char* position) {
+    return byte_scan::countSet(byte_scan::plainNameBytes(byte_scan::load(position)));
 }
 
 /// Skips the ASCII letters, digits and underscores that names are mostly made of.
 inline char* skipPlainNameBytes(char* position) {
-    return skipPlainBytes(position, [](__m128i bytes) {
-        using byte_scan::within;
-        const __m128i lowerCase = _mm_or_si128(bytes, _mm_set1_epi8('a' - 'A'));
-        return _mm_or_si128(_mm_or_si128(within(lowerCase, 'a', 'z'), within(bytes, '0', '9')),
-                            _mm_cmpeq_epi8(bytes, _mm_set1_epi8('_')));
-    });
+    return skipPlainBytes(position, byte_scan::plainNameBytes);
 }
 
 /// Skips the printable ASCII characters besides quote and backslash that texts are mostly made of.
@@ -198,6 +195,10 @@ inline std::size_t leadingHexDigits(const char* position) {
         ++count;
     }
     return count;
+}
+
+inline std::size_t leadingNameBytes(const char*) {
+    return 0;
 }
 
 inline char* skipPlainNameBytes(char* position) {

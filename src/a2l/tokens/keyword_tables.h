@@ -63,12 +63,20 @@ struct KeywordHints {
     std::array<std::uint16_t, std::size_t{1} << kPlaceBits> rows{};
 };
 
+/// The hints of a table without an index: each text has to be looked for.
+inline constexpr KeywordHints kUnknownHints = [] {
+    KeywordHints hints;
+    hints.rows.fill(KeywordHints::kSeveral);
+    return hints;
+}();
+
 /// A constant table of keywords, together with its index: open addressing, linear probing, filled
 /// in table order, so that of two rows with the same text the first one is found. A table only
 /// refers to its parts, which are constants of the program, and is itself one.
 struct KeywordTable {
     /// A table without an index. It finds the same, row by row.
-    explicit constexpr KeywordTable(std::span<const KeywordEntry> rows) : entries(rows) {}
+    explicit constexpr KeywordTable(std::span<const KeywordEntry> rows)
+        : KeywordTable(rows, nullptr, 0, &kUnknownHints) {}
 
     /// A table whose index has one slot more than `capacityParameter`.
     constexpr KeywordTable(std::span<const KeywordEntry> rows, const KeywordSlot* index,
@@ -77,14 +85,36 @@ struct KeywordTable {
           slots(index),
           slotCount(capacityParameter + 1),
           capacity(capacityParameter),
-          hints(shortCuts) {}
+          hints(shortCuts),
+          begin(idIn(rows, "/begin")),
+          end(idIn(rows, "/end")) {}
 
     std::span<const KeywordEntry> entries;
-    const KeywordSlot* slots = nullptr;
-    std::uint32_t slotCount = 0;
-    std::uint32_t capacity = 0;
-    const KeywordHints* hints = nullptr;
+    const KeywordSlot* slots;
+    std::uint32_t slotCount;
+    std::uint32_t capacity;
+    const KeywordHints* hints;
+
+    /// The ids of the two words that are told without a search, as a sixth of all words are one of
+    /// them; kNoId in a table that lacks them.
+    int begin;
+    int end;
+
+    static constexpr int kNoId = -1;
+
+  private:
+    static constexpr int idIn(std::span<const KeywordEntry> rows, std::string_view text) {
+        for (const KeywordEntry& row : rows) {
+            if (row.text == text) {
+                return row.id;
+            }
+        }
+        return kNoId;
+    }
 };
+
+/// A table in which nothing is found.
+inline constexpr KeywordTable kNoKeywords{std::span<const KeywordEntry>()};
 
 #define QM_KEYWORD_TABLE(space, table, capacity) extern const KeywordTable table;
 #include "a2l/tokens/keyword_lists.inc"
@@ -110,15 +140,9 @@ int idOfRow(const KeywordEntry& entry, std::string_view text, int otherwise);
 /// lookup() for a text that is not empty, in the fewest steps: what is not told by a look at a row
 /// or two is left to the index.
 inline int lookupWord(const KeywordTable& table, std::string_view text, int otherwise) {
-    if (table.hints == nullptr) {
-        return lookupInIndex(table, text, otherwise);
-    }
     const std::uint16_t row = table.hints->rows[KeywordHints::placeOf(text)];
-    if (row == KeywordHints::kNone) {
-        return otherwise;
-    }
-    if (row == KeywordHints::kSeveral) {
-        return lookupInIndex(table, text, otherwise);
+    if (row >= KeywordHints::kSeveral) {
+        return row == KeywordHints::kNone ? otherwise : lookupInIndex(table, text, otherwise);
     }
     const KeywordEntry& entry = table.entries[row];
     if (text.size() > kLongestShortText) {

@@ -89,7 +89,12 @@ inline bool isOf(int character, ByteClass byteClass) {
 }
 
 std::uint32_t countLines(const char* begin, const char* end) {
-    return static_cast<std::uint32_t>(std::count(begin, end, '\n'));
+    std::uint32_t lines = 0;
+    std::string_view rest(begin, static_cast<std::size_t>(end - begin));
+    for (std::size_t feed = 0; (feed = rest.find('\n')) != std::string_view::npos; ++lines) {
+        rest.remove_prefix(feed + 1);
+    }
+    return lines;
 }
 
 std::int32_t lowBits(std::uint64_t value) {
@@ -189,6 +194,10 @@ const char* startOfLine(const char* front, const char* position) {
 }
 
 }  // namespace
+
+double Token::realValue() const {
+    return quillmark::realValue(text);
+}
 
 A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(kBehindEnd)), capacity_(kBehindEnd) {
     resetBuffer();
@@ -363,7 +372,7 @@ int A2lLexer::readChar() {
 
 void A2lLexer::selectKeywordTable(int context) {
     if (const KeywordTable* const table = keywordTableOfContext(context)) {
-        keywordTable_ = table;
+        setKeywordTable(*table);
     }
 }
 
@@ -378,61 +387,101 @@ std::string_view A2lLexer::keywordName(int kind) {
     return {nameText_.data(), static_cast<std::size_t>(end - nameText_.data())};
 }
 
-inline void A2lLexer::skipBlanks() {
+/// Skips what nearly always stands before a token: one space, or a line end and the spaces of an
+/// indentation.
+inline void A2lLexer::skipUsualBlanks() {
     char* p = cursor_;
-    // Nearly always this is one space, or a line end and the spaces of an indentation.
-    if (*p == ' ' && isInk(p[1])) {
-        cursor_ = p + 1;
-        return;
-    }
-    if (*p == '\n') {
-        ++lineNumber_;
+    if (*p == ' ') {
         ++p;
-        p += leadingSpaces(p);
-        if (isInk(*p)) {
-            cursor_ = p;
-            return;
-        }
-    }
-    p = skipPlainBlanks(p, lineNumber_);
-    while ((classOf(*p) & kBlank) != 0) {
-        lineNumber_ += *p == '\n' ? 1 : 0;
-        ++p;
-    }
-    cursor_ = p;
-}
-
-inline int A2lLexer::kindOfIdentifier(std::string_view text) const {
-    return rawIdentifiers_ ? TOK_IDENT : lookupWord(*keywordTable_, text, TOK_IDENT);
-}
-
-/// Most identifiers lie within one block; all others are left to the long way.
-inline int A2lLexer::readIdentifier(Token& token) {
-    char* p = skipPlainNameBytes(cursor_ + 1);
-    if (!isPlainEnd(*p)) {
-        const ByteClass byteClass = extendedIdentifiers_ ? kIdentifierExtended : kIdentifier;
-        while ((classOf(*p) & byteClass) != 0) {
+    } else {
+        if (*p == '\r') {
             ++p;
         }
-        if (*p == kSentinel) {
-            return readLongIdentifier(token, byteClass);
+        if (*p == '\n') {
+            ++lineNumber_;
+            ++p;
+            p += leadingSpaces(p);
         }
     }
     cursor_ = p;
-    token.text = textUpTo(p);
-    return kindOfIdentifier(token.text);
 }
 
-/// Reads the token that begins at the cursor.
-inline int A2lLexer::readToken(Token& token, bool wordMode) {
+/// Looks the word up that ends at a position.
+inline int A2lLexer::identifier(Token& token, char* end) {
+    cursor_ = end;
+    token.text = textUpTo(end);
+    return lookupWord(*lookupTable_, token.text, TOK_IDENT);
+}
+
+/// Reads what begins with a letter. Most names are plain to their end and not long; all others are
+/// left to the long way.
+inline int A2lLexer::readName(Token& token) {
+    char* const p = cursor_ + leadingNameBytes(cursor_);
+    return isPlainEnd(*p) ? identifier(token, p) : readIdentifier(token, p);
+}
+
+inline int A2lLexer::blockWord(Token& token, char* end, int keyword) {
+    cursor_ = end;
+    token.text = textUpTo(end);
+    return keyword == KeywordTable::kNoId ? TOK_IDENT : keyword;
+}
+
+/// Reads what begins with a slash: nearly always `/begin` or `/end`.
+inline int A2lLexer::readSlash(Token& token) {
+    constexpr std::string_view kBegin = "/begin";
+    constexpr std::string_view kEnd = "/end";
+    char* const slash = cursor_;
+    const auto isHere = [slash](std::string_view word) {
+        return std::memcmp(slash, word.data(), word.size()) == 0 && isPlainEnd(slash[word.size()]);
+    };
+    if (isHere(kBegin)) {
+        return blockWord(token, slash + kBegin.size(), lookupTable_->begin);
+    }
+    if (isHere(kEnd)) {
+        return blockWord(token, slash + kEnd.size(), lookupTable_->end);
+    }
+    return readUnusualToken(token, false);
+}
+
+int A2lLexer::nextToken(Token& token, bool wordMode) {
+    token.intValue = 0;
+    skipUsualBlanks();
     tokenStart_ = cursor_;
+    const char first = *cursor_;
+    const ByteClass classes = classOf(first);
+    if (wordMode) {
+        return readUnusualToken(token, true);
+    }
+    if ((classes & kLetter) != 0) {
+        return readName(token);
+    }
+    if ((classes & kNumberStart) != 0) {
+        return readNumber(token);
+    }
+    if (first == '/') {
+        return readSlash(token);
+    }
+    return first == '"' ? readString(token) : readUnusualToken(token, false);
+}
+
+// The long ways are kept out of the quick ones, which then need no registers to be saved.
+
+/// Reads a token with whatever may stand before it.
+QM_OUT_OF_LINE int A2lLexer::readUnusualToken(Token& token, bool wordMode) {
+    token.text = "";
+    const int end = skipToToken();
+    return end != 0 ? end : readToken(token, wordMode);
+}
+
+/// Reads the token of any kind that begins at the cursor.
+int A2lLexer::readToken(Token& token, bool wordMode) {
     const char first = *cursor_;
     const ByteClass classes = classOf(first);
     if (wordMode && (classes & kWordStart) != 0) {
         return readWord(token);
     }
     if ((classes & kIdentifierStart) != 0) {
-        return readIdentifier(token);
+        return readIdentifier(token, cursor_ + 1);
     }
     if ((classes & kNumberStart) != 0) {
         return readNumber(token);
@@ -444,26 +493,13 @@ inline int A2lLexer::readToken(Token& token, bool wordMode) {
     return static_cast<signed char>(first);
 }
 
-/// Most tokens begin right behind blanks.
-int A2lLexer::nextToken(Token& token, bool wordMode) {
-    token = Token{};
-    skipBlanks();
-    const char first = *cursor_;
-    if ((classOf(first) & kLetter) != 0 && !wordMode) {
-        tokenStart_ = cursor_;
-        return readIdentifier(token);
+void A2lLexer::skipBlanks() {
+    char* p = skipPlainBlanks(cursor_, lineNumber_);
+    while ((classOf(*p) & kBlank) != 0) {
+        lineNumber_ += *p == '\n' ? 1 : 0;
+        ++p;
     }
-    if (first == kSentinel || (first == '/' && (classOf(cursor_[1]) & kBehindSlash) != 0)) {
-        return readTokenBehindComments(token, wordMode);
-    }
-    return readToken(token, wordMode);
-}
-
-// The long ways are kept out of the quick ones, which then need no registers to be saved.
-
-QM_OUT_OF_LINE int A2lLexer::readTokenBehindComments(Token& token, bool wordMode) {
-    const int end = skipToToken();
-    return end != 0 ? end : readToken(token, wordMode);
+    cursor_ = p;
 }
 
 /// Skips blanks and comments. Returns 0 when the cursor stands on the first byte of a token, else
@@ -553,35 +589,46 @@ QM_OUT_OF_LINE int A2lLexer::readWord(Token& token) {
     return TOK_STRING;
 }
 
-QM_OUT_OF_LINE int A2lLexer::readLongIdentifier(Token& token, ByteClass byteClass) {
-    char* p = cursor_ + 1;
-    takeWhile(p, byteClass);
-    cursor_ = p;
-    token.text = textUpTo(p);
-    return kindOfIdentifier(token.text);
+/// Reads on in an identifier at a position up to which all belongs to it.
+QM_OUT_OF_LINE int A2lLexer::readIdentifier(Token& token, char* position) {
+    char* p = skipPlainNameBytes(position);
+    if (!isPlainEnd(*p)) {
+        takeWhile(p, extendedIdentifiers_ ? kIdentifierExtended : kIdentifier);
+    }
+    return identifier(token, p);
 }
 
-/// Most numbers are short integers within one block; all others are left to the long way.
+/// The token of a number that ends at a position.
+inline int A2lLexer::numberUpTo(char* end, Token& token, int kind) {
+    cursor_ = end;
+    token.text = textUpTo(end);
+    return kind;
+}
+
+/// Most numbers are short and lie within one block; all others are left to the long way.
 int A2lLexer::readNumber(Token& token) {
-    if (*cursor_ >= '0' && isPlainEnd(cursor_[1])) {
+    char* const start = cursor_;
+    if (*start >= '0' && isPlainEnd(start[1])) {
         // A single digit, as half of them are: what else begins a number, comes before '0'.
-        token.intValue = *cursor_ - '0';
-        token.text = textUpTo(++cursor_);
-        return TOK_INTEGER;
+        token.intValue = *start - '0';
+        return numberUpTo(start + 1, token, TOK_INTEGER);
     }
-    const bool negative = *cursor_ == '-';
-    char* const digits = cursor_ + (negative ? 1 : 0);
+    if (*start == '0' && start[1] == 'x') {
+        return readHexadecimal(token, start + 2);
+    }
+    const bool negative = *start == '-';
+    char* const digits = start + (negative ? 1 : 0);
     const std::size_t count = leadingDigits(digits);
     char* const p = digits + count;
+    if (*p == '.' && count != 0) {
+        return readFraction(token, p + 1);
+    }
     if (count == 0 || count > kDigitsTogether || (classOf(*p) & kNumberGoesOn) != 0) {
-        const bool hexadecimal = count == 1 && *digits == '0' && *p == 'x';
-        return hexadecimal ? readHexadecimal(token, p + 1) : readLongNumber(token);
+        return readLongNumber(token);
     }
     const auto value = static_cast<std::int32_t>(decimalDigits(digits, count));
-    cursor_ = p;
     token.intValue = negative ? -value : value;
-    token.text = textUpTo(p);
-    return TOK_INTEGER;
+    return numberUpTo(p, token, TOK_INTEGER);
 }
 
 /// The same for a number in hexadecimal digits, which begin at a position behind its "0x".
@@ -591,12 +638,15 @@ inline int A2lLexer::readHexadecimal(Token& token, char* digits) {
     if (count == 0 || count > kDigitsTogether || (classOf(*p) & kNumberGoesOn) != 0) {
         return readLongNumber(token);
     }
-    const std::uint32_t value = hexadecimalDigits(digits, count);
-    const bool negative = *cursor_ == '-';
-    cursor_ = p;
-    token.intValue = lowBits(negative ? 0 - value : value);
-    token.text = textUpTo(p);
-    return TOK_INTEGER;
+    token.intValue = lowBits(hexadecimalDigits(digits, count));
+    return numberUpTo(p, token, TOK_INTEGER);
+}
+
+/// The same for a real without exponent, at a position behind its point.
+inline int A2lLexer::readFraction(Token& token, char* digits) {
+    char* const p = digits + leadingDigits(digits);
+    return (classOf(*p) & kNumberGoesOn) != 0 ? readLongNumber(token)
+                                              : numberUpTo(p, token, TOK_FLOAT);
 }
 
 QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
@@ -604,7 +654,7 @@ QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
     if (*p == '-' || *p == '.') {
         ++p;
         if (!isOf(peek(p), kDigit)) {
-            return malformed(p);
+            return malformed(token, p);
         }
     }
     takeWhile(p, kDigit);
@@ -614,12 +664,12 @@ QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
     if (hexadecimal) {
         const std::string_view prefix = textUpTo(p);
         if (prefix != "0" && prefix != "-0") {
-            return malformed(p);
+            return malformed(token, p);
         }
         ++p;
         takeWhile(p, kHexDigit);
     } else if (!takeRealRest(p, real)) {
-        return malformed(p);
+        return malformed(token, p);
     }
     if (isOf(peek(p), kLetter)) {
         takeWhile(p, extendedIdentifiers_ ? kNumberNameExtended : kNumberName);
@@ -627,14 +677,12 @@ QM_OUT_OF_LINE int A2lLexer::readLongNumber(Token& token) {
         token.text = textUpTo(p);
         return TOK_IDENT;
     }
-    cursor_ = p;
-    token.text = textUpTo(p);
     if (real) {
-        token.floatValue = realValue(token.text);
-        return TOK_FLOAT;
+        return numberUpTo(p, token, TOK_FLOAT);
     }
-    token.intValue = hexadecimal ? hexadecimalValue(token.text) : decimalValue(token.text);
-    return TOK_INTEGER;
+    const std::string_view text = textUpTo(p);
+    token.intValue = hexadecimal ? hexadecimalValue(text) : decimalValue(text);
+    return numberUpTo(p, token, TOK_INTEGER);
 }
 
 /// Takes the fraction and the exponent that may stand behind digits, and tells whether there was
@@ -662,15 +710,30 @@ bool A2lLexer::takeRealRest(char*& position, bool& real) {
     return true;
 }
 
-int A2lLexer::malformed(char* position) {
+int A2lLexer::malformed(Token& token, char* position) {
     cursor_ = position;
+    token.text = "";
     return TOK_MALFORMED;
+}
+
+/// Most texts lie within one block and are plain up to their quote; all others are left to the long
+/// way.
+int A2lLexer::readString(Token& token) {
+    char* const text = cursor_ + 1;
+    char* const end = skipPlainTextBytes(text);
+    if (*end != '"' || end[1] == '"' || end[1] == kSentinel) {
+        return readStringWithEscapes(token);
+    }
+    tokenStart_ = text;
+    cursor_ = end + 1;
+    token.text = textUpTo(end);
+    return TOK_STRING;
 }
 
 /// Reads a text in quotes. As every escape is longer than what it stands for, the text is put
 /// together in place: its finished part lies at the front of the token, and behind that, from
 /// `run` on, the bytes which are yet to be moved up to it.
-QM_OUT_OF_LINE int A2lLexer::readString(Token& token) {
+QM_OUT_OF_LINE int A2lLexer::readStringWithEscapes(Token& token) {
     ++cursor_;
     tokenStart_ = cursor_;
     char* p = cursor_;
@@ -714,9 +777,8 @@ QM_OUT_OF_LINE int A2lLexer::readString(Token& token) {
                 ++p;
             }
         } else if (!refill(p)) {
-            cursor_ = p;
             lexicalError("Unexpected EOF in string");
-            return TOK_MALFORMED;
+            return malformed(token, p);
         }
     }
 }

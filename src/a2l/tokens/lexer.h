@@ -39,10 +39,11 @@ enum TokenKind : int {
 /// One token, owned by the caller and used again for the next one. Whatever the kind of the token
 /// leaves unset is 0 and "".
 struct Token {
+    /// Of TOK_FLOAT. It is read from the text at each call, as few ask for it.
+    double realValue() const;
+
     /// Of TOK_INTEGER: the low 32 bits of the value, which itself is kept to 64 bits.
     std::int32_t intValue = 0;
-    /// Of TOK_FLOAT.
-    double floatValue = 0.0;
     /// Of numbers, strings, identifiers and keywords. A view into the lexer's buffer, valid until
     /// the next token is read.
     std::string_view text = "";
@@ -97,7 +98,10 @@ class A2lLexer {
     /// The table that keywords are looked up in and named from, at first that of the core words.
     /// Whoever sets another one sets the core table back before anybody else reads a token.
     const KeywordTable& keywordTable() const { return *keywordTable_; }
-    void setKeywordTable(const KeywordTable& table) { keywordTable_ = &table; }
+    void setKeywordTable(const KeywordTable& table) {
+        keywordTable_ = &table;
+        lookupTable_ = rawIdentifiers_ ? &kNoKeywords : &table;
+    }
 
     /// Sets the table by its context number, see keywordTableOfContext(). An unknown number
     /// changes nothing.
@@ -111,7 +115,10 @@ class A2lLexer {
     void setExtendedIdentifiers(bool extended) { extendedIdentifiers_ = extended; }
 
     /// Whether words are left alone instead of being looked up as keywords. At first they are not.
-    void setRawIdentifiers(bool raw) { rawIdentifiers_ = raw; }
+    void setRawIdentifiers(bool raw) {
+        rawIdentifiers_ = raw;
+        setKeywordTable(*keywordTable_);
+    }
 
   protected:
     /// Is told of a file that ends inside a comment or a string, while lineNumber() is its last
@@ -129,25 +136,33 @@ class A2lLexer {
     void takeWhile(char*& position, std::uint16_t byteClass);
     std::string_view textUpTo(const char* position) const;
 
+    void skipUsualBlanks();
     void skipBlanks();
+    int readUnusualToken(Token& token, bool wordMode);
     int readToken(Token& token, bool wordMode);
-    int readTokenBehindComments(Token& token, bool wordMode);
     int skipToToken();
     int commentError(int beginLine);
     bool skipBlockComment();
     bool skipLineComment();
     int readWord(Token& token);
-    int readIdentifier(Token& token);
-    int readLongIdentifier(Token& token, std::uint16_t byteClass);
-    int kindOfIdentifier(std::string_view text) const;
+    int readName(Token& token);
+    int readIdentifier(Token& token, char* position);
+    int identifier(Token& token, char* end);
+    int readSlash(Token& token);
+    int blockWord(Token& token, char* end, int keyword);
     int readNumber(Token& token);
     int readHexadecimal(Token& token, char* digits);
+    int readFraction(Token& token, char* digits);
+    int numberUpTo(char* end, Token& token, int kind);
     int readLongNumber(Token& token);
     bool takeRealRest(char*& position, bool& real);
-    int malformed(char* position);
+    int malformed(Token& token, char* position);
     int readString(Token& token);
+    int readStringWithEscapes(Token& token);
 
     const KeywordTable* keywordTable_ = &kCoreKeywords;
+    /// Where words are looked up: the same table, or one without any.
+    const KeywordTable* lookupTable_ = &kCoreKeywords;
     InputFile* source_ = nullptr;
     std::size_t blockSize_ = kDefaultBlockSize;
 
