@@ -69,12 +69,16 @@ TEST(CfgChildren, WriteValuesAsElementsDo) {
         element.addJoinedValue("none", {});
         element.addValue("", "");
         for (const std::int64_t value :
-             {std::int64_t{0}, std::int64_t{-7}, std::int64_t{65536},
-              std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()}) {
+             {std::int64_t{0}, std::int64_t{-7}, std::int64_t{9}, std::int64_t{10},
+              std::int64_t{65536}, std::numeric_limits<std::int64_t>::max(),
+              std::numeric_limits<std::int64_t>::min()}) {
             element.addIntValue("integer", value);
         }
-        for (const std::uint32_t value : {0U, 9U, 0x1000U, 0xABCDEFU, 0xFFFFFFFFU}) {
-            element.addHexValue("hex", value);
+        element.addHexValue("hex", 0);
+        for (unsigned bits = 0; bits < 32; ++bits) {
+            for (const std::uint32_t value : {0x89ABCDEFU, 0xFEDCBA98U, 0x70654321U}) {
+                element.addHexValue("hex", value >> bits);
+            }
         }
         for (const double value : {0.0, -0.0, 1.0, -12.5, 1.0 / 3, 1e6, -1e-300, 1e300}) {
             element.addRealValue("real", value);
