@@ -1,6 +1,7 @@
 #include "model/ph_string.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>  // IWYU pragma: keep, for placement
 #include <utility>
 
@@ -34,7 +35,15 @@ PhString::Record* PhString::allocate(std::size_t length) {
     return record;
 }
 
-PhString::PhString(std::string_view text) : PhString(std::string_view(), text) {}
+PhString::PhString(std::string_view text) {
+    text = text.substr(0, kLongest);
+    if (text.empty()) {
+        record_ = emptyRecord();
+        return;
+    }
+    record_ = allocate(text.size());
+    std::memcpy(characters(record_), text.data(), text.size());
+}
 
 PhString::PhString(std::string_view prefix, std::string_view text) {
     prefix = prefix.substr(0, kLongest);
