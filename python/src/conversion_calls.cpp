@@ -71,11 +71,11 @@ py::object outputOf(const ConversionFunction& function, const Row* row) {
 /// An array of texts; each text is one object, however often it occurs.
 py::object textsOf(const ConversionFunction& function, const Doubles& input) {
     const py::object numpy = py::module_::import("numpy");
-    const py::array texts = numpy.attr("empty")(input.attr("shape"), "O");
+    py::array texts = numpy.attr("empty")(input.attr("shape"), "O");
     const py::object flat = texts.attr("reshape")(-1);
     std::vector<std::pair<const Row*, py::object>> known;
     const py::object otherwise = textOrNone(function.defaultText());
-    auto* const to = static_cast<PyObject**>(const_cast<void*>(texts.data()));
+    auto* const to = static_cast<PyObject**>(texts.mutable_data());
     for (py::ssize_t i = 0; i < input.size(); ++i) {
         const Row* const row = function.rowOf(input.data()[i]);
         py::object text = otherwise;
