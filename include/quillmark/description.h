@@ -45,6 +45,10 @@ class QUILLMARK_API ReadOptions {
     /// either case.
     ReadOptions& setKeepLimits(bool keep);
 
+    /// Whether the display formats of signals and conversions are kept, and formulas. They are,
+    /// unless told otherwise, and checked in either case.
+    ReadOptions& setKeepFormats(bool keep);
+
     /// 0, the default: as the program reads, up to the first error. Otherwise reading goes on
     /// behind the block of the module in which an error stood, where that is possible, and ends
     /// with this many errors.

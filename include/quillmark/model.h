@@ -133,6 +133,16 @@ class QUILLMARK_API Conversion {
     /// The rows of a table, empty for a method.
     [[nodiscard]] List<TableRow> rows() const noexcept;
 
+    /// How to calculate the physical value, as the description writes it ("X1 * 0.5 + 3"), and the
+    /// way back; empty where there is none. Only a method of kind Formula follows it, and a logger
+    /// takes such a method as Identity.
+    [[nodiscard]] std::string_view formula() const noexcept;
+    [[nodiscard]] std::string_view inverseFormula() const noexcept;
+
+    /// How many digits to show, as the description writes it: "%8.3", all digits and those behind
+    /// the point. Empty for a table.
+    [[nodiscard]] std::string_view displayFormat() const noexcept;
+
     /// What a table gives for all other values; nothing where it does not say.
     [[nodiscard]] std::optional<std::string_view> defaultText() const noexcept;
 
@@ -209,6 +219,9 @@ class QUILLMARK_API Signal {
     /// Of the physical value.
     [[nodiscard]] Number lowerLimit() const noexcept;
     [[nodiscard]] Number upperLimit() const noexcept;
+
+    /// How many digits to show where it is not as the conversion says ("%8.3"); empty otherwise.
+    [[nodiscard]] std::string_view displayFormat() const noexcept;
 
     /// Nothing where the description says NO_COMPU_METHOD.
     [[nodiscard]] std::optional<Conversion> conversion() const noexcept;

@@ -92,15 +92,32 @@ int parseCompuTabRef(CoreReader& reader, PhConversion& conversion) {
     return reader.next();
 }
 
-int parseFormula(CoreReader& reader, PhConversion&) {
+/// Keeps the last token, if it is a text.
+void keepText(CoreReader& reader, PhConversion& conversion, PhString PhConversion::Texts::*which,
+              int kind) {
+    if (kind == TOK_STRING && reader.parts().formats) {
+        reader.commit([&] { conversion.texts().*which = PhString(reader.token().text); });
+    }
+}
+
+int parseFormula(CoreReader& reader, PhConversion& conversion) {
     int kind = reader.next();
     if (kind == TOK_STRING) {
+        keepText(reader, conversion, &PhConversion::Texts::formula, kind);
         kind = reader.next();
     }
     while (kind == FORMULA_INV) {
-        kind = reader.drop(1);
+        keepText(reader, conversion, &PhConversion::Texts::inverseFormula, reader.next());
+        kind = reader.next();
     }
     return kind == END ? reader.closeBlock(FORMULA) : reader.unexpectedToken(kind);
+}
+
+void readFormat(CoreReader& reader, PhConversion& conversion) {
+    const PhString format = reader.readFormat();
+    if (!format.isNull()) {
+        reader.commit([&] { conversion.texts().displayFormat = format; });
+    }
 }
 
 // --- Tables --------------------------------------------------------------------------------------
@@ -196,7 +213,7 @@ int parseCompuMethod(CoreReader& reader, PhGroup& module) {
     reader.readLongIdentifier(*conversion);
     reader.traceBlock("Parse COMPU_METHOD '%s'\n", conversion->name());
     reader.keep(conversion->conversionType, readChoice(reader, kKinds));
-    reader.nextWord();  // the display format
+    readFormat(reader, *conversion);
     if (reader.nextWord() != TOK_STRING) {
         return reader.fail("String expected (Unit)");
     }

@@ -21,19 +21,27 @@ using namespace kw::core;
 
 // --- Both ----------------------------------------------------------------------------------------
 
-void readLimit(CoreReader& reader, PhEntity& signal, PhNumber PhEntity::Limits::*which,
+void readLimit(CoreReader& reader, PhEntity& signal, PhNumber PhEntity::Display::*which,
                std::string_view message) {
     const int kind = reader.next();
     if (kind != TOK_INTEGER && kind != TOK_FLOAT) {
         reader.warning(message);
     } else if (reader.parts().limits) {
-        signal.limits().*which = reader.number(kind);
+        signal.display().*which = reader.number(kind);
     }
 }
 
 void readLimits(CoreReader& reader, PhEntity& signal) {
-    readLimit(reader, signal, &PhEntity::Limits::lower, "Unexpected type for lower limit.");
-    readLimit(reader, signal, &PhEntity::Limits::upper, "Unexpected type for upper limit.");
+    readLimit(reader, signal, &PhEntity::Display::lowerLimit, "Unexpected type for lower limit.");
+    readLimit(reader, signal, &PhEntity::Display::upperLimit, "Unexpected type for upper limit.");
+}
+
+int parseFormat(CoreReader& reader, PhEntity& signal) {
+    const PhString format = reader.readFormat();
+    if (!format.isNull()) {
+        reader.commit([&] { signal.display().format = format; });
+    }
+    return reader.next();
 }
 
 // --- MEASUREMENT ---------------------------------------------------------------------------------
@@ -136,6 +144,10 @@ int parseLayout(CoreReader& reader, Measurement& measurement) {
     return reader.next();
 }
 
+int parseMeasurementFormat(CoreReader& reader, Measurement& measurement) {
+    return parseFormat(reader, measurement.signal);
+}
+
 int parseMeasurementIfData(CoreReader& reader, Measurement& measurement) {
     return parseIfData(reader, measurement.signal);
 }
@@ -203,7 +215,7 @@ int parseMeasurementBody(CoreReader& reader, Measurement& measurement) {
         block(IF_DATA, parseMeasurementIfData),
         skipped(SYMBOL_LINK, 2),
         bare(ECU_ADDRESS_EXTENSION, parseEcuAddressExtension),
-        skippedWord(FORMAT),
+        bare(FORMAT, parseMeasurementFormat),
         skipped(DISPLAY_IDENTIFIER, 1),
         bare(BIT_MASK, parseBitMask),
         block(ANNOTATION, parseAnnotation<Measurement>),
@@ -315,7 +327,7 @@ int parseCharacteristic(CoreReader& reader, PhGroup& module) {
     static constexpr CoreRule<PhEntity> kRules[] = {
         skipped(EXTENDED_LIMITS, 2),
         skippedBlock(AXIS_DESCR),
-        skippedWord(FORMAT),
+        bare(FORMAT, parseFormat),
         skipped(SYMBOL_LINK, 2),
         skipped(DISPLAY_IDENTIFIER, 1),
         block(IF_DATA, parseIfData<PhEntity>),

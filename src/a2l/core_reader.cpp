@@ -23,4 +23,8 @@ PhHandle<PhUnit> CoreReader::inlineUnit(std::string_view text) {
     return unit;
 }
 
+PhString CoreReader::readFormat() {
+    return nextWord() == TOK_STRING && parts().formats ? shareText(token().text) : PhString();
+}
+
 }  // namespace quillmark

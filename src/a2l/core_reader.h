@@ -78,6 +78,10 @@ class CoreReader : public BlockReader {
     /// None if the model gets no conversions.
     PhHandle<PhUnit> inlineUnit(std::string_view text);
 
+    /// A display format, which need not be quoted; null where there is none, or if the model gets
+    /// no formats.
+    PhString readFormat();
+
     /// A text of a conversion that others may repeat; null if the model gets none of them.
     PhString shareText(std::string_view text) {
         return parts().signals ? texts_.share(text) : PhString();

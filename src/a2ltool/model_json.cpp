@@ -244,6 +244,9 @@ void writeMembers(JsonWriter& json, const Conversion& conversion) {
     if (const auto text = conversion.defaultText()) {
         json.textMember("defaultText", *text);
     }
+    writeText(json, "formula", conversion.formula());
+    writeText(json, "inverseFormula", conversion.inverseFormula());
+    writeText(json, "displayFormat", conversion.displayFormat());
 }
 
 void writeMembers(JsonWriter& json, const RecordLayout& layout) {
@@ -275,6 +278,7 @@ void writeMembers(JsonWriter& json, const Signal& signal) {
     writeText(json, "layout", textOf(signal.layout()));
     writeNumber(json, "lowerLimit", signal.lowerLimit());
     writeNumber(json, "upperLimit", signal.upperLimit());
+    writeText(json, "displayFormat", signal.displayFormat());
     if (const auto conversion = signal.conversion()) {
         json.textMember("conversion", conversion->name());
     }

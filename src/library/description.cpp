@@ -97,8 +97,11 @@ void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
     SilentConsole console;
     PhA2l reader(console, data.name);
     reader.setLogger(&logger);
-    reader.setParts(
-        {options.keepSignals, options.keepMembers, options.keepLimits, options.keepTexts});
+    reader.setParts({.signals = options.keepSignals,
+                     .members = options.keepMembers,
+                     .limits = options.keepLimits,
+                     .formats = options.keepFormats,
+                     .longIdentifiers = options.keepTexts});
     reader.setErrorLimit(readerLimit(options));
     data.status = statusOf(parse(reader));
     data.reachedEnd = reader.reachedEnd();
@@ -137,6 +140,11 @@ ReadOptions& ReadOptions::setKeepMembers(bool keep) {
 
 ReadOptions& ReadOptions::setKeepLimits(bool keep) {
     data_->keepLimits = keep;
+    return *this;
+}
+
+ReadOptions& ReadOptions::setKeepFormats(bool keep) {
+    data_->keepFormats = keep;
     return *this;
 }
 

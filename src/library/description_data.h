@@ -13,6 +13,7 @@ struct ReadOptionsData {
     bool keepSignals = true;
     bool keepMembers = true;
     bool keepLimits = true;
+    bool keepFormats = true;
     std::size_t errorLimit = 0;
     FindingHandler findingHandler;
 };

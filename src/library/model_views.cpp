@@ -53,6 +53,12 @@ std::optional<std::uint32_t> unsignedIfAny(const PhOptionalInteger& value) {
     return value ? std::optional(static_cast<std::uint32_t>(*value)) : std::nullopt;
 }
 
+/// Empty where there is none.
+std::string_view textOf(const PhConversion& conversion, PhString PhConversion::Texts::*text) {
+    const PhConversion::Texts* const texts = conversion.textsIfAny();
+    return texts == nullptr ? std::string_view() : (texts->*text).view();
+}
+
 const PhValue* propertyOf(const PhGroup& module, std::string_view name) {
     return module.properties ? module.properties->find(name) : nullptr;
 }
@@ -192,6 +198,18 @@ List<TableRow> Conversion::rows() const noexcept {
     return ViewAccess::list<TableRow>(&conversion_->tableEntries);
 }
 
+std::string_view Conversion::formula() const noexcept {
+    return textOf(*conversion_, &PhConversion::Texts::formula);
+}
+
+std::string_view Conversion::inverseFormula() const noexcept {
+    return textOf(*conversion_, &PhConversion::Texts::inverseFormula);
+}
+
+std::string_view Conversion::displayFormat() const noexcept {
+    return textOf(*conversion_, &PhConversion::Texts::displayFormat);
+}
+
 std::optional<std::string_view> Conversion::defaultText() const noexcept {
     return textIfAny(conversion_->defaultText);
 }
@@ -290,6 +308,10 @@ Number Signal::lowerLimit() const noexcept {
 
 Number Signal::upperLimit() const noexcept {
     return numberOf(signal_->upperLimit());
+}
+
+std::string_view Signal::displayFormat() const noexcept {
+    return signal_->displayFormat().view();
 }
 
 std::optional<Conversion> Signal::conversion() const noexcept {

@@ -2,11 +2,18 @@
 
 namespace quillmark {
 
-PhEntity::Limits& PhEntity::limits() {
-    if (limits_ == nullptr) {
-        limits_ = std::make_unique<Limits>();
+PhConversion::Texts& PhConversion::texts() {
+    if (texts_ == nullptr) {
+        texts_ = std::make_unique<Texts>();
     }
-    return *limits_;
+    return *texts_;
+}
+
+PhEntity::Display& PhEntity::display() {
+    if (display_ == nullptr) {
+        display_ = std::make_unique<Display>();
+    }
+    return *display_;
 }
 
 PhEntity::Extras& PhEntity::extras() {

@@ -81,6 +81,19 @@ class PhConversion final : public PhObject {
 
     std::vector<PhTableEntry> tableEntries;  ///< in file order
     PhString defaultText;                    ///< null when the table has no default
+
+    /// Texts that neither the include file nor the comparison knows, each null where there is none:
+    /// how to show a value, and how to calculate it and the way back.
+    struct Texts : InModelMemory {
+        PhString displayFormat;
+        PhString formula;
+        PhString inverseFormula;
+    };
+    Texts& texts();
+    const Texts* textsIfAny() const { return texts_.get(); }
+
+  private:
+    std::unique_ptr<Texts> texts_;
 };
 
 /// What a data type tells.
@@ -138,17 +151,19 @@ class PhEntity final : public PhObject {
     PhTypeData datatype;  ///< nobody shares it, so it is part of the signal
     PhHandle<PhRecordLayout> recordLayout;
 
-    /// What a description writes as the range of the physical value. Neither the include file nor
-    /// the comparison knows it, so it is kept apart from what they read.
-    struct Limits : InModelMemory {
-        PhNumber lower;
-        PhNumber upper;
+    /// What a description writes about showing the physical value. Neither the include file nor the
+    /// comparison knows it, so it is kept apart from what they read.
+    struct Display : InModelMemory {
+        PhNumber lowerLimit;
+        PhNumber upperLimit;
+        PhString format;
     };
-    Limits& limits();
+    Display& display();
 
-    /// Missing where none was kept.
-    PhNumber lowerLimit() const { return limits_ == nullptr ? PhNumber() : limits_->lower; }
-    PhNumber upperLimit() const { return limits_ == nullptr ? PhNumber() : limits_->upper; }
+    /// Missing, or null, where none was kept.
+    PhNumber lowerLimit() const { return display_ == nullptr ? PhNumber() : display_->lowerLimit; }
+    PhNumber upperLimit() const { return display_ == nullptr ? PhNumber() : display_->upperLimit; }
+    PhString displayFormat() const { return display_ == nullptr ? PhString() : display_->format; }
 
     /// What only few signals have.
     struct Extras : InModelMemory {
@@ -170,7 +185,7 @@ class PhEntity final : public PhObject {
     std::int32_t shiftCount() const { return extras_ == nullptr ? 0 : extras_->shiftCount; }
 
   private:
-    std::unique_ptr<Limits> limits_;
+    std::unique_ptr<Display> display_;
     std::unique_ptr<Extras> extras_;
 };
 

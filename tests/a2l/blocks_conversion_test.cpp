@@ -150,6 +150,22 @@ TEST(CompuMethod, TableReferenceIsFoundUnderItsPrefixedName) {
               "Error 1: Identifier expected\n");
 }
 
+TEST(CompuMethod, FormatAndFormulaAreKeptWhereTheyAreWanted) {
+    const ReaderSwitches keeping{.parts = {.formats = true}};
+    const auto kept = [&](std::string_view formula) {
+        const std::string model = parseModule("/begin COMPU_METHOD c \"\" FORM %4.1 \"V\" " +
+                                                  std::string(formula) + " /end COMPU_METHOD",
+                                              keeping)
+                                      .model;
+        const std::size_t start = model.find(" displayFormat");
+        return model.substr(start, model.find('\n', start) - start);
+    };
+    EXPECT_EQ(kept(""), " displayFormat=\"%4.1\"");
+    EXPECT_EQ(kept("/begin FORMULA \"X1+1\" FORMULA_INV \"X1-1\" /end FORMULA"),
+              " displayFormat=\"%4.1\" formula=\"X1+1\" inverseFormula=\"X1-1\"");
+    EXPECT_EQ(kept("/begin FORMULA FORMULA_INV 5 /end FORMULA"), " displayFormat=\"%4.1\"");
+}
+
 TEST(CompuMethod, StatusStringAndFormulaAreReadOver) {
     EXPECT_EQ(
         method("STATUS_STRING_REF s /begin FORMULA \"X1\" FORMULA_INV \"X1\" FORMULA_INV \"\" /end "

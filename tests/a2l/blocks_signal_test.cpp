@@ -313,5 +313,17 @@ TEST(Characteristic, Errors) {
               "Error 1: Keyword 'CHARACTERISTIC' expected after /end\n");
 }
 
+TEST(Signal, DisplayFormatIsKeptWhereItIsWanted) {
+    const ReaderSwitches keeping{.parts = {.formats = true}};
+    for (const std::string_view signal :
+         {"/begin MEASUREMENT m \"\" UBYTE C 0 0 0 1 FORMAT \"%4.2\" /end MEASUREMENT",
+          "/begin CHARACTERISTIC k \"\" VALUE 0 RL 0 C 0 1 FORMAT %4.2 /end CHARACTERISTIC"}) {
+        EXPECT_NE(parseModule(signal, keeping).model.find("displayFormat=\"%4.2\""),
+                  std::string::npos)
+            << signal;
+        EXPECT_EQ(parseModule(signal).model.find("displayFormat"), std::string::npos) << signal;
+    }
+}
+
 }  // namespace
 }  // namespace quillmark

@@ -23,7 +23,7 @@ struct Parsed {
 struct ReaderSwitches {
     bool verbose = false;
     bool traceDefaultValues = false;
-    ModelParts parts{};
+    ModelParts parts{.formats = false};  ///< that of them has tests of its own
 };
 
 inline Parsed parseText(std::string_view text, ReaderSwitches switches = {}) {

@@ -152,6 +152,22 @@ TEST(Description, LimitsNeedNotBeKept) {
     EXPECT_FALSE(firstModule(description).signals()[0].upperLimit().isPresent());
 }
 
+TEST(Description, FormatsNeedNotBeKept) {
+    const std::string blocks = moduleWith(
+        "/begin MEASUREMENT s \"\" UBYTE C 0 0 0 1 FORMAT \"%5.1\" /end MEASUREMENT\n"
+        "/begin COMPU_METHOD C \"\" FORM \"%8.3\" \"\" /begin FORMULA \"X1\" /end FORMULA\n"
+        "/end COMPU_METHOD\n");
+    ReadOptions options;
+    EXPECT_EQ(firstModule(described(blocks, options)).signals()[0].displayFormat(), "%5.1");
+    options.setKeepFormats(false);
+    const Description description = described(blocks, options);
+    ASSERT_TRUE(description.isComplete());
+    EXPECT_EQ(firstModule(description).signals()[0].displayFormat(), "");
+    EXPECT_EQ(firstModule(description).signals()[0].upperLimit().integer(), 1);
+    EXPECT_EQ(firstModule(description).conversions()[0].displayFormat(), "");
+    EXPECT_EQ(firstModule(description).conversions()[0].formula(), "");
+}
+
 TEST(Description, SignalsNeedNotBeKept) {
     ReadOptions options;
     options.setKeepSignals(false);

@@ -129,6 +129,16 @@ TEST_F(Walk, Conversions) {
     EXPECT_EQ(state.table().value().name(), "StateNames");
 }
 
+TEST_F(Walk, FormatsAndFormulas) {
+    EXPECT_EQ(conversion("Power").formula(), "X1 * X2 / 9549");
+    EXPECT_EQ(conversion("Power").inverseFormula(), "X1 * 9549 / X2");
+    EXPECT_EQ(conversion("Power").displayFormat(), "%6.1");
+    EXPECT_EQ(conversion("Temperature").formula(), "");
+    EXPECT_EQ(module_.findTable("StateNames").value().displayFormat(), "");
+    EXPECT_EQ(signal("nEngine").displayFormat(), "%7.2");
+    EXPECT_EQ(signal("pCylinder").displayFormat(), "");
+}
+
 TEST_F(Walk, Tables) {
     const Conversion states = module_.findTable("StateNames").value();
     EXPECT_TRUE(states.isTable());

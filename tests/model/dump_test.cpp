@@ -93,7 +93,7 @@ void addSignals(PhGroup& module) {
     speed.signalKind = PhSignalKind::Measurement;
     speed.address = 0x4000;
     speed.extras().matrixDims = {4, 2, 1};
-    speed.limits().upper = PhNumber::real(250.5);
+    speed.display().upperLimit = PhNumber::real(250.5);
     speed.datatype = *word();
     speed.datatype.conversion = PhHandle<PhConversion>(module.conversions.find("CM_Speed"));
     speed.extras().events = {{PhSignalEvent::Use::Fixed, 1}, {PhSignalEvent::Use::Fixed, 3}};
@@ -343,8 +343,8 @@ TEST(Dump, TellsEveryFieldOfASignal) {
     signal.extras().matrixDims = {2, 3, 0};
     signal.address = -1;
     signal.addressExtension = 0;
-    signal.limits().lower = PhNumber::integer(0);
-    signal.limits().upper = PhNumber::real(1e22);
+    signal.display().lowerLimit = PhNumber::integer(0);
+    signal.display().upperLimit = PhNumber::real(1e22);
     signal.datatype = *word();
     signal.datatype.sizeBits = -8;
     signal.datatype.bitMask = -1;

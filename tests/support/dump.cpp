@@ -352,6 +352,11 @@ void dumpConversion(Writer& out, const PhConversion& conversion) {
     out.referenceField("unit", conversion.unit.get());
     out.referenceField("tableRef", conversion.tableRef.get());
     out.textField("defaultText", conversion.defaultText);
+    if (const PhConversion::Texts* const texts = conversion.textsIfAny()) {
+        out.textField("displayFormat", texts->displayFormat);
+        out.textField("formula", texts->formula);
+        out.textField("inverseFormula", texts->inverseFormula);
+    }
     out.end();
     const Writer::Nesting nesting(out);
     dumpNumbers(out, "coeffs", conversion.coeffs);
@@ -391,6 +396,7 @@ void dumpSignalFields(Writer& out, const PhEntity& signal) {
     }
     out.numberField("lowerLimit", signal.lowerLimit());
     out.numberField("upperLimit", signal.upperLimit());
+    out.textField("displayFormat", signal.displayFormat());
     out.referenceField("recordLayout", signal.recordLayout.get());
     out.dimensionsField("matrixDims", signal.matrixDims());
     out.integerField("shiftCount", signal.shiftCount());

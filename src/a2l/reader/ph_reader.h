@@ -38,6 +38,8 @@ struct ModelParts {
     bool members = true;
     /// The ranges of physical values.
     bool limits = true;
+    /// How values are to be shown, and formulas.
+    bool formats = true;
     /// The blocks' long identifiers: a sixth of the model's memory.
     bool longIdentifiers = true;
 };
@@ -80,6 +82,8 @@ class PhReader {
     void setParts(const ModelParts& parts) {
         parts_ = parts;
         parts_.members = parts.members && parts.signals;
+        parts_.limits = parts.limits && parts.signals;
+        parts_.formats = parts.formats && parts.signals;
     }
     const ModelParts& parts() const { return parts_; }
 
