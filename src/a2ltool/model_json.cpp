@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <set>
 #include <string>
 
 namespace quillmark::a2ltool {
@@ -58,24 +59,46 @@ void writeBlockWithLine(JsonWriter& json, const Block& block) {
 
 void writeSettingValue(JsonWriter& json, const Setting& setting);
 
-/// Elements without names are an array, others an object.
-void writeElements(JsonWriter& json, const List<Setting>& elements) {
-    bool named = !elements.empty();
+void writeMember(JsonWriter& json, const Setting& setting) {
+    json.key(setting.name());
+    writeSettingValue(json, setting);
+}
+
+/// What the names of some elements are good for.
+enum class Names { None, Repeated, Different };
+
+Names namesOf(const List<Setting>& elements) {
+    std::set<std::string_view> names;
     for (const Setting& element : elements) {
-        named = named && !element.name().empty();
+        if (element.name().empty()) {
+            return Names::None;
+        }
+        names.insert(element.name());
     }
-    if (named) {
+    return names.size() < elements.size() ? Names::Repeated : Names::Different;
+}
+
+/// Elements are an object, or an array where they have no names. An object has no two members of
+/// one name: then each element is an object of its own.
+void writeElements(JsonWriter& json, const List<Setting>& elements) {
+    const Names names = elements.empty() ? Names::None : namesOf(elements);
+    if (names == Names::Different) {
         json.startObject();
         for (const Setting& element : elements) {
-            json.key(element.name());
-            writeSettingValue(json, element);
+            writeMember(json, element);
         }
         json.endObject();
         return;
     }
     json.startArray();
     for (const Setting& element : elements) {
-        writeSettingValue(json, element);
+        if (names == Names::Repeated) {
+            json.startObject();
+            writeMember(json, element);
+            json.endObject();
+        } else {
+            writeSettingValue(json, element);
+        }
     }
     json.endArray();
 }
@@ -185,8 +208,7 @@ void writeSettings(JsonWriter& json, std::string_view name, const List<Setting>&
     }
     json.startObject(name);
     for (const Setting& setting : settings) {
-        json.key(setting.name());
-        writeSettingValue(json, setting);
+        writeMember(json, setting);
     }
     json.endObject();
 }
