@@ -6,6 +6,7 @@
 #include "quillmark/compare.h"
 #include "quillmark/convert.h"
 #include "quillmark/description.h"
+#include "quillmark/diff.h"
 #include "quillmark/enumerations.h"
 #include "quillmark/expand.h"
 #include "quillmark/export.h"

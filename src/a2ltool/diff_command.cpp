@@ -2,23 +2,21 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "a2ltool/color.h"
-#include "a2ltool/difference.h"
+#include "a2ltool/difference_kinds.h"
 #include "a2ltool/difference_output.h"
-#include "a2ltool/module_diff.h"
 #include "a2ltool/reading.h"
 #include "a2ltool/result_file.h"
-#include "quillmark/compare.h"
+#include "quillmark/diff.h"
 
 namespace quillmark::a2ltool {
 namespace {
 
-struct DiffOptions {
+struct DiffCall {
     std::string oldFile;
     std::string newFile;
     std::string format;
@@ -27,75 +25,50 @@ struct DiffOptions {
     std::vector<std::string> ignored;
 };
 
-DifferenceKind kindOf(DifferenceLevel level) {
-    switch (level) {
-        case DifferenceLevel::CannotCompare:
-            return DifferenceKind::Incomparable;
-        case DifferenceLevel::Warning:
-            return DifferenceKind::Name;
-        case DifferenceLevel::Error:
-            break;
+DiffOptions diffOptions(const std::vector<std::string>& ignored) {
+    DiffOptions options;
+    for (const DifferenceKindRow& row : differenceKinds()) {
+        options.setIgnored(
+            row.kind, std::find(ignored.begin(), ignored.end(), textOf(row.kind)) != ignored.end());
     }
-    return DifferenceKind::Setting;
-}
-
-std::optional<std::string> valueIfAny(std::string_view value) {
-    return value.empty() ? std::nullopt : std::optional<std::string>(value);
-}
-
-/// What `compare` would find.
-void diffSettings(const Description& oldDescription, const Description& newDescription,
-                  const DifferenceHandler& tell) {
-    const CompareResult result = compare(oldDescription, newDescription);
-    for (const Difference& difference : result.differences()) {
-        tell({kindOf(difference.level()),
-              "setting",
-              {},
-              difference.what(),
-              valueIfAny(difference.oldValue()),
-              valueIfAny(difference.newValue()),
-              difference.text()});
-    }
+    return options;
 }
 
 ToolStatus tellDifferences(const Description& oldDescription, const Description& newDescription,
-                           const DiffOptions& options) {
-    const auto result = ResultFile::open(options.output);
+                           const DiffCall& call) {
+    const auto result = ResultFile::open(call.output);
     const auto formats = differenceFormats();
     const auto row = std::find_if(formats.begin(), formats.end(),
-                                  [&](const auto& each) { return each.word == options.format; });
-    const auto output = row->make({result->sink(), isColored(options.color, options.output),
+                                  [&](const auto& each) { return each.word == call.format; });
+    const auto output = row->make({result->sink(), isColored(call.color, call.output),
                                    oldDescription.name(), newDescription.name()});
-    ToolStatus status = ToolStatus::NothingFound;
-    const DifferenceHandler tell = [&](const ModelDifference& difference) {
-        const auto& ignored = options.ignored;
-        const char* const word = differenceKinds()[static_cast<std::size_t>(difference.kind)].word;
-        if (std::find(ignored.begin(), ignored.end(), word) == ignored.end()) {
-            output->tell(difference);
-            status = ToolStatus::Findings;
-        }
-    };
-    diffSettings(oldDescription, newDescription, tell);
-    diffSignals(oldDescription, newDescription, tell);
+    const DiffResult differences =
+        diff(oldDescription, newDescription,
+             diffOptions(call.ignored).setHandler([&output](const ModelDifference& difference) {
+                 output->tell(difference);
+             }));
     output->end();
-    return result->finish() ? status : ToolStatus::Trouble;
+    if (!result->finish()) {
+        return ToolStatus::Trouble;
+    }
+    return differences.count() > 0 ? ToolStatus::Findings : ToolStatus::NothingFound;
 }
 
-ToolStatus diff(const DiffOptions& options) {
+ToolStatus runDiff(const DiffCall& call) {
     ReadOptions reading;
-    reading.setKeepTexts(false);
-    const Description* const oldDescription = readWhole(options.oldFile, reading);
-    const Description* const newDescription = readWhole(options.newFile, reading);
+    reading.setKeepTexts(false).setKeepMembers(false).setKeepLimits(false);
+    const Description* const oldDescription = readWhole(call.oldFile, reading);
+    const Description* const newDescription = readWhole(call.newFile, reading);
     if (oldDescription == nullptr || newDescription == nullptr) {
         return ToolStatus::Trouble;
     }
-    return tellDifferences(*oldDescription, *newDescription, options);
+    return tellDifferences(*oldDescription, *newDescription, call);
 }
 
 }  // namespace
 
 CommandRun declareDiff(CommandOptions& options) {
-    auto values = std::make_shared<DiffOptions>();
+    auto values = std::make_shared<DiffCall>();
     options.addRequiredOperand({"old", "FILE", "the old description; - is standard input"},
                                values->oldFile);
     options.addRequiredOperand({"new", "FILE", "the new description"}, values->newFile);
@@ -109,13 +82,14 @@ CommandRun declareDiff(CommandOptions& options) {
                       values->output);
     std::vector<std::string> kinds;
     std::string help = "pass over differences of these kinds, separated by commas:";
-    for (const DifferenceKindRow& kind : differenceKinds()) {
-        kinds.emplace_back(kind.word);
-        help.append("\n").append(kind.word).append(": ").append(kind.help);
+    for (const DifferenceKindRow& row : differenceKinds()) {
+        const std::string_view word = textOf(row.kind);
+        kinds.emplace_back(word);
+        help.append("\n").append(word).append(": ").append(row.help);
     }
     options.addChoices({"--ignore", "KIND", help}, values->ignored, kinds);
     declareColor(options, values->color);
-    return [values] { return diff(*values); };
+    return [values] { return runDiff(*values); };
 }
 
 }  // namespace quillmark::a2ltool

@@ -1,8 +1,6 @@
 #include "a2ltool/difference_output.h"
 
-#include <cstddef>
 #include <string>
-#include <tuple>
 
 #include "a2ltool/json_writer.h"
 #include "a2ltool/palette.h"
@@ -11,33 +9,6 @@
 namespace quillmark::a2ltool {
 namespace {
 
-std::string_view wordOf(DifferenceKind kind) {
-    return differenceKinds()[static_cast<std::size_t>(kind)].word;
-}
-
-/// The values behind a line: both, or the only one of what came or went. The sentences about what
-/// can't be compared and about names have them already.
-void appendValues(const ModelDifference& difference, std::string& line) {
-    const auto& [oldValue, newValue] = std::tie(difference.oldValue, difference.newValue);
-    switch (difference.kind) {
-        case DifferenceKind::Incomparable:
-        case DifferenceKind::Name:
-            return;
-        case DifferenceKind::Removed:
-        case DifferenceKind::Added:
-            if (oldValue || newValue) {
-                line.append(": ").append(oldValue ? *oldValue : *newValue);
-            }
-            return;
-        default:
-            break;
-    }
-    if (oldValue || newValue) {
-        line.append(": ").append(oldValue.value_or("nothing"));
-        line.append(" -> ").append(newValue.value_or("nothing"));
-    }
-}
-
 /// One line for each difference, `kind: signal name: old -> new`.
 class TextDifferences final : public DifferenceOutput {
   public:
@@ -45,24 +16,18 @@ class TextDifferences final : public DifferenceOutput {
         : sink_(setting.sink), palette_(setting.colored) {}
 
     void tell(const ModelDifference& difference) override {
-        std::string line(colorOf(difference.kind));
-        line.append(wordOf(difference.kind)).append(":").append(palette_.plain()).append(" ");
-        if (difference.text.empty()) {
-            line.append(difference.of).append(" ").append(difference.name);
-        } else {
-            line.append(difference.text);
-        }
-        appendValues(difference, line);
-        sink_.write(line.append("\n"));
+        std::string line(colorOf(difference.kind()));
+        line.append(textOf(difference.kind())).append(":").append(palette_.plain()).append(" ");
+        sink_.write(line.append(difference.summary()).append("\n"));
     }
 
   private:
-    std::string_view colorOf(DifferenceKind kind) const {
+    std::string_view colorOf(DiffKind kind) const {
         switch (kind) {
-            case DifferenceKind::Removed:
-            case DifferenceKind::Incomparable:
+            case DiffKind::Removed:
+            case DiffKind::Incomparable:
                 return palette_.error();
-            case DifferenceKind::Added:
+            case DiffKind::Added:
                 return palette_.good();
             default:
                 return palette_.note();
@@ -86,17 +51,17 @@ class JsonDifferences final : public DifferenceOutput {
 
     void tell(const ModelDifference& difference) override {
         json_.startObject();
-        json_.textMember("kind", wordOf(difference.kind));
-        json_.textMember("of", difference.of);
-        writeIfAny("module", difference.module);
-        writeIfAny("name", difference.name);
-        if (difference.oldValue) {
-            json_.textMember("old", *difference.oldValue);
+        json_.textMember("kind", textOf(difference.kind()));
+        json_.textMember("of", textOf(difference.object()));
+        writeIfAny("module", difference.module());
+        writeIfAny("name", difference.name());
+        if (const auto value = difference.oldValue()) {
+            json_.textMember("old", *value);
         }
-        if (difference.newValue) {
-            json_.textMember("new", *difference.newValue);
+        if (const auto value = difference.newValue()) {
+            json_.textMember("new", *value);
         }
-        writeIfAny("text", difference.text);
+        writeIfAny("text", difference.sentence());
         json_.endObject();
     }
 

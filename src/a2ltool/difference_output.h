@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
-#include "a2ltool/difference.h"
 #include "platform/output_sink.h"
+#include "quillmark/diff.h"
 
 namespace quillmark::a2ltool {
 

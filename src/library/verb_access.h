@@ -2,6 +2,7 @@
 
 #include "quillmark/compare.h"
 #include "quillmark/convert.h"
+#include "quillmark/diff.h"
 
 namespace quillmark {
 
@@ -9,6 +10,7 @@ namespace quillmark {
 struct VerbAccess {
     static const ConvertOptionsData& data(const ConvertOptions& options) { return *options.data_; }
     static const CompareOptionsData& data(const CompareOptions& options) { return *options.data_; }
+    static const DiffOptionsData& data(const DiffOptions& options) { return *options.data_; }
 };
 
 }  // namespace quillmark

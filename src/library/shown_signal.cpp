@@ -1,11 +1,11 @@
-#include "a2ltool/shown_signal.h"
+#include "library/shown_signal.h"
 
 #include <array>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
 
-namespace quillmark::a2ltool {
+namespace quillmark {
 namespace {
 
 std::string hexadecimal(std::uint32_t value) {
@@ -72,4 +72,4 @@ std::string shownType(const Signal& signal) {
     return text;
 }
 
-}  // namespace quillmark::a2ltool
+}  // namespace quillmark

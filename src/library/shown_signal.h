@@ -5,7 +5,7 @@
 
 #include "quillmark/model.h"
 
-namespace quillmark::a2ltool {
+namespace quillmark {
 
 /// An address with its extension, "0x70001a40" or "0x70001a40:1"; nothing for a signal without one.
 std::optional<std::string> shownAddress(const Signal& signal);
@@ -16,4 +16,4 @@ bool sameType(const Signal& a, const Signal& b);
 /// How the bytes of a signal are read, such as "MEASUREMENT[4], unsigned, 16 bits, little".
 std::string shownType(const Signal& signal);
 
-}  // namespace quillmark::a2ltool
+}  // namespace quillmark

@@ -1,17 +1,18 @@
-#include "a2ltool/module_diff.h"
+#include "library/module_diff.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "a2ltool/conversion_diff.h"
-#include "a2ltool/shown_signal.h"
+#include "library/conversion_diff.h"
+#include "library/shown_signal.h"
 #include "quillmark/model.h"
 
-namespace quillmark::a2ltool {
+namespace quillmark {
 namespace {
 
 std::vector<Module> modulesOf(const Description& description) {
@@ -43,8 +44,8 @@ const Module* findNamesake(const std::vector<Module>& modules, std::size_t index
 /// The comparison of one module with another.
 class ModuleDiff {
   public:
-    ModuleDiff(const Module& oldModule, const Module& newModule, const DifferenceHandler& tell)
-        : oldModule_(oldModule), newModule_(newModule), name_(oldModule.name()), tell_(tell) {}
+    ModuleDiff(const Module& oldModule, const Module& newModule, const DifferenceTaker& take)
+        : oldModule_(oldModule), newModule_(newModule), name_(oldModule.name()), take_(take) {}
 
     /// Most signals of a new release stand where they stood. So both lists are walked side by side,
     /// and a name is only looked up where they part.
@@ -88,15 +89,13 @@ class ModuleDiff {
         }
     }
 
-    void compareConversions() {
-        for (const Conversion& oldConversion : oldModule_.conversions()) {
-            const auto partner = oldConversion.isTable()
-                                     ? newModule_.findTable(oldConversion.name())
-                                     : newModule_.findConversion(oldConversion.name());
+    void compareConversions() const {
+        const List<Conversion> oldConversions = oldModule_.conversions();
+        for (std::size_t i = 0; i < oldConversions.size(); ++i) {
+            const Conversion oldConversion = oldConversions[i];
+            const auto partner = partnerOf(oldConversion, i);
             if (partner && !sameConversion(oldConversion, *partner)) {
-                tell_({DifferenceKind::Conversion, oldConversion.isTable() ? "table" : "conversion",
-                       name_, oldConversion.name(), shownConversion(oldConversion),
-                       shownConversion(*partner)});
+                tellConversion(oldConversion, *partner);
             }
         }
     }
@@ -104,36 +103,68 @@ class ModuleDiff {
   private:
     bool isAdded(const Signal& newSignal) const { return !oldModule_.findSignal(newSignal.name()); }
 
-    void tellAdded(const Signal& signal) {
-        tell_({DifferenceKind::Added, "signal", name_, signal.name(), {}, shownAddress(signal)});
-    }
-    void tellRemoved(const Signal& signal) {
-        tell_({DifferenceKind::Removed, "signal", name_, signal.name(), shownAddress(signal)});
+    void tell(DiffKind kind, const Signal& signal, std::optional<std::string> oldValue,
+              std::optional<std::string> newValue) const {
+        take_({kind, DiffObject::Signal, name_, std::string(signal.name()), std::move(oldValue),
+               std::move(newValue)});
     }
 
-    void compare(const Signal& oldSignal, const Signal& newSignal) {
+    void tellAdded(const Signal& signal) const {
+        tell(DiffKind::Added, signal, std::nullopt, shownAddress(signal));
+    }
+    void tellRemoved(const Signal& signal) const {
+        tell(DiffKind::Removed, signal, shownAddress(signal), std::nullopt);
+    }
+
+    /// The new conversion of the same name, first of all that at the same place: names may be there
+    /// twice.
+    std::optional<Conversion> partnerOf(const Conversion& conversion, std::size_t index) const {
+        const List<Conversion> others = newModule_.conversions();
+        if (index < others.size() && others[index].name() == conversion.name() &&
+            others[index].isTable() == conversion.isTable()) {
+            return others[index];
+        }
+        return conversion.isTable() ? newModule_.findTable(conversion.name())
+                                    : newModule_.findConversion(conversion.name());
+    }
+
+    void tellConversion(const Conversion& oldConversion, const Conversion& newConversion) const {
+        const auto row = firstDifferentRow(oldConversion, newConversion);
+        take_({DiffKind::Conversion,
+               oldConversion.isTable() ? DiffObject::Table : DiffObject::Conversion, name_,
+               std::string(oldConversion.name()), shownConversion(oldConversion, row),
+               shownConversion(newConversion, row)});
+    }
+
+    void compare(const Signal& oldSignal, const Signal& newSignal) const {
         if (oldSignal.address() != newSignal.address() ||
             oldSignal.addressExtension() != newSignal.addressExtension()) {
-            tell_({DifferenceKind::Address, "signal", name_, oldSignal.name(),
-                   shownAddress(oldSignal), shownAddress(newSignal)});
+            tell(DiffKind::Address, oldSignal, shownAddress(oldSignal), shownAddress(newSignal));
         }
         if (!sameType(oldSignal, newSignal)) {
-            tell_({DifferenceKind::Type, "signal", name_, oldSignal.name(), shownType(oldSignal),
-                   shownType(newSignal)});
+            tell(DiffKind::Type, oldSignal, shownType(oldSignal), shownType(newSignal));
         }
-        if (conversionName(oldSignal) != conversionName(newSignal)) {
-            tell_({DifferenceKind::Conversion, "signal", name_, oldSignal.name(),
-                   conversionName(oldSignal), conversionName(newSignal)});
+        if (!sameConversionName(oldSignal, newSignal)) {
+            tell(DiffKind::Conversion, oldSignal, conversionOf(oldSignal), conversionOf(newSignal));
         }
         if (oldSignal.unitText() != newSignal.unitText()) {
-            tell_({DifferenceKind::Unit, "signal", name_, oldSignal.name(), unitOf(oldSignal),
-                   unitOf(newSignal)});
+            tell(DiffKind::Unit, oldSignal, unitOf(oldSignal), unitOf(newSignal));
         }
     }
 
-    static std::optional<std::string> conversionName(const Signal& signal) {
+    /// What a conversion of the same name does is told once for all of its signals.
+    static bool sameConversionName(const Signal& a, const Signal& b) {
+        const auto one = a.conversion();
+        const auto other = b.conversion();
+        if (!one || !other) {
+            return one.has_value() == other.has_value();
+        }
+        return one->name() == other->name() && one->isDefined() == other->isDefined();
+    }
+
+    static std::optional<std::string> conversionOf(const Signal& signal) {
         const auto conversion = signal.conversion();
-        return conversion ? std::optional<std::string>(conversion->name()) : std::nullopt;
+        return conversion ? std::optional(shownName(*conversion)) : std::nullopt;
     }
 
     static std::optional<std::string> unitOf(const Signal& signal) {
@@ -143,14 +174,14 @@ class ModuleDiff {
 
     const Module& oldModule_;
     const Module& newModule_;
-    std::string_view name_;
-    const DifferenceHandler& tell_;
+    std::string name_;
+    const DifferenceTaker& take_;
 };
 
 }  // namespace
 
-void diffSignals(const Description& oldDescription, const Description& newDescription,
-                 const DifferenceHandler& tell) {
+void diffModules(const Description& oldDescription, const Description& newDescription,
+                 const DifferenceTaker& take) {
     const std::vector<Module> oldModules = modulesOf(oldDescription);
     const std::vector<Module> newModules = modulesOf(newDescription);
     // A single module may have another name, as for `compare`.
@@ -159,21 +190,24 @@ void diffSignals(const Description& oldDescription, const Description& newDescri
                                const std::vector<Module>& others) -> const Module* {
         return bothSingle ? &others.front() : findNamesake(modules, index, others);
     };
+    const auto tellModule = [&take](DiffKind kind, const Module& module) {
+        take({kind, DiffObject::Module, {}, std::string(module.name())});
+    };
     for (std::size_t i = 0; i < oldModules.size(); ++i) {
         const Module* const newModule = partnerOf(oldModules, i, newModules);
         if (newModule == nullptr) {
-            tell({DifferenceKind::Removed, "module", {}, oldModules[i].name()});
+            tellModule(DiffKind::Removed, oldModules[i]);
             continue;
         }
-        ModuleDiff diff(oldModules[i], *newModule, tell);
+        ModuleDiff diff(oldModules[i], *newModule, take);
         diff.compareConversions();
         diff.compareSignals();
     }
     for (std::size_t i = 0; i < newModules.size(); ++i) {
         if (partnerOf(newModules, i, oldModules) == nullptr) {
-            tell({DifferenceKind::Added, "module", {}, newModules[i].name()});
+            tellModule(DiffKind::Added, newModules[i]);
         }
     }
 }
 
-}  // namespace quillmark::a2ltool
+}  // namespace quillmark
