@@ -1,9 +1,9 @@
 # Completion of quillmark-a2l(1) for bash. Commands, options and their words are asked of the program
 # itself, whose help lists them.
 
-# _quillmark_a2l_commands PROGRAM: the words behind "Subcommands:".
+# _quillmark_a2l_commands PROGRAM: the words behind "Commands:".
 _quillmark_a2l_commands() {
-    "$1" --help 2>/dev/null | awk '/^Subcommands:/ { on = 1; next } /^[^ ]/ { on = 0 } on && NF { print $1 }'
+    "$1" --help 2>/dev/null | awk '/^Commands:/ { on = 1; next } /^[^ ]/ { on = 0 } on && NF { print $1 }'
 }
 
 # _quillmark_a2l_options PROGRAM COMMAND...: the long options.

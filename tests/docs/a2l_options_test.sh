@@ -11,7 +11,7 @@ source_dir=$2
 export LC_ALL=C
 
 commands() {
-    "$program" --help | awk '/^S[Uu][Bb][Cc]/ { on = 1; next } /^[^ ]/ { on = 0 } on && NF { print $1 }'
+    "$program" --help | awk '/^Commands:/ { on = 1; next } /^[^ ]/ { on = 0 } on && NF { print $1 }'
 }
 
 from_help() {
