@@ -9,6 +9,7 @@
 
 #include "a2ltool/message_table.h"
 #include "a2ltool/utf8.h"
+#include "platform/file_name.h"
 #include "quillmark/version.h"
 
 namespace quillmark::a2ltool {
@@ -18,8 +19,9 @@ namespace {
 std::string uriOf(std::string_view file) {
     constexpr std::string_view kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-    std::string uri = file.starts_with('/') ? "file://" : "";
-    for (const char byte : file) {
+    const std::string path = toUriPath(file);
+    std::string uri = path.starts_with('/') ? "file://" : "";
+    for (const char byte : path) {
         if (kPlain.find(byte) != std::string_view::npos) {
             uri += byte;
             continue;
@@ -69,6 +71,9 @@ void SarifReport::describeTool() {
         json_.textMember("id", row.id);
         json_.startObject("shortDescription");
         json_.textMember("text", row.text);
+        json_.endObject();
+        json_.startObject("fullDescription");
+        json_.textMember("text", row.remedy);
         json_.endObject();
         json_.startObject("help");
         json_.textMember("text", row.remedy);

@@ -19,6 +19,10 @@ std::filesystem::path toPath(std::string_view name);
 /// lacks one of its characters.
 std::string toName(const std::filesystem::path& path);
 
+/// The name as the path of a URI has it before special bytes are written with a percent sign: with
+/// forward slashes, one in front of a drive, and in UTF-8. Its bytes as they are but on Windows.
+std::string toUriPath(std::string_view name);
+
 /// Where the last part of a name begins: behind the last of the bytes in `separators`. Where a
 /// character of the code page has two bytes, the second one is no separator.
 std::size_t startOfLastPart(std::string_view name, std::string_view separators);

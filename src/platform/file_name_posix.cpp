@@ -12,6 +12,10 @@ std::string toName(const std::filesystem::path& path) {
     return path.native();
 }
 
+std::string toUriPath(std::string_view name) {
+    return std::string(name);
+}
+
 std::size_t startOfLastPart(std::string_view name, std::string_view separators) {
     return name.find_last_of(separators) + 1;  // npos + 1 is 0: the whole name
 }

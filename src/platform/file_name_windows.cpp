@@ -26,6 +26,13 @@ std::string toName(const std::filesystem::path& path) {
     return toPath(name).native() == wide ? name : std::string();
 }
 
+std::string toUriPath(std::string_view name) {
+    const std::filesystem::path path = toPath(name);
+    const std::u8string text = path.generic_u8string();
+    return (path.is_absolute() && !text.starts_with(u8"/") ? "/" : "") +
+           std::string(text.begin(), text.end());
+}
+
 std::size_t startOfLastPart(std::string_view name, std::string_view separators) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < name.size(); ++i) {

@@ -3,18 +3,21 @@
 
     agreement_test.py --program QUILLMARK --tool QUILLMARK_A2L --source DIRECTORY [FILE...]
 
-Without files: all descriptions of the examples, the recorded runs and the fuzz targets. For each,
+Without files: all descriptions of the examples, the recorded runs and the fuzz targets, and *.a2l
+in the directories that the variable QUILLMARK_DESCRIPTIONS names, separated by colons. For each,
 
 - `check` and `convert` agree: whether it converts, and the first finding's kind, line and text;
 - where it converts, `json` fits its schema, as a document and line by line, and its signals are
-  those of the include file: as many, in the same order, with the same names, addresses and units.
+  those of the include file: as many, in the same order, with the same names, addresses and units;
+- where it converts, `diff` finds no signal or conversion in which it differs from itself.
 
-What `check` writes as JSON and as SARIF fits the schemas, too. Exit status 77 where Python lacks the
-module jsonschema.
+What `check` writes as JSON and as SARIF fits the schemas, too, and what `diff` writes of it and the
+one before. Exit status 77 where Python lacks the module jsonschema.
 """
 
 import argparse
 import json
+import os
 import re
 import resource
 import subprocess
@@ -154,18 +157,32 @@ def element_count(document):
     return count
 
 
+def object_of(members):
+    """A JSON object, in which no name may stand twice."""
+    result = dict(members)
+    if len(result) != len(members):
+        raise ValueError(f"a name stands twice among {[name for name, _ in members]}")
+    return result
+
+
+def validator_of(schema):
+    return jsonschema.validators.validator_for(schema)(schema)
+
+
 class Agreement:
     def __init__(self, program, tool, source, place):
         self.program, self.tool, self.place = program, tool, place
         self.versions = source / "examples/sigtrakVersions.xml"
         self.validators = {
-            name: jsonschema.Draft7Validator(json.loads(path.read_text(encoding="utf-8")))
+            name: validator_of(json.loads(path.read_text(encoding="utf-8")))
             for name, path in {
                 "description": source / "docs/description.schema.json",
                 "check": source / "docs/check.schema.json",
-                "sarif": HERE / "sarif-2.1.0-subset.schema.json",
+                "diff": source / "docs/diff.schema.json",
+                "sarif": HERE / "sarif-2.1.0-rtm.5.schema.json",
             }.items()
         }
+        self.last = None
         self.problems = 0
         self.converted = 0
 
@@ -175,7 +192,7 @@ class Agreement:
 
     def validate(self, path, schema, text):
         """The document, if it fits its schema."""
-        document = json.loads(text.decode("utf-8"))
+        document = json.loads(text.decode("utf-8"), object_pairs_hook=object_of)
         for error in self.validators[schema].iter_errors(document):
             self.fail(path, f"{schema}: {error.message[:200]} at {list(error.absolute_path)}")
             break
@@ -197,6 +214,7 @@ class Agreement:
         if converted.returncode == 0:
             self.converted += 1
             self.compare_json(path, document, include_file)
+            self.compare_diff(path)
 
     def compare_check(self, path, converted):
         checked = run(self.tool, "check", "--format=json", path)
@@ -220,6 +238,17 @@ class Agreement:
         log = self.validate(path, "sarif", sarif.stdout)
         if len(log["runs"][0]["results"]) != len(report["findings"]):
             self.fail(path, "SARIF has another number of results")
+        self.check_sarif(path, log["runs"][0])
+
+    def check_sarif(self, path, log):
+        """What the schema cannot say: rules by index, references of RFC 3986."""
+        rules = log["tool"]["driver"]["rules"]
+        for result in log["results"]:
+            if "ruleIndex" in result and rules[result["ruleIndex"]]["id"] != result["ruleId"]:
+                self.fail(path, f"SARIF has the rule {result['ruleId']} at another index")
+            uri = result["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]
+            if not re.fullmatch(r"(file://)?([\w/.~!$&'()*+,;=:@-]|%[0-9A-F]{2})*", uri, re.ASCII):
+                self.fail(path, f"SARIF has a place that is no URI: {uri}")
 
     def compare_json(self, path, document, include_file):
         if document is None:
@@ -242,11 +271,28 @@ class Agreement:
             self.fail(path, "json --lines has another number of signals than the document")
 
 
+    def compare_diff(self, path):
+        itself = run(self.tool, "diff", "--ignore=incomparable,setting", path, path)
+        if itself.returncode != 0:
+            self.fail(path, f"diff finds that it differs from itself: {itself.stdout[:200]}")
+        if self.last is not None:
+            differences = run(self.tool, "diff", "--format=json", self.last, path)
+            document = self.validate(path, "diff", differences.stdout)
+            if differences.returncode != (1 if document["differences"] else 0):
+                self.fail(path, f"diff ends with {differences.returncode}")
+        self.last = path
+
+
 def descriptions_of(source):
     """Each content once."""
+    places = [(source, "examples/**/*.a2l"), (source, "tests/cli/**/*.a2l"),
+              (source, "fuzz/corpus/reader/*")]
+    for directory in os.environ.get("QUILLMARK_DESCRIPTIONS", "").split(":"):
+        if directory:
+            places.append((Path(directory), "**/*.a2l"))
     known = {}
-    for pattern in ("examples/**/*.a2l", "tests/cli/**/*.a2l", "fuzz/corpus/reader/*"):
-        for path in sorted(source.glob(pattern)):
+    for directory, pattern in places:
+        for path in sorted(directory.glob(pattern)):
             if path.is_file():
                 known.setdefault(path.read_bytes(), path)
     return list(known.values())

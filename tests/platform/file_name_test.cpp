@@ -37,6 +37,17 @@ TEST(FileName, IsThatOfTheFile) {
     EXPECT_EQ(count, localNames().size());
 }
 
+TEST(FileName, AsPathOfAUri) {
+    EXPECT_EQ(toUriPath("a/b c.a2l"), "a/b c.a2l");
+    EXPECT_EQ(toUriPath(""), "");
+#ifdef _WIN32
+    EXPECT_EQ(toUriPath("a\\b.a2l"), "a/b.a2l");
+    EXPECT_EQ(toUriPath("C:\\a\\b.a2l"), "/C:/a/b.a2l");
+#else
+    EXPECT_EQ(toUriPath("/a\\b\xFF"), "/a\\b\xFF");
+#endif
+}
+
 TEST(FileName, SlashesPartIt) {
     // What is a backslash in a name here parts directories there.
     EXPECT_EQ(toName(toPath("a\\b")), kIsWindows ? "a/b" : "a\\b");
