@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/file_name.h"
+#include "platform/temporary_file.h"
 
 namespace quillmark::a2ltool {
 namespace {
@@ -37,7 +38,7 @@ Description Input::read(const ReadOptions& options, bool keepText) {
     if (stream == nullptr) {
         return {};
     }
-    copy_ = keepText ? std::tmpfile() : nullptr;
+    copy_ = keepText ? openTemporaryFile() : nullptr;
     return readOnce(*stream, options);
 }
 

@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kAttempts = 100;
+constexpr const char* kPartPrefix = ".quillmark-a2l-part-";
 
 /// The file behind a name: a symbolic link stays one, what it points to is replaced.
 std::string withoutLinks(const std::string& name) {
@@ -28,10 +29,12 @@ std::string withoutLinks(const std::string& name) {
 }
 
 /// Creates a file beside the named one and returns its name, an empty one if that is impossible.
+/// Its name is a short one, as the other may be as long as names can be.
 std::string createPart(const std::string& name) {
+    const std::string directory = name.substr(0, startOfLastPart(name, kDirectorySeparators));
     std::random_device random;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        std::string part = name + ".part" + std::to_string(random() % 1000000);
+        std::string part = directory + kPartPrefix + std::to_string(random());
         if (createEmptyFile(part)) {
             return part;
         }

@@ -44,6 +44,17 @@ TEST_F(ResultFileTest, ReplacesAFileWhenItIsComplete) {
     EXPECT_EQ(fileCount(), 1);
 }
 
+TEST_F(ResultFileTest, MayHaveTheLongestName) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "the whole path is limited there";
+    }
+    const std::string name = directory_.file(std::string(255, 'n'));
+    const auto result = ResultFile::open(name);
+    result->sink().write("new");
+    EXPECT_TRUE(result->finish());
+    EXPECT_EQ(readFile(name), "new");
+}
+
 TEST_F(ResultFileTest, LeavesNothingBehindIfItIsNeverFinished) {
     writeFile(name_, "old");
     ResultFile::open(name_)->sink().write("new");
