@@ -99,14 +99,14 @@ void declareItemList(py::module_& module) {
             py::arg("name"), "The first item of this name.")
         .def(
             "get",
-            [](const ItemList& self, const py::str& name, py::object otherwise) {
+            [](const ItemList& self, const py::str& name, const py::object& otherwise) {
                 py::object item = find(self, name);
                 return item ? item : otherwise;
             },
             py::arg("name"), py::arg("default") = py::none(),
             "The first item of this name, or the default.")
         .def("__contains__", &contains, "Whether there is this item, or one of this name.")
-        .def("__iter__", [](std::shared_ptr<ItemList> self) { return ItemIterator{self}; })
+        .def("__iter__", [](const std::shared_ptr<ItemList>& self) { return ItemIterator{self}; })
         .def("__repr__", &representation);
 }
 

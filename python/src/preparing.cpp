@@ -13,7 +13,6 @@
 #include "quillmark/description.h"
 #include "quillmark/prepare.h"
 #include "reading.h"
-#include "values.h"
 
 namespace quillmark::python {
 namespace {

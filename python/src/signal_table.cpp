@@ -1,7 +1,6 @@
 #include "signal_table.h"
 
 #include <cstdint>
-#include <limits>
 #include <string_view>
 #include <utility>
 #include <vector>

@@ -1,7 +1,5 @@
 #include "values.h"
 
-#include <string>
-
 namespace quillmark::python {
 namespace {
 

@@ -12,7 +12,6 @@
 #include "quillmark/convert.h"
 #include "quillmark/expand.h"
 #include "reading.h"
-#include "values.h"
 
 namespace quillmark::python {
 namespace {
