@@ -20,7 +20,7 @@ void PartWriter::writeEdited(const Part& part, TextEdits& edits) {
 void PartWriter::takeOut(const Part& part) {
     fetchRestOfLine(part.end);
     TextEdits edits;
-    edits.takeOut(source_.view(), part.begin, part.end);
+    edits.takeOut(source_.view(), part.begin, part.end, last_ == '\n' || last_ == '\r');
     const TextEdit& edit = edits.sorted().front();
     copy(0, edit.from);
     make(edit.text, source_.placeOf(part.begin));
@@ -54,8 +54,7 @@ std::string PartWriter::indentation(const Part& part) const {
 
 void PartWriter::copy(std::size_t from, std::size_t to) {
     if (map_ == nullptr && !latin1_) {
-        output_.write(source_.view().substr(from, to - from));
-        written_ += to - from;
+        write(source_.view().substr(from, to - from));
         return;
     }
     while (from < to) {
@@ -78,14 +77,13 @@ void PartWriter::make(std::string_view bytes, Place place) {
 }
 
 void PartWriter::putMark(std::string_view mark) {
-    output_.write(mark);
-    written_ += mark.size();
+    write(mark);
+    last_ = '\n';
 }
 
 void PartWriter::put(std::string_view bytes, Place place) {
     if (!latin1_ || isAscii(bytes)) {
-        output_.write(bytes);
-        written_ += bytes.size();
+        write(bytes);
         return;
     }
     converted_.clear();
@@ -94,8 +92,15 @@ void PartWriter::put(std::string_view bytes, Place place) {
         report_.loss(place, std::to_string(lost) + (lost == 1 ? " character" : " characters") +
                                 " from here on that ISO 8859-1 lacks became ?");
     }
-    output_.write(converted_);
-    written_ += converted_.size();
+    write(converted_);
+}
+
+void PartWriter::write(std::string_view bytes) {
+    if (!bytes.empty()) {
+        output_.write(bytes);
+        written_ += bytes.size();
+        last_ = bytes.back();
+    }
 }
 
 }  // namespace quillmark::preparing

@@ -51,6 +51,7 @@ class PartWriter {
   private:
     void fetchRestOfLine(std::size_t position);
     void put(std::string_view bytes, Place place);
+    void write(std::string_view bytes);
 
     SourceText& source_;
     Report& report_;
@@ -58,6 +59,7 @@ class PartWriter {
     LineMap* map_;
     bool latin1_;
     std::uint64_t written_ = 0;
+    char last_ = '\n';  ///< the last byte that was written
     std::string converted_;
 };
 

@@ -16,7 +16,7 @@ bool isLineEnd(char byte) {
 
 }  // namespace
 
-void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to) {
+void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to, bool beginsLine) {
     std::size_t begin = from;
     while (begin > 0 && isSpace(text[begin - 1])) {
         --begin;
@@ -25,16 +25,16 @@ void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to)
     while (end < text.size() && isSpace(text[end])) {
         ++end;
     }
-    const bool beginsLine = begin > 0 && isLineEnd(text[begin - 1]);
-    const bool endsLine = end < text.size() && isLineEnd(text[end]);
-    if (beginsLine && endsLine) {
+    const bool isFirst = begin > 0 ? isLineEnd(text[begin - 1]) : beginsLine;
+    const bool isLast = end < text.size() && isLineEnd(text[end]);
+    if (begin > 0 && isFirst && isLast) {
         // The line feed before goes, the one behind stays.
         --begin;
         if (begin > 0 && text[begin] == '\n' && text[begin - 1] == '\r') {
             --begin;
         }
         replace(begin, end, {});
-    } else if (beginsLine || begin == 0) {
+    } else if (isFirst) {
         replace(from, end, {});
     } else {
         // What stands right behind the words must not run together with what is before them.

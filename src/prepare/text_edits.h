@@ -22,7 +22,8 @@ class TextEdits {
     }
 
     /// Takes words out of `text`, with the blanks before them, or their lines if they fill them.
-    void takeOut(std::string_view text, std::size_t from, std::size_t to);
+    /// `beginsLine`: a line begins with the text.
+    void takeOut(std::string_view text, std::size_t from, std::size_t to, bool beginsLine = true);
 
     [[nodiscard]] bool empty() const { return edits_.empty(); }
     void clear() { edits_.clear(); }

@@ -158,6 +158,11 @@ TEST(Prepare, KnowsWhereABlockMayStand) {
               "5 lost: took out the block UNIT, which nobody knows\n");
 }
 
+TEST(Prepare, KeepsWordsApartBetweenWhichOthersGo) {
+    EXPECT_EQ(prepareInMemory("/begin PROJECT P /\"x\" y \"z\" /end PROJECT").text,
+              "/begin PROJECT P / /end PROJECT");
+}
+
 TEST(Prepare, TakesOutAllWordsThatAreUnknownInAList) {
     expectRows({
         {"/begin IF_DATA ASAP1B_CCP /begin TP_BLOB 1 2 3 4 5 1 /begin CAN_PARAM 1 2 3 a b /end "
