@@ -1,6 +1,5 @@
 #include "prepare/block_walk.h"
 
-#include <array>
 #include <cstdlib>
 #include <limits>
 

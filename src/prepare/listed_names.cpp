@@ -43,6 +43,10 @@ class NameCollector final : public LeafTaker {
                                                                            : all_;
     }
 
+    [[nodiscard]] bool contains(std::string_view signal) const {
+        return std::find(all_.begin(), all_.end(), signal) != all_.end();
+    }
+
     [[nodiscard]] bool hasLost() const { return hasLost_; }
 
   private:
@@ -105,8 +109,7 @@ const Member* findInstanceOf(std::string_view signal, const ModuleSurvey& module
         NameCollector collector;
         collector.begin(*named.instance);
         expand(module, *named.instance, options, collector);
-        const auto& names = collector.namesFor({});
-        if (std::find(names.begin(), names.end(), signal) != names.end()) {
+        if (collector.contains(signal)) {
             return named.instance;
         }
     }
