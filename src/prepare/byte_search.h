@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -92,15 +93,20 @@ inline std::size_t countLineFeeds(std::string_view text) {
     constexpr std::size_t kStep = 16;
     constexpr std::size_t kMostSteps = 255;  // what a byte can count
     const __m128i feeds = _mm_set1_epi8('\n');
-    while (from + kStep <= text.size()) {
+    const auto isFeed = [&feeds, &text](std::size_t at) {
+        return _mm_cmpeq_epi8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at)),
+                              feeds);
+    };
+    while (from + 2 * kStep <= text.size()) {
+        const std::size_t steps = std::min(kMostSteps, (text.size() - from) / (2 * kStep));
         __m128i found = _mm_setzero_si128();
-        for (std::size_t i = 0; i < kMostSteps && from + kStep <= text.size(); ++i) {
-            const __m128i bytes =
-                _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + from));
-            found = _mm_sub_epi8(found, _mm_cmpeq_epi8(bytes, feeds));
-            from += kStep;
+        __m128i others = _mm_setzero_si128();
+        for (const std::size_t end = from + steps * 2 * kStep; from < end; from += 2 * kStep) {
+            found = _mm_sub_epi8(found, isFeed(from));
+            others = _mm_sub_epi8(others, isFeed(from + kStep));
         }
-        const __m128i sums = _mm_sad_epu8(found, _mm_setzero_si128());
+        const __m128i sums = _mm_add_epi64(_mm_sad_epu8(found, _mm_setzero_si128()),
+                                           _mm_sad_epu8(others, _mm_setzero_si128()));
         constexpr int kUpperHalf = 4;
         count += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
                  static_cast<std::size_t>(_mm_extract_epi16(sums, kUpperHalf));

@@ -14,6 +14,45 @@ namespace {
 /// Bytes of a block that is not kept are given away in pieces of this size.
 constexpr std::size_t kDiscardSize = std::size_t{128} * 1024;
 
+constexpr std::string_view kInterface = "IF_DATA";
+
+bool isLetter(char byte) {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_';
+}
+
+// Where something ends that is plain and lies in a text as a whole; npos if it does not.
+
+std::size_t endBehind(std::string_view text, std::string_view closing, std::size_t from) {
+    const std::size_t found = text.find(closing, from);
+    return found == std::string_view::npos ? found : found + closing.size();
+}
+
+/// A text in quotes without any other quote or backslash.
+std::size_t endOfPlainText(std::string_view text, std::size_t begin) {
+    const std::size_t end = text.find('"', begin + 1);
+    const bool isPlain = end != std::string_view::npos && end + 1 < text.size() &&
+                         text[end + 1] != '"' &&
+                         text.substr(begin, end - begin).find('\\') == std::string_view::npos;
+    return isPlain ? end + 1 : std::string_view::npos;
+}
+
+/// A word of letters, digits and underscores.
+std::size_t endOfPlainWord(std::string_view text, std::size_t begin) {
+    if (begin == std::string_view::npos || !isLetter(text[begin])) {
+        return std::string_view::npos;
+    }
+    std::size_t end = begin;
+    while (end < text.size() && (isLetter(text[end]) || (text[end] >= '0' && text[end] <= '9'))) {
+        ++end;
+    }
+    return end < text.size() && !isNameByte(text[end]) ? end : std::string_view::npos;
+}
+
+bool startsWord(std::string_view text, std::size_t from, std::string_view word) {
+    return text.size() - from > word.size() && text.substr(from, word.size()) == word &&
+           !isNameByte(text[from + word.size()]);
+}
+
 bool isBlank(char byte) {
     return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r' || byte == '\0';
 }
@@ -286,6 +325,45 @@ Part DescriptionScanner::endLevel(const Token& end) {
     return refuse(end, "/end " + keyword + " where nothing of that kind is open");
 }
 
+/// Goes over the plain texts, comments and blocks of a block. Stays in front of its end, and of all
+/// that is to be looked at more closely.
+void DescriptionScanner::skipInside(std::size_t& position, std::size_t& depth) const {
+    const std::string_view text = source_.view();
+    for (;;) {
+        const std::size_t mark = findMark(text, position);
+        std::size_t end = std::string_view::npos;
+        if (mark == std::string_view::npos) {
+            return;
+        }
+        if (text[mark] == '"') {
+            end = endOfPlainText(text, mark);
+        } else if (text[mark] != '/' || (mark > 0 && isNameByte(text[mark - 1]))) {
+            return;
+        } else if (text.substr(mark, 2) == "/*") {
+            end = endBehind(text, "*/", mark + 2);
+        } else if (text.substr(mark, 2) == "//") {
+            end = endBehind(text, "\n", mark + 2);
+        } else if (startsWord(text, mark, "/begin")) {
+            // What interfaces hold has rules of its own.
+            const std::size_t word = text.find_first_not_of(" \t\r\n", mark + 6);
+            if (word == std::string_view::npos || !isLetter(text[word]) ||
+                text.size() - word <= kInterface.size() ||
+                text.substr(word, kInterface.size()) == kInterface) {
+                return;
+            }
+            ++depth;
+            end = word;
+        } else if (depth > 1 && startsWord(text, mark, "/end")) {
+            end = endOfPlainWord(text, text.find_first_not_of(" \t\r\n", mark + 4));
+            depth -= end == std::string_view::npos ? 0 : 1;
+        }
+        if (end == std::string_view::npos) {
+            return;
+        }
+        position = end;
+    }
+}
+
 /// Goes to the next token that may open or close something, and false if there is none in the
 /// window. Everything else is read over without being taken apart.
 bool DescriptionScanner::skipToMark(std::size_t& position) const {
@@ -317,6 +395,9 @@ bool DescriptionScanner::readBlock(Part& part, bool keeps) {
             }
             source_.discard(position);
             position = 0;
+        }
+        if (!keeps && part.keyword != "A2ML") {
+            skipInside(position, depth);
         }
         if (skipToMark(position)) {
             if (!readBlockItem(position, depth, part)) {

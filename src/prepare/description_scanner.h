@@ -73,6 +73,7 @@ class DescriptionScanner {
     Part open(Part::Kind kind, const Token& begin, const Token& last, std::string name);
     Part refuse(const Token& token, std::string_view text);
 
+    void skipInside(std::size_t& position, std::size_t& depth) const;
     bool skipToMark(std::size_t& position) const;
     void skipInterface(std::size_t& position, const Part& part);
     void skipUnknownInterface(std::size_t& position);

@@ -45,6 +45,11 @@ constexpr ByteClassRow kByteClassRows[] = {
 
 constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses(kByteClassRows);
 
+/// An ASCII character that is neither blank nor control character.
+bool isInk(char byte) {
+    return static_cast<signed char>(byte) > ' ';
+}
+
 bool isOf(char byte, ByteClass byteClass) {
     return (kByteClasses[static_cast<unsigned char>(byte)] & byteClass) != 0;
 }
@@ -62,6 +67,11 @@ TokenKind kindOfWord(std::string_view word) {
         }
     }
     return TokenKind::Word;
+}
+
+/// A blank or control character, none of which belongs to any name.
+bool isPlainEnd(char byte) {
+    return static_cast<unsigned char>(byte) <= ' ';
 }
 
 /// The reader tells single bytes and keywords apart by their numbers, and these two have the
@@ -89,9 +99,18 @@ Token TokenReader::take(TokenKind kind, std::size_t end) {
     return token;
 }
 
-/// Most blanks are the spaces of an indentation behind a line feed.
+/// Nearly always there is one space, or a line feed and the spaces of an indentation.
 inline void TokenReader::skipBlanks() {
     std::size_t p = position_;
+    if (p + 1 < text_.size()) {
+        if (isInk(text_[p])) {
+            return;
+        }
+        if (text_[p] == ' ' && isInk(text_[p + 1])) {
+            position_ = p + 1;
+            return;
+        }
+    }
     while (p < text_.size() && isOf(text_[p], kBlank)) {
         p = text_[p] == '\n' ? skipSpaces(text_, p + 1) : p + 1;
     }
@@ -149,7 +168,9 @@ Token TokenReader::nextWord() {
 }
 
 Token TokenReader::readWord() {
-    const std::size_t end = skip(skipPlainName(text_, position_ + 1), kName);
+    const std::size_t plain = skipPlainName(text_, position_ + 1);
+    const std::size_t end =
+        plain < text_.size() && isPlainEnd(text_[plain]) ? plain : skip(plain, kName);
     return take(kindOfWord(text_.substr(position_, end - position_)), end);
 }
 
