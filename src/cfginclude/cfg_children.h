@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -52,16 +51,13 @@ class CfgChild {
 
     void addIntValue(std::string_view key, std::int64_t value) {
         char* const at = startLine(key);
-        if (value >= 0 && value <= 9) {
-            *at = static_cast<char>('0' + value);
-            endLine(at + 1);
-            return;
-        }
         endLine(std::to_chars(at, at + kLongestText, value).ptr);
     }
 
     void addHexValue(std::string_view key, std::uint32_t value) {
-        endLine(putHexadecimal(append(startLine(key), "0x"), value));
+        constexpr int kHexadecimal = 16;
+        char* const at = append(startLine(key), "0x");
+        endLine(std::to_chars(at, at + kLongestText, value, kHexadecimal).ptr);
     }
 
     void addRealValue(std::string_view key, double value);
@@ -86,17 +82,14 @@ class CfgChild {
         const char* const from = text.data();
         const std::size_t size = text.size();
         const auto copyEnds = [&](auto word) {
-            decltype(word) last{};
+            decltype(word) last = 0;
             std::memcpy(&word, from, sizeof word);
             std::memcpy(&last, from + size - sizeof word, sizeof word);
             std::memcpy(at, &word, sizeof word);
             std::memcpy(at + size - sizeof word, &last, sizeof word);
         };
-        using SixteenBytes = std::array<std::uint64_t, 2>;
-        if (size > 2 * sizeof(SixteenBytes)) {
+        if (size > 2 * sizeof(std::uint64_t)) {
             std::memcpy(at, from, size);
-        } else if (size >= sizeof(SixteenBytes)) {
-            copyEnds(SixteenBytes{});
         } else if (size >= sizeof(std::uint64_t)) {
             copyEnds(std::uint64_t{});
         } else if (size >= sizeof(std::uint32_t)) {

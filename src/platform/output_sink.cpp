@@ -7,28 +7,28 @@
 
 namespace quillmark {
 
-OutputSink::OutputSink()
-    : buffer_(new char[kBufferSize + kRoom]),
-      at_(buffer_.get()),
-      full_(buffer_.get() + kBufferSize) {}
+OutputSink::OutputSink() : buffer_(new char[kBufferSize + kRoom]) {}
 
 void OutputSink::writeAcross(std::string_view bytes) {
-    if (at_ != buffer_.get()) {
-        bytes.remove_prefix(bytes.copy(at_, left()));
+    if (used_ > 0) {
+        const std::size_t head = kBufferSize - used_;
+        bytes.copy(buffer_.get() + used_, head);
+        bytes.remove_prefix(head);
         drain({buffer_.get(), kBufferSize});
+        used_ = 0;
     }
     const std::size_t whole = bytes.size() - bytes.size() % kBufferSize;
     if (whole > 0) {
         drain(bytes.substr(0, whole));
         bytes.remove_prefix(whole);
     }
-    at_ = buffer_.get() + bytes.copy(buffer_.get(), bytes.size());
+    used_ = bytes.copy(buffer_.get(), bytes.size());
 }
 
 void OutputSink::drainWholeBuffer() {
     drain({buffer_.get(), kBufferSize});
-    at_ -= kBufferSize;
-    std::memcpy(buffer_.get(), full_, static_cast<std::size_t>(at_ - buffer_.get()));
+    used_ -= kBufferSize;
+    std::memcpy(buffer_.get(), buffer_.get() + kBufferSize, used_);
 }
 
 void OutputSink::finish() {
@@ -36,9 +36,9 @@ void OutputSink::finish() {
         return;
     }
     finished_ = true;
-    if (at_ != buffer_.get()) {
-        drain({buffer_.get(), static_cast<std::size_t>(at_ - buffer_.get())});
-        at_ = buffer_.get();
+    if (used_ > 0) {
+        drain({buffer_.get(), used_});
+        used_ = 0;
     }
     end();
 }

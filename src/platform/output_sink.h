@@ -26,20 +26,21 @@ class OutputSink {
     virtual ~OutputSink() = default;
 
     void write(std::string_view bytes) {
-        if (bytes.size() > left()) {
+        if (bytes.size() > kBufferSize - used_) {
             writeAcross(bytes);
             return;
         }
-        at_ += bytes.copy(at_, bytes.size());
+        bytes.copy(buffer_.get() + used_, bytes.size());
+        used_ += bytes.size();
     }
 
     /// How many bytes may be put together in place at a time: there are as many from room() on.
     /// What stands there up to the end that written() is told, is written.
     static constexpr std::size_t kRoom = 1024;
-    char* room() { return at_; }
-    void written(char* end) {
-        at_ = end;
-        if (at_ >= full_) {
+    char* room() { return buffer_.get() + used_; }
+    void written(const char* end) {
+        used_ = static_cast<std::size_t>(end - buffer_.get());
+        if (used_ >= kBufferSize) {
             drainWholeBuffer();
         }
     }
@@ -50,15 +51,15 @@ class OutputSink {
         for (; blanks > kBlanks.size(); blanks -= kBlanks.size()) {
             write(kBlanks);
         }
-        if (kBlanks.size() + bytes.size() > left()) {
+        if (kBlanks.size() + bytes.size() > kBufferSize - used_) {
             write(kBlanks.substr(0, blanks));
             write(bytes);
             return;
         }
         // A copy of known size is a move or two; the bytes go over the blanks that are too many.
-        kBlanks.copy(at_, kBlanks.size());
-        at_ += blanks;
-        at_ += bytes.copy(at_, bytes.size());
+        kBlanks.copy(buffer_.get() + used_, kBlanks.size());
+        bytes.copy(buffer_.get() + used_ + blanks, bytes.size());
+        used_ += blanks + bytes.size();
     }
 
     /// Hands on what is still buffered and ends the sink. Nothing may be written afterwards; a
@@ -78,13 +79,11 @@ class OutputSink {
     void fail() { ok_ = false; }
 
   private:
-    std::size_t left() const { return static_cast<std::size_t>(full_ - at_); }
     void writeAcross(std::string_view bytes);
     void drainWholeBuffer();
 
     std::unique_ptr<char[]> buffer_;  ///< with room behind its end
-    char* at_;                        ///< behind the last byte in it
-    char* full_;                      ///< its end
+    std::size_t used_ = 0;
     bool ok_ = true;
     bool finished_ = false;
 };
