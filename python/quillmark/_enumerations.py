@@ -121,3 +121,27 @@ class DifferenceLevel(enum.Enum):
     CANNOT_COMPARE = "cannot compare"
     ERROR = "error"
     WARNING = "warning"
+
+
+class DiffKind(enum.Enum):
+    """What has happened from one description to the next."""
+
+    INCOMPARABLE = "incomparable"
+    SETTING = "setting"
+    NAME = "name"
+    REMOVED = "removed"
+    ADDED = "added"
+    ADDRESS = "address"
+    TYPE = "type"
+    CONVERSION = "conversion"
+    UNIT = "unit"
+
+
+class DiffObject(enum.Enum):
+    """To what it has happened. TABLE: a COMPU_TAB, COMPU_VTAB or COMPU_VTAB_RANGE."""
+
+    SETTING = "setting"
+    MODULE = "module"
+    SIGNAL = "signal"
+    CONVERSION = "conversion"
+    TABLE = "table"

@@ -4,7 +4,7 @@
 
 namespace quillmark::python {
 
-/// compare().
+/// compare() and diff().
 void declareComparing(py::module_& module);
 
 }  // namespace quillmark::python

@@ -194,6 +194,15 @@ void declareConversion(py::module_& module) {
             "empty where those have no inverse of that form.")
         .attribute<&Conversion::denominatorCoefficients>("denominator_coefficients",
                                                          "See coefficients.")
+        .attribute<&Conversion::formula>(
+            "formula",
+            "FORM: how to calculate the physical value, as the description writes it; empty "
+            "otherwise.")
+        .attribute<&Conversion::inverseFormula>(
+            "inverse_formula", "FORM: the way back, where the description has one.")
+        .attribute<&Conversion::displayFormat>(
+            "display_format",
+            "How many digits to show, such as \"%8.3\": all of them, and those behind the point.")
         .attribute<&Conversion::table>("table", "The table that a method names, or None.")
         .attribute<&Conversion::rows>("rows", "The rows of a table, empty for a method.")
         .attribute<&Conversion::defaultText>(
@@ -265,6 +274,9 @@ void declareSignal(py::module_& module) {
             "conversion", "How raw values become physical ones; None for NO_COMPU_METHOD.")
         .attribute<&Signal::unitText>("unit_text",
                                       "The unit as an include file has it; empty for none.")
+        .attribute<&Signal::displayFormat>(
+            "display_format",
+            "How many digits to show where it is not as the conversion says; else empty.")
         .attribute<&Signal::recordLayout>("record_layout", "Of a characteristic; else None.")
         .attribute<&Signal::virtualMembers>("virtual_members",
                                             "The signals from which a virtual one is calculated.")

@@ -51,6 +51,8 @@ void loadEnumerations() {
     load(enumerations, "EventUse", EventUse::Consistency);
     load(enumerations, "Severity", Severity::Error);
     load(enumerations, "DifferenceLevel", DifferenceLevel::Warning);
+    load(enumerations, "DiffKind", DiffKind::Unit);
+    load(enumerations, "DiffObject", DiffObject::Table);
 }
 
 }  // namespace quillmark::python

@@ -10,6 +10,7 @@
 
 #include "item_list.h"
 #include "quillmark/compare.h"
+#include "quillmark/diff.h"
 #include "quillmark/enumerations.h"
 #include "quillmark/finding.h"
 #include "quillmark/list.h"

@@ -153,3 +153,14 @@ def test_a_name_that_is_only_used_is_not_defined() -> None:
     assert signal.conversion is not None
     assert not signal.conversion.is_defined
     assert repr(signal.conversion) == "<quillmark.Conversion lost: not defined>"
+
+
+def test_formulas_and_formats_are_texts() -> None:
+    formula = '/begin FORMULA "X1 * 2" FORMULA_INV "X1 / 2" /end FORMULA'
+    method = f'/begin COMPU_METHOD c "" FORM "%8.3" "" {formula} /end COMPU_METHOD'
+    signal = signal_of(method, measurement("UBYTE", "c", 'FORMAT "%4.1"'))
+    conversion = signal.conversion
+    assert conversion is not None
+    assert (conversion.formula, conversion.inverse_formula) == ("X1 * 2", "X1 / 2")
+    assert (conversion.display_format, signal.display_format) == ("%8.3", "%4.1")
+    assert signal_of(measurement("UBYTE")).display_format == ""

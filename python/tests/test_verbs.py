@@ -10,7 +10,7 @@ from pathlib import Path
 import pytest
 
 import quillmark
-from conftest import EXAMPLES, VERSIONS, described
+from conftest import EXAMPLES, VERSIONS, described, measurement
 
 FAN = EXAMPLES / "first" / "fan.a2l"
 ENGINE = EXAMPLES / "engine-xcp" / "engine.a2l"
@@ -163,6 +163,43 @@ def test_what_cannot_be_compared_is_an_error(tmp_path) -> None:
         quillmark.compare(FAN, tmp_path / "none.a2l")
 
 
+TOOL = PROGRAM.with_name("quillmark-a2l")
+
+
+@pytest.mark.skipif(not TOOL.exists(), reason="the program is not built")
+@pytest.mark.parametrize("ignore", [[], ["setting"], ["address", "name"]])
+def test_tells_the_differences_that_the_program_tells(ignore: list[str]) -> None:
+    files = [EXAMPLES / "compare-xcp" / f"{name}.a2l" for name in ("old", "new")]
+    command = [str(TOOL), "diff", *map(str, files), *(f"--ignore={kind}" for kind in ignore)]
+    told = subprocess.run(command, capture_output=True, text=True).stdout
+    differences = quillmark.diff(*files, ignore=ignore)
+    assert "".join(f"{difference}\n" for difference in differences) == told
+    kinds = [quillmark.DiffKind(word) for word in ignore]
+    again = quillmark.diff(*(quillmark.read(file) for file in files), ignore=kinds)
+    assert [str(difference) for difference in again] == [str(each) for each in differences]
+
+
+def test_a_difference_tells_what_has_become_of_what() -> None:
+    older = described(measurement("UBYTE"))
+    newer = described(measurement("UWORD").replace("0x10", "0x20").replace(" s ", " t "))
+    assert quillmark.diff(older, older) == []
+    removed, added = sorted(quillmark.diff(older, newer), key=lambda each: each.name)
+    assert removed.kind is quillmark.DiffKind.REMOVED
+    assert removed.object is quillmark.DiffObject.SIGNAL
+    assert (removed.module, removed.name, removed.old, removed.new) == ("M", "s", "0x10", None)
+    assert (added.kind.value, added.old, added.new) == ("added", None, "0x20")
+    assert removed.sentence == ""
+    assert "removed" in repr(removed)
+
+
+def test_only_kinds_can_be_ignored() -> None:
+    for kinds in ["moved"], [7], "unit":
+        with pytest.raises(ValueError):
+            quillmark.diff(FAN, FAN, ignore=kinds)
+    with pytest.raises(quillmark.Error):
+        quillmark.diff(FAN, b"mistake")
+
+
 def test_eight_threads_share_a_description() -> None:
     description = quillmark.read(ENGINE)
     expected = lines_of(quillmark.convert(description, versions=VERSIONS).include_file)
@@ -177,6 +214,7 @@ def test_eight_threads_share_a_description() -> None:
                 assert sum(signal.address is not None for signal in signals) > 40
                 assert signals["tOil"].conversion(80) == 0
                 assert quillmark.compare(description, quillmark.read(ENGINE)) == []
+                assert quillmark.diff(description, quillmark.read(ENGINE)) == []
         except BaseException as error:  # told by the main thread
             failures.append(error)
 
