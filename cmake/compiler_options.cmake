@@ -79,3 +79,9 @@ function(quillmark_add_library folder)
     target_link_libraries(${target} PRIVATE quillmark_compiler_options quillmark_hardening
         ${ARG_PRIVATE_LIBRARIES})
 endfunction()
+
+# quillmark_compile_one_by_one(TARGET): in the builds that put several sources together, as all of them are
+# compiled at once there, those of TARGET stay alone: they use the same names for things of their own.
+function(quillmark_compile_one_by_one target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+endfunction()

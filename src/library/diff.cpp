@@ -7,6 +7,7 @@
 
 #include "library/diff_data.h"
 #include "library/module_diff.h"
+#include "library/text_at.h"
 #include "library/verb_access.h"
 #include "quillmark/compare.h"
 
@@ -17,13 +18,6 @@ constexpr std::array<std::string_view, 9> kKindTexts = {
     "incomparable", "setting", "name", "removed", "added", "address", "type", "conversion", "unit"};
 constexpr std::array<std::string_view, 5> kObjectTexts = {"setting", "module", "signal",
                                                           "conversion", "table"};
-
-/// The text at the place of a code, empty where there is none.
-template <typename Code, std::size_t Count>
-std::string_view textAt(const std::array<std::string_view, Count>& texts, Code code) {
-    const auto place = static_cast<std::size_t>(code);
-    return place < Count ? texts[place] : std::string_view();
-}
 
 }  // namespace
 

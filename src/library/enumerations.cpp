@@ -1,20 +1,13 @@
 #include "quillmark/enumerations.h"
 
 #include <array>
-#include <cstddef>
 
+#include "library/text_at.h"
 #include "model/enumerations.h"
 #include "model/signal_model.h"
 
 namespace quillmark {
 namespace {
-
-/// The text at the place of a code, empty where there is none.
-template <typename Code, std::size_t Count>
-std::string_view textAt(const std::array<std::string_view, Count>& texts, Code code) {
-    const auto place = static_cast<std::size_t>(code);
-    return place < Count ? texts[place] : std::string_view();
-}
 
 // The views take these codes from the model as they are.
 template <typename Public, typename Own>

@@ -52,7 +52,7 @@ bool takeOutEarlierSizes(BlockWalk& walk, const Part& part, const FoundPart* las
     return isAny;
 }
 
-std::string sizesText(const Array& array) {
+std::string dimensionText(const Array& array) {
     std::string text = "MATRIX_DIM";
     for (const std::int64_t size : array.sizes) {
         text += " " + std::to_string(size);
@@ -123,7 +123,7 @@ Sizes mendSizes(BlockWalk& walk, const Part& part, const ExpansionOptions& optio
     const Place place = writer.placeIn(part, dim->begin);
     const std::string name(walk.parameter(0));
     if (array.sizes.size() <= kMostSizes) {
-        const std::string text = sizesText(array);
+        const std::string text = dimensionText(array);
         report.change(place, "the sizes of " + name + " are now those of " + text);
         walk.edits().replace(dim->begin, dim->end, text);
         return Sizes::Mended;

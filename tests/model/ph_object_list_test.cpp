@@ -16,10 +16,10 @@ namespace {
 
 using List = PhObjectList<MortalObject>;
 
-int deaths = 0;  // for the tests that do not look at it
+int unseenDeaths = 0;  // for the tests that do not look at it
 
 MortalObject& append(List& list, std::string_view name) {
-    auto object = makePh<MortalObject>(deaths);
+    auto object = makePh<MortalObject>(unseenDeaths);
     object->setName(PhString(name));
     list.append(object);
     return list.last();
@@ -133,7 +133,7 @@ TEST(PhObjectList, PreparingToFindChangesNothing) {
     const std::vector<std::string_view> names = {"a", "", "gone", "b", "a"};
     list.prepareToFind(names);
     MortalObject& a = append(list, "a");
-    list.append(makePh<MortalObject>(deaths));  // without a name
+    list.append(makePh<MortalObject>(unseenDeaths));  // without a name
     list.prepareToFind(names);
     MortalObject& b = append(list, "b");
     list.prepareToFind(names);
@@ -148,9 +148,9 @@ TEST(PhObjectList, PreparingToFindChangesNothing) {
 
 TEST(PhObjectList, NullNameIsNeverFound) {
     List list;
-    list.append(makePh<MortalObject>(deaths));
+    list.append(makePh<MortalObject>(unseenDeaths));
     EXPECT_EQ(list.find(""), nullptr);
-    list.append(makePh<MortalObject>(deaths));  // entered into the index that exists by now
+    list.append(makePh<MortalObject>(unseenDeaths));  // entered into the index that exists by now
     EXPECT_EQ(list.find(""), nullptr);
     MortalObject& empty = append(list, "");
     EXPECT_EQ(list.find(""), &empty);
@@ -190,7 +190,7 @@ TEST(PhObjectList, HandleCanBePointedElsewhere) {
     int ownDeaths = 0;
     List list;
     list.append(makePh<MortalObject>(ownDeaths));
-    const auto other = makePh<MortalObject>(deaths);
+    const auto other = makePh<MortalObject>(unseenDeaths);
     list.handle(0) = other;
     EXPECT_EQ(ownDeaths, 1);
     EXPECT_EQ(&list.at(0), other.get());
