@@ -16,10 +16,6 @@ constexpr std::size_t kDiscardSize = std::size_t{128} * 1024;
 
 constexpr std::string_view kInterface = "IF_DATA";
 
-bool isLetter(char byte) {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_';
-}
-
 // Where something ends that is plain and lies in a text as a whole; npos if it does not.
 
 std::size_t endBehind(std::string_view text, std::string_view closing, std::size_t from) {

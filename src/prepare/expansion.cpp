@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "prepare/token_reader.h"
+
 namespace quillmark::preparing {
 
 namespace {
@@ -60,10 +62,6 @@ void forEachElement(const Array& array, Visit visit) {
             return;
         }
     }
-}
-
-bool isLetter(char byte) {
-    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_';
 }
 
 /// Has the reader a layout for so many sizes?

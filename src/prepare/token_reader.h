@@ -23,6 +23,11 @@ enum class TokenKind : std::uint8_t {
     OpenText,     ///< a text in quotes begins here and does not end
 };
 
+/// Whether a name may begin with it.
+constexpr bool isLetter(char byte) {
+    return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte == '_';
+}
+
 /// One token: the bytes [begin, end) of the text that is read.
 struct Token {
     TokenKind kind = TokenKind::EndOfText;
