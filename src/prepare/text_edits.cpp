@@ -1,6 +1,7 @@
 #include "prepare/text_edits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmark::preparing {
 
@@ -47,12 +48,17 @@ const std::vector<TextEdit>& TextEdits::sorted() {
     std::stable_sort(edits_.begin(), edits_.end(), [](const TextEdit& a, const TextEdit& b) {
         return a.from != b.from ? a.from < b.from : a.to > b.to;
     });
+    std::vector<TextEdit> apart;
     std::size_t reached = 0;
-    std::erase_if(edits_, [&reached](const TextEdit& edit) {
-        const bool overlaps = edit.from < reached;
-        reached = std::max(reached, edit.to);
-        return overlaps;
-    });
+    for (TextEdit& edit : edits_) {
+        if (edit.from < reached && edit.to <= reached) {
+            continue;
+        }
+        edit.from = std::max(edit.from, reached);
+        reached = edit.to;
+        apart.push_back(std::move(edit));
+    }
+    edits_ = std::move(apart);
     return edits_;
 }
 

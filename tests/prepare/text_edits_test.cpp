@@ -35,5 +35,14 @@ TEST(TextEdits, BringsChangesIntoOrder) {
     EXPECT_EQ(edits.apply("xxx-x-"), "abc-E-");
 }
 
+TEST(TextEdits, TakesNeighboursOut) {
+    const std::string_view text = "a X\n/begin Y /end Y Z 1 b";
+    TextEdits edits;
+    edits.takeOut(text, 2, 3);
+    edits.takeOut(text, 4, 19);
+    edits.takeOut(text, 20, 23);
+    EXPECT_EQ(edits.apply(text), "a\n b");
+}
+
 }  // namespace
 }  // namespace quillmark::preparing
