@@ -28,8 +28,8 @@ class TextEdits {
     [[nodiscard]] bool empty() const { return edits_.empty(); }
     void clear() { edits_.clear(); }
 
-    /// Brings the edits into the order of the text. One that lies within another counts for nothing,
-    /// and one that overlaps the one before it begins behind that.
+    /// Brings the edits into the order of the text. One that lies within another counts for
+    /// nothing, and one that overlaps the one before it begins behind that.
     const std::vector<TextEdit>& sorted();
 
     /// The text with all changes made.
