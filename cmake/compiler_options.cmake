@@ -46,7 +46,8 @@ endif()
 
 if(QUILLMARK_FUZZ)
     # What libFuzzer watches; the targets link it by themselves.
-    target_compile_options(quillmark_compiler_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_compile_options(quillmark_compiler_options INTERFACE -fsanitize=fuzzer-no-link
+        -fsanitize-ignorelist=${CMAKE_CURRENT_LIST_DIR}/sanitizer-ignore.txt)
 endif()
 
 if(QUILLMARK_COVERAGE)
