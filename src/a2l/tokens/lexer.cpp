@@ -74,11 +74,6 @@ inline ByteClass classOf(char byte) {
     return kByteClasses[static_cast<unsigned char>(byte)];
 }
 
-/// An ASCII character that is neither blank nor control character: no sentinel either.
-inline bool isInk(char byte) {
-    return static_cast<signed char>(byte) > ' ';
-}
-
 /// A blank or control character, none of which belongs to any name or number.
 inline bool isPlainEnd(char byte) {
     return static_cast<unsigned char>(byte) <= ' ';
