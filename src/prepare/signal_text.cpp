@@ -358,7 +358,8 @@ std::string SignalText::axisText(const Leaf& leaf, const WrittenPart& part,
         {"INPUT_QUANTITY", 3, 1}, {"CONVERSION", 4, 1}, {"LIMITS", 6, 2}};
     static constexpr std::string_view kOptional[] = {"EXTENDED_LIMITS", "FORMAT", "MONOTONY",
                                                      "PHYS_UNIT"};
-    const auto words = wordsOf(part.text);
+    auto words = wordsOf(part.text);
+    words.resize(words.size() - 2);  // without /end AXIS_DESCR
     const auto from = [&](std::string_view word) {
         return static_cast<std::size_t>(word.data() - part.text.data());
     };
@@ -373,7 +374,7 @@ std::string SignalText::axisText(const Leaf& leaf, const WrittenPart& part,
     }
     for (const std::string_view keyword : kOptional) {
         const std::string_view told = overwritten(keyword, axis, leaf.type.kind);
-        if (told.empty() || words.size() < 2) {
+        if (told.empty()) {
             continue;
         }
         const auto old = std::find(words.begin(), words.end(), keyword);
@@ -381,8 +382,8 @@ std::string SignalText::axisText(const Leaf& leaf, const WrittenPart& part,
         if (words.end() - old > count) {
             edits.replace(from(*old), from(old[count]) + old[count].size(), std::string(told));
         } else {
-            const std::size_t end = from(words[words.size() - 2]);
-            edits.replace(end, end, std::string(told) + " ");
+            const std::size_t end = from(words.back()) + words.back().size();
+            edits.replace(end, end, " " + std::string(told));
         }
     }
     return withThis(leaf, edits.apply(part.text));

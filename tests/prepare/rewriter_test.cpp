@@ -298,6 +298,17 @@ TEST(Prepare, LosesSignalsWhoseNamesNobodyCanRead) {
     EXPECT_THAT(findings("MAX_", "."), testing::Not(HasSubstr("lost")));
 }
 
+TEST(Prepare, KeepsTheEndOfAnAxisThatLacksParameters) {
+    const std::string content =
+        "/begin TYPEDEF_CHARACTERISTIC C \"\" CURVE R 0 K 0 1 /begin AXIS_DESCR FIX_AXIS n 0 1 4 "
+        "EXTENDED_LIMITS 1 /end AXIS_DESCR /end TYPEDEF_CHARACTERISTIC\n"
+        "/begin INSTANCE i \"\" C 0x100 /begin OVERWRITE i 1 LIMITS 1 2 EXTENDED_LIMITS 3 4 /end "
+        "OVERWRITE /end INSTANCE";
+    const Prepared prepared = prepareInMemory(moduleOf(content));
+    EXPECT_THAT(prepared.text, HasSubstr("/end AXIS_DESCR /end CHARACTERISTIC"));
+    EXPECT_EQ(prepareInMemory(prepared.text).text, prepared.text);
+}
+
 TEST(Prepare, ExtendsTextsThatAreShown) {
     const auto shown = [](const std::string& display) {
         return contentOf(prepareInMemory(
