@@ -89,7 +89,7 @@ int PhA2l::print_tokens() {
                 trace("%d\n", {token().intValue});
                 break;
             case TOK_FLOAT:
-                trace("%s\n", {std::string_view(fixedReal(token().realValue()))});
+                trace("%s\n", {std::string_view(fixedReal(token().floatValue()))});
                 break;
             default:
                 if (!quillmark::keywordName(kCoreKeywords, kind).empty()) {

@@ -87,7 +87,7 @@ class BlockReader : public PhReader, private A2lLexer {
             case TOK_INTEGER:
                 return PhNumber::integer(token_.intValue);
             case TOK_FLOAT:
-                return PhNumber::real(token_.realValue());
+                return PhNumber::real(token_.floatValue());
             default:
                 return {};
         }

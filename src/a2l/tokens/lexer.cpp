@@ -190,8 +190,8 @@ const char* startOfLine(const char* front, const char* position) {
 
 }  // namespace
 
-double Token::realValue() const {
-    return quillmark::realValue(text);
+double Token::floatValue() const {
+    return realValue(text);
 }
 
 A2lLexer::A2lLexer() : buffer_(std::make_unique<char[]>(kBehindEnd)), capacity_(kBehindEnd) {

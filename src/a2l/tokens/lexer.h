@@ -40,7 +40,7 @@ enum TokenKind : int {
 /// leaves unset is 0 and "".
 struct Token {
     /// Of TOK_FLOAT. It is read from the text at each call, as few ask for it.
-    double realValue() const;
+    double floatValue() const;
 
     /// Of TOK_INTEGER: the low 32 bits of the value, which itself is kept to 64 bits.
     std::int32_t intValue = 0;

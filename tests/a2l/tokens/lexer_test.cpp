@@ -62,7 +62,7 @@ std::string serializeToken(RecordingLexer& lexer, int kind, const Token& token) 
             result = "int " + std::to_string(token.intValue) + " " + quoted(token.text);
             break;
         case TOK_FLOAT:
-            result = "float " + real(token.realValue()) + " " + quoted(token.text);
+            result = "float " + real(token.floatValue()) + " " + quoted(token.text);
             break;
         case TOK_STRING:
             result = "string " + quoted(token.text);
@@ -368,7 +368,7 @@ TEST(Lexer, RealsReadLikeTheCLibrary) {
         lexer.attach(source);
         Token token;
         ASSERT_EQ(lexer.nextToken(token), TOK_FLOAT) << text;
-        EXPECT_EQ(token.realValue(), std::strtod(text, nullptr)) << text;
+        EXPECT_EQ(token.floatValue(), std::strtod(text, nullptr)) << text;
     }
 }
 
@@ -389,7 +389,7 @@ TEST(Lexer, ShortRealsReadLikeTheCLibrary) {
         lexer.attach(source);
         Token token;
         ASSERT_EQ(lexer.nextToken(token), TOK_FLOAT) << text;
-        ASSERT_EQ(token.realValue(), std::strtod(text.c_str(), nullptr)) << text;
+        ASSERT_EQ(token.floatValue(), std::strtod(text.c_str(), nullptr)) << text;
     }
 }
 
@@ -672,7 +672,7 @@ TEST(Lexer, SourceMayDeliverLessThanABlock) {
     EXPECT_EQ(lexer.nextToken(token), TOK_STRING);
     EXPECT_EQ(token.text, "be\"ta");
     EXPECT_EQ(lexer.nextToken(token), TOK_FLOAT);
-    EXPECT_EQ(token.realValue(), 12.5);
+    EXPECT_EQ(token.floatValue(), 12.5);
     EXPECT_EQ(lexer.nextToken(token), TOK_EOF);
 }
 
