@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -17,8 +16,6 @@ namespace {
 using Form = ConversionFunction::Form;
 using Row = ConversionFunction::Row;
 using Doubles = py::array_t<double, py::array::c_style | py::array::forcecast>;
-
-constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
 /// NumPy need not be there: who has not imported it has no arrays.
 bool isArray(const py::object& value) {

@@ -8,8 +8,6 @@
 namespace quillmark::python {
 namespace {
 
-constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-
 /// Linear and constant term of a polynomial, highest power first.
 struct LinearTerms {
     double linear = 0;

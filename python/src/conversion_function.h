@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,6 +9,9 @@
 #include "quillmark/model.h"
 
 namespace quillmark::python {
+
+/// Where there is no number to give.
+inline constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
 /// What a conversion makes of values. Reals are calculated as IEEE 754 has it: a division by zero
 /// is an infinity or no number.
