@@ -37,7 +37,7 @@ class SinkStream {
     std::size_t used_ = 0;
 };
 
-/// Writes JSON as a stream: nothing of it is kept. Texts of descriptions become UTF-8.
+/// Writes JSON as a stream: nothing of it is kept. Names and texts of descriptions become UTF-8.
 class JsonWriter {
   public:
     /// The sink outlives the writer and is finished by its owner.
@@ -47,9 +47,7 @@ class JsonWriter {
     void endObject() { writer_.EndObject(); }
     void startArray() { writer_.StartArray(); }
     void endArray() { writer_.EndArray(); }
-    void key(std::string_view name) {
-        writer_.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
-    }
+    void key(std::string_view name) { text(name); }
     void startObject(std::string_view name) {
         key(name);
         startObject();

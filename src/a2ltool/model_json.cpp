@@ -7,6 +7,8 @@
 #include <set>
 #include <string>
 
+#include "a2ltool/utf8.h"
+
 namespace quillmark::a2ltool {
 namespace {
 
@@ -68,12 +70,12 @@ void writeMember(JsonWriter& json, const Setting& setting) {
 enum class Names { None, Repeated, Different };
 
 Names namesOf(const List<Setting>& elements) {
-    std::set<std::string_view> names;
+    std::set<std::string> names;
     for (const Setting& element : elements) {
         if (element.name().empty()) {
             return Names::None;
         }
-        names.insert(element.name());
+        names.insert(toUtf8(element.name()));
     }
     return names.size() < elements.size() ? Names::Repeated : Names::Different;
 }
