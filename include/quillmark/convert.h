@@ -76,7 +76,7 @@ enum class ConvertStatus : std::uint8_t {
     Refused,   ///< the selection of the library cannot be met; nothing was written
     OutputNotOpened,
     CutOff,     ///< not all of it could be written, or no more was wanted
-    NotPacked,  ///< the include file is written, the package is not made
+    NotPacked,  ///< the include file is written, or cut off; the package is not made
 };
 
 /// What a conversion has to say.

@@ -225,7 +225,12 @@ ConvertResult convertToPackage(const Description& description, const ConvertOpti
     request.zpkiFile = packageFile;
     return runVerb(
         description, data, std::move(request), [](const Work& work, const CfgElement& root) {
-            const int status = buildPackage(work.request, root, work.model, work.console);
+            const IncludeFileState includeFile =
+                storeIncludeFile(work.request.outputFile, root, work.request.indent, work.console);
+            if (includeFile == IncludeFileState::NotOpened) {
+                return statusOf(includeFile);
+            }
+            const int status = buildPackage(work.request, includeFile, work.model, work.console);
             return status == 0 ? ConvertStatus::Done : ConvertStatus::NotPacked;
         });
 }

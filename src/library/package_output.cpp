@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "cfginclude/include_document.h"
 #include "edges/edges.h"
 #include "edges/package_order.h"
 #include "model/setting_names.h"
@@ -40,13 +39,8 @@ std::string userFilePrefix(const PhRoot& model) {
     return prefix;
 }
 
-int buildPackage(const ConvertRequest& request, const CfgElement& root, const PhRoot& model,
+int buildPackage(const ConvertRequest& request, IncludeFileState includeFile, const PhRoot& model,
                  Console& console) {
-    const IncludeFileState includeFile =
-        storeIncludeFile(request.outputFile, root, request.indent, console);
-    if (includeFile == IncludeFileState::NotOpened) {
-        return 1;
-    }
     const PackageOrder order{request.zpkiFile, request.outputFile,
                              includeFile == IncludeFileState::Complete, request.userFiles,
                              request.epkFilePrefix ? userFilePrefix(model) : std::string()};

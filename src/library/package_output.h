@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "cfginclude/cfg_element.h"
 #include "cfginclude/convert_request.h"
+#include "cfginclude/include_document.h"
 #include "model/module_model.h"
 #include "platform/console.h"
 
@@ -14,9 +14,10 @@ namespace quillmark {
 /// is none.
 std::string userFilePrefix(const PhRoot& model);
 
-/// Writes the include file to `request.outputFile` and makes the package that the request asks for.
-/// Returns 0 on success and 1 after a failure, which has been reported.
-int buildPackage(const ConvertRequest& request, const CfgElement& root, const PhRoot& model,
+/// Makes the package that the request asks for, of the include file `request.outputFile` that has
+/// been opened and written, if not all of it. Returns 0 on success and 1 after a failure, which has
+/// been reported.
+int buildPackage(const ConvertRequest& request, IncludeFileState includeFile, const PhRoot& model,
                  Console& console);
 
 }  // namespace quillmark

@@ -180,5 +180,23 @@ TEST(Convert, MakesAPackage) {
     EXPECT_EQ(failed.findings().back().severity(), Severity::Error);
 }
 
+TEST(Convert, MakesNoPackageWithoutAnIncludeFile) {
+    const TemporaryPath temporaryPath;
+    const TempDir directory;
+    const Description description = described(moduleWith(kSignal));
+    const std::string name = directory.file("no/out");
+    const std::string package = directory.file("out.zpki");
+    ConvertResult result = convertToPackage(description, given(), name, package);
+    EXPECT_EQ(result.status(), ConvertStatus::OutputNotOpened);
+    EXPECT_EQ(consoleText(result),
+              "Latest sigTrak version: 2023.4.2\nERROR: Cannot open output file: " + name + "\n");
+    EXPECT_FALSE(std::filesystem::exists(package));
+    if (std::filesystem::exists("/dev/full")) {
+        result = convertToPackage(description, given(), "/dev/full", package);
+        EXPECT_EQ(result.status(), ConvertStatus::NotPacked);
+        EXPECT_FALSE(std::filesystem::exists(package));
+    }
+}
+
 }  // namespace
 }  // namespace quillmark
