@@ -37,7 +37,7 @@ class QUILLMARK_API ConvertOptions {
     ConvertOptions& setCompress(bool compress);
     ConvertOptions& setIndent(bool indent);
 
-    /// The library of the logger, such as "sigTrak=1.5.4"; empty: the newest one.
+    /// The library of the logger, such as "sigTrak=1.5.4"; empty: the oldest ones, 1.4.4 to 1.5.4.
     ConvertOptions& setLibrary(std::string selection);
 
     /// The file that tells the versions of that library; by default "sigtrakVersions.xml" in the
@@ -85,7 +85,8 @@ class QUILLMARK_API ConvertResult {
     [[nodiscard]] ConvertStatus status() const noexcept;
     [[nodiscard]] bool isDone() const noexcept { return status() == ConvertStatus::Done; }
 
-    /// Errors tell why it is not done. Empty where a handler was told.
+    /// Errors tell why it is not done, but of an output that was cut off only the status tells.
+    /// Empty where a handler was told.
     [[nodiscard]] const Findings& findings() const& noexcept;
     [[nodiscard]] Findings findings() &&;
 

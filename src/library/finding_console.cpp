@@ -1,5 +1,7 @@
 #include "library/finding_console.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace quillmark {
@@ -15,6 +17,12 @@ constexpr SeverityWord kSeverityWords[] = {
     {"ERROR: ", Severity::Error},
     {"Error: ", Severity::Error},
     {"Warning: ", Severity::Warning},
+};
+
+/// Whole lines that say no more than that something is not done.
+constexpr std::string_view kRefusals[] = {
+    "Error reading file.",
+    "No output file generated.",
 };
 
 }  // namespace
@@ -46,6 +54,9 @@ void FindingConsole::takeLine(std::string_view line, Severity severity, bool isF
             data.severity = row.severity;
             data.text = line.substr(row.word.size());
         }
+    }
+    if (std::find(std::begin(kRefusals), std::end(kRefusals), line) != std::end(kRefusals)) {
+        data.severity = Severity::Error;
     }
     data.consoleText = line;
     data.consoleText += '\n';

@@ -96,6 +96,7 @@ TEST(Convert, SaysWhyThereIsNoOutput) {
               "ERROR: missing epk address\nNo output file generated.\n");
     EXPECT_EQ(result.findings()[1].severity(), Severity::Error);
     EXPECT_EQ(result.findings()[1].text(), "missing version");
+    EXPECT_EQ(result.findings().back().severity(), Severity::Error);
 
     result = convert(described(moduleWith("")), given().setVersions("no XML"), text);
     EXPECT_EQ(result.status(), ConvertStatus::NoOutput);
@@ -105,6 +106,7 @@ TEST(Convert, SaysWhyThereIsNoOutput) {
     result = convert(described("mistake"), given(), text);
     EXPECT_EQ(result.status(), ConvertStatus::NoOutput);
     EXPECT_EQ(consoleText(result), "Error reading file.\n");
+    EXPECT_EQ(result.findings()[0].severity(), Severity::Error);
     EXPECT_EQ(text, "");
 }
 
