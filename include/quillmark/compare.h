@@ -31,7 +31,8 @@ class QUILLMARK_API Difference {
   public:
     [[nodiscard]] DifferenceLevel level() const noexcept;
 
-    /// What was compared, such as "max_cto"; empty where the descriptions cannot be compared.
+    /// What was compared, such as "daq capabilities:t1"; empty where the descriptions cannot be
+    /// compared.
     [[nodiscard]] std::string_view what() const noexcept;
 
     /// Both values as the program shows them with -v: "NULL" for an absent one, "true" and "false";

@@ -50,8 +50,8 @@ class QUILLMARK_API ModelDifference {
     /// of the new one for what was added. Empty for a setting and for a module.
     [[nodiscard]] std::string_view module() const noexcept;
 
-    /// Of what differs; for a setting what was compared, such as "max_cto". Empty where `sentence`
-    /// tells all.
+    /// Of what differs; for a setting what was compared, such as "daq capabilities:t1". Empty where
+    /// `sentence` tells all.
     [[nodiscard]] std::string_view name() const noexcept;
 
     /// What was and what is: an address ("0xd0000011", with an extension "0xd0000011:1"), a type

@@ -308,6 +308,8 @@ class QUILLMARK_API Transport {
 class QUILLMARK_API Protocol {
   public:
     [[nodiscard]] ProtocolKind kind() const noexcept;
+
+    /// The text of the kind.
     [[nodiscard]] std::string_view name() const noexcept;
     [[nodiscard]] Station station() const noexcept;
     [[nodiscard]] List<Transport> transports() const noexcept;

@@ -90,8 +90,8 @@ void declareModelDifference(py::module_& module) {
             "The module of a signal, conversion or table; empty otherwise.")
         .def_property_readonly(
             "name", [](const ModelDifference& self) { return pythonText(self.name()); },
-            "Of what differs; of a setting what was compared, such as \"max_cto\". Empty where the "
-            "sentence tells all.")
+            "Of what differs; of a setting what was compared, such as \"daq capabilities:t1\". "
+            "Empty where the sentence tells all.")
         .def_property_readonly(
             "old", [](const ModelDifference& self) { return pythonOf({}, self.oldValue()); },
             "What was, as a text such as \"0xd0000011\"; None where there was none.")
@@ -115,7 +115,8 @@ void declareDifference(py::module_& module) {
             "ERROR: a logger that was set up for the old one cannot measure the new one.")
         .def_property_readonly(
             "what", [](const Difference& self) { return pythonText(self.what()); },
-            "What was compared, such as \"max_cto\".")
+            "What was compared, such as \"daq capabilities:t1\"; empty where the descriptions "
+            "cannot be compared.")
         .def_property_readonly(
             "old", [](const Difference& self) { return pythonText(self.oldValue()); },
             "The old value as the program shows it.")

@@ -144,7 +144,7 @@ void declareTransports(py::module_& module) {
         .representation([](const Transport& view) { return std::string(textOf(view.kind())); });
     ViewClass<Protocol>(module, "Protocol", "The settings of one protocol on one module.")
         .attribute<&Protocol::kind>("kind", "CCP, XCP, ...")
-        .attribute<&Protocol::name>("name", "As the description has it; often empty.")
+        .attribute<&Protocol::name>("name", "\"CCP\", \"XCP\" or \"GMLAN\".")
         .attribute<&Protocol::station>("station", "The settings of the control unit.")
         .attribute<&Protocol::transports>("transports", "The ways to it.")
         .representation([](const Protocol& view) { return std::string(textOf(view.kind())); });
