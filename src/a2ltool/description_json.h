@@ -44,7 +44,6 @@ class DescriptionJson {
   private:
     void writeDocument(const Description& description);
     void writeLines(const Description& description);
-    void writeModuleMembers(const Module& module);
 
     JsonWriter json_;
     Form form_;
