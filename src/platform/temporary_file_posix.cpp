@@ -9,7 +9,11 @@
 namespace quillmark {
 
 std::FILE* openTemporaryFile() {
-    std::string name = temporaryDirectory() + "/quillmark-XXXXXX";
+    const std::string directory = temporaryDirectory();
+    if (directory.empty()) {
+        return nullptr;
+    }
+    std::string name = directory + "/quillmark-XXXXXX";
     const int descriptor = mkstemp(name.data());
     if (descriptor < 0) {
         return nullptr;

@@ -11,7 +11,7 @@ namespace quillmark {
 std::FILE* openTemporaryFile() {
     const std::wstring directory = toPath(temporaryDirectory()).wstring();
     std::array<wchar_t, MAX_PATH> name{};
-    if (GetTempFileNameW(directory.c_str(), L"qm", 0, name.data()) == 0) {
+    if (directory.empty() || GetTempFileNameW(directory.c_str(), L"qm", 0, name.data()) == 0) {
         return nullptr;
     }
     // The file goes when it is closed.

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "support/system.h"
+#include "support/temporary_path.h"
+
 namespace quillmark {
 namespace {
 
@@ -18,6 +21,15 @@ TEST(TemporaryFile, GivesBackWhatWasWritten) {
     const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file);
     EXPECT_EQ(std::string_view(buffer.data(), count), kBytes);
     std::fclose(file);
+}
+
+TEST(TemporaryFile, IsNowhereElseThanInItsDirectory) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "there the directory is looked for when it is used";
+    }
+    const TemporaryPath asBefore;
+    setVariable("TMPDIR", "/missing/directory");
+    EXPECT_EQ(openTemporaryFile(), nullptr);
 }
 
 }  // namespace
