@@ -95,9 +95,9 @@ enum class PrepareResult : std::uint8_t {
 /// structures of version 1.7 written out as single signals, and what the reader refuses goes out.
 /// All else is copied byte for byte; a description that can be read already does not change.
 ///
-/// `input` is a file, or "-" for the standard input. Memory does not grow with the size of the
-/// description, but with the number of its types and instances. Has no global state; two threads
-/// may work at the same time on different outputs.
+/// `input` is a file or a pipe, or "-" for the standard input. Memory does not grow with the size
+/// of the description, but with the number of its types and instances. Has no global state; two
+/// threads may work at the same time on different outputs.
 QUILLMARK_API PrepareResult prepare(const std::string& input, const PrepareOptions& options,
                                     const PrepareFindingHandler& tell);
 

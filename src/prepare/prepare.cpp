@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
+#include "platform/file_name.h"
 #include "platform/file_stream.h"
 #include "platform/temporary_file.h"
 #include "prepare/byte_search.h"
@@ -27,19 +30,28 @@ using preparing::Survey;
 
 constexpr std::string_view kStandardInput = "-";
 
-/// Reads a file that somebody else closes, from its beginning.
+/// Reads a file that somebody else closes, from its beginning. Others may read it in between: each
+/// goes on where it was.
 class SharedInput final : public InputFile {
   public:
-    explicit SharedInput(std::FILE* file) : file_(file) { std::rewind(file); }
-
-    std::size_t read(char* buffer, std::size_t size) override {
-        return std::fread(buffer, 1, size, file_);
+    explicit SharedInput(std::FILE* file) : file_(file) {
+        std::rewind(file);
+        isGood_ = std::fgetpos(file, &position_) == 0;
     }
 
-    [[nodiscard]] bool failed() const override { return std::ferror(file_) != 0; }
+    std::size_t read(char* buffer, std::size_t size) override {
+        isGood_ = isGood_ && std::fsetpos(file_, &position_) == 0;
+        const std::size_t count = isGood_ ? std::fread(buffer, 1, size, file_) : 0;
+        isGood_ = isGood_ && std::ferror(file_) == 0 && std::fgetpos(file_, &position_) == 0;
+        return count;
+    }
+
+    [[nodiscard]] bool failed() const override { return !isGood_; }
 
   private:
     std::FILE* file_;
+    std::fpos_t position_{};
+    bool isGood_ = false;
 };
 
 struct FileCloser {
@@ -77,6 +89,29 @@ class StandardInput final : public InputFile {
 
     [[nodiscard]] bool failed() const override { return std::ferror(stdin) != 0; }
 };
+
+/// Whether a file gives its bytes only once, as pipes do.
+bool canBeReadOnce(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(toPath(name), error);
+    return std::filesystem::is_fifo(status) || std::filesystem::is_character_file(status);
+}
+
+/// Opens an input as often as it is asked.
+std::function<std::unique_ptr<InputFile>()> openerOf(const std::string& input) {
+    std::unique_ptr<InputFile> once;
+    if (input == kStandardInput) {
+        once = std::make_unique<StandardInput>();
+    } else if (canBeReadOnce(input)) {
+        once = StandardInputFile::openBinary(input);
+    } else {
+        return [input] { return StandardInputFile::openBinary(input); };
+    }
+    const std::shared_ptr<std::FILE> spooled = once == nullptr ? nullptr : spool(*once);
+    return [spooled]() -> std::unique_ptr<InputFile> {
+        return spooled == nullptr ? nullptr : std::make_unique<SharedInput>(spooled.get());
+    };
+}
 
 }  // namespace
 
@@ -348,16 +383,7 @@ PrepareResult prepare(const std::string& input, const PrepareOptions& options,
                       const PrepareFindingHandler& tell) {
     const PrepareOptions::Values& values = options.values();
     Report report(tell);
-    SourceFiles files{input, [&input] { return StandardInputFile::openBinary(input); },
-                      values.includeDirectories};
-    std::unique_ptr<std::FILE, FileCloser> spooled;
-    if (input == kStandardInput) {
-        StandardInput standard;
-        spooled = spool(standard);
-        files.openMain = [&spooled]() -> std::unique_ptr<InputFile> {
-            return spooled == nullptr ? nullptr : std::make_unique<SharedInput>(spooled.get());
-        };
-    }
+    const SourceFiles files{input, openerOf(input), values.includeDirectories};
     if (values.output.empty()) {
         NoOutput output;
         return prepareTo(files, values, report, output);

@@ -3,13 +3,16 @@
 #include "quillmark/prepare.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <zlib.h>
 
 #include "preparing.h"
+#include "support/system.h"
 #include "support/temp_dir.h"
 
 namespace quillmark {
@@ -31,6 +34,15 @@ std::string gzip(const std::string& text) {
     packed.resize(packed.size() - stream.avail_out);
     deflateEnd(&stream);
     return packed;
+}
+
+/// More than is read at once.
+std::string longContent() {
+    std::string text;
+    while (text.size() < std::size_t{1024} * 1024) {
+        text += "/begin UNIT u" + std::to_string(text.size()) + " \"\" \"m\" DERIVED /end UNIT\n";
+    }
+    return text;
 }
 
 class PrepareFiles : public testing::Test {
@@ -66,6 +78,28 @@ TEST_F(PrepareFiles, StayAfterAnError) {
     EXPECT_EQ(run("/begin PROJECT P \"\"", PrepareOptions().setOutput(out)), PrepareResult::Failed);
     EXPECT_EQ(readFile(out), "old");
     EXPECT_EQ(otherFiles(), 1);
+}
+
+TEST_F(PrepareFiles, MayBePipes) {
+    if (kIsWindows) {
+        GTEST_SKIP() << "on Windows no pipe has the name of a file";
+    }
+    const std::string pipe = directory_.file("pipe");
+    const std::string out = directory_.file("out.a2l");
+    const std::string units = longContent();
+    ASSERT_TRUE(makePipe(pipe));
+    std::thread writer([&] { writeFile(pipe, moduleOf("\na\n" + units)); });
+    // To ask the reader is to read all of it in between.
+    PrepareOptions options;
+    options.setOutput(out).setReader([](const ByteSource& description) {
+        std::array<char, 65536> block;
+        while (description(block.data(), block.size()) > 0) {
+        }
+        return false;
+    });
+    EXPECT_EQ(prepare(pipe, options, {}), PrepareResult::WithLoss);
+    writer.join();
+    EXPECT_EQ(readFile(out), moduleOf("\n" + units));
 }
 
 TEST_F(PrepareFiles, CanBeReplacedByThemselves) {
