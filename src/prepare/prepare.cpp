@@ -128,7 +128,7 @@ PrepareOptions::PrepareOptions(const PrepareOptions& other)
     : values_(std::make_unique<Values>(*other.values_)) {}
 PrepareOptions::PrepareOptions(PrepareOptions&& other) noexcept = default;
 PrepareOptions& PrepareOptions::operator=(const PrepareOptions& other) {
-    *values_ = *other.values_;
+    values_ = std::make_unique<Values>(*other.values_);
     return *this;
 }
 PrepareOptions& PrepareOptions::operator=(PrepareOptions&& other) noexcept = default;

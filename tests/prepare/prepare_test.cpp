@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -100,6 +101,15 @@ TEST_F(PrepareFiles, MayBePipes) {
     EXPECT_EQ(prepare(pipe, options, {}), PrepareResult::WithLoss);
     writer.join();
     EXPECT_EQ(readFile(out), moduleOf("\n" + units));
+}
+
+TEST_F(PrepareFiles, ObeyOptionsThatWereMovedAway) {
+    PrepareOptions options;
+    const PrepareOptions kept = std::move(options);
+    options = kept;
+    options.setOutput(directory_.file("out.a2l"));
+    EXPECT_EQ(run(moduleOf(""), options), PrepareResult::Ready);
+    EXPECT_EQ(otherFiles(), 1);
 }
 
 TEST_F(PrepareFiles, CanBeReplacedByThemselves) {
