@@ -113,9 +113,11 @@ std::uint32_t linesBefore(std::string_view text, std::size_t position) {
 
 // --- Sizes of characteristics --------------------------------------------------------------------
 
+/// No control unit has more bytes.
+constexpr std::int64_t kMostBytes = INT32_MAX;
+
 std::optional<std::int64_t> product(std::optional<std::int64_t> a, std::optional<std::int64_t> b) {
-    constexpr std::int64_t kMost = INT32_MAX;
-    if (!a || !b || *a < 0 || *b < 0 || (*b > 0 && *a > kMost / *b)) {
+    if (!a || !b || *a < 0 || *b < 0 || (*b > 0 && *a > kMostBytes / *b)) {
         return std::nullopt;
     }
     return *a * *b;
@@ -380,6 +382,9 @@ std::optional<std::int64_t> sizeOf(const Type& type, const RecordLayout& layout,
                 size += (bytes - size % bytes) % bytes;
                 break;
             }
+        }
+        if (size > kMostBytes) {
+            return std::nullopt;
         }
         size += *own;
     }

@@ -309,6 +309,15 @@ TEST(Prepare, KeepsTheEndOfAnAxisThatLacksParameters) {
     EXPECT_EQ(prepareInMemory(prepared.text).text, prepared.text);
 }
 
+TEST(Prepare, LosesArraysThatAreAlignedBeyondAllMemory) {
+    const Prepared prepared = prepareInMemory(moduleOf(
+        "/begin RECORD_LAYOUT R AXIS_PTS_X 1 UBYTE INDEX_INCR DIRECT FNC_VALUES 2 UBYTE ROW_DIR "
+        "DIRECT FIX_NO_AXIS_PTS_X 3 ALIGNMENT_BYTE 0x7FFFFFFFFFFFFFFF /end RECORD_LAYOUT\n"
+        "/begin TYPEDEF_CHARACTERISTIC C \"\" CURVE R 0 K 0 1 /end TYPEDEF_CHARACTERISTIC\n"
+        "/begin INSTANCE i \"\" C 0x100 MATRIX_DIM 2 /end INSTANCE"));
+    EXPECT_THAT(prepared.findings, HasSubstr("record layout R does not tell their size"));
+}
+
 TEST(Prepare, ExtendsTextsThatAreShown) {
     const auto shown = [](const std::string& display) {
         return contentOf(prepareInMemory(
