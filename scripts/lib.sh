@@ -79,7 +79,7 @@ build() {
 
 # own_sources: prints the C++ files of the project, each ended by a NUL.
 own_sources() {
-    find src tests bench fuzz packaging python \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
+    find include src tests bench fuzz packaging python examples \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null || true
 }
 
 # start_wine: makes the prefix of Wine that scripts/wine uses, if it is not there, and keeps a program
