@@ -18,6 +18,7 @@
 //              memory-limit BYTES       so much address space has the program; the case is passed
 //                                       over where a sanitizer needs more than any limit. A program
 //                                       for Windows has no limit
+//              standard-input PATH      what each run reads there; nothing by default
 //              file-on-stdout           standard output is a file, whose lines end as they do in it
 //              occupy-staging-names     other directories have the names of staging directories
 //   stdout, stderr   the output of all runs; absent if empty
@@ -191,6 +192,8 @@ class Playground {
     std::vector<int> feeders;
     /// Address space that the program may take, 0 for no limit [bytes].
     std::uint64_t memoryLimit = 0;
+    /// The file from which standard input comes.
+    fs::path standardInput = "/dev/null";
     /// Whether standard output is a file.
     bool writesFile = false;
 
@@ -229,6 +232,10 @@ bool setUpOne(const Arguments& words, const fs::path& caseDir, Playground& playg
     }
     if (words.size() == 2 && words[0] == "memory-limit") {
         playground.memoryLimit = std::stoull(words[1]);
+        return true;
+    }
+    if (words.size() == 2 && words[0] == "standard-input") {
+        playground.standardInput = at(1);
         return true;
     }
     if (words.size() == 1 && words[0] == "file-on-stdout") {
@@ -302,14 +309,16 @@ void unifyLineEnds(std::string& text, std::vector<std::string>& problems) {
 }
 
 RunResult runCommand(const Settings& settings, const Arguments& arguments,
-                     const Playground& playground, const RunLimits& limits,
+                     const Playground& playground, const RunConditions& conditions,
                      std::vector<std::string>& problems) {
     if (!settings.isForWindows()) {
-        return runProgram(settings.program, arguments, playground.work, playground.root, limits);
+        return runProgram(settings.program, arguments, playground.work, playground.root,
+                          conditions);
     }
     Arguments all = {settings.program.string()};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    RunResult result = runProgram(settings.launcher, all, playground.work, playground.root, limits);
+    RunResult result =
+        runProgram(settings.launcher, all, playground.work, playground.root, conditions);
     if (!playground.writesFile) {
         unifyLineEnds(result.out, problems);
     }
@@ -329,8 +338,9 @@ Record runCase(const Settings& settings, const fs::path& caseDir, Playground& pl
                        settings.pathOf(playground.temp),
                        readBytes(caseDir.parent_path().parent_path() / "usage")};
     // A launcher takes more address space than any limit; what is printed must be the same without.
-    const RunLimits limits{std::chrono::steady_clock::now() + settings.timeLimit(),
-                           settings.isForWindows() ? 0 : playground.memoryLimit};
+    const RunConditions conditions{std::chrono::steady_clock::now() + settings.timeLimit(),
+                                   settings.isForWindows() ? 0 : playground.memoryLimit,
+                                   playground.standardInput};
     bool failed = false;
     const std::string commands = readBytes(caseDir / "cmd");
     for (const std::string_view line : splitLines(commands)) {
@@ -339,7 +349,7 @@ Record runCase(const Settings& settings, const fs::path& caseDir, Playground& pl
             problems.push_back("open quote: " + std::string(line));
             continue;
         }
-        const RunResult result = runCommand(settings, *arguments, playground, limits, problems);
+        const RunResult result = runCommand(settings, *arguments, playground, conditions, problems);
         record.out += result.out;
         record.err += result.err;
         record.exit += result.exit + '\n';

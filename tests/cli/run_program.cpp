@@ -61,7 +61,7 @@ bool writeAll(int descriptor, const std::string& bytes) {
 
 RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
                      const std::filesystem::path& workDir, const std::filesystem::path& scratch,
-                     const RunLimits& limits) {
+                     const RunConditions& conditions) {
     const std::string outFile = scratch / "stdout";
     const std::string errFile = scratch / "stderr";
     std::string ownName = "quillmark";
@@ -77,13 +77,13 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
         // As a shell starts it, whatever this process does about its own signals.
         signal(SIGXFSZ, SIG_DFL);
         signal(SIGPIPE, SIG_DFL);
-        if (limits.memory != 0) {
-            const rlimit memory{limits.memory, limits.memory};
+        if (conditions.memory != 0) {
+            const rlimit memory{conditions.memory, conditions.memory};
             const rlimit noDump{0, 0};
             setrlimit(RLIMIT_AS, &memory);
             setrlimit(RLIMIT_CORE, &noDump);
         }
-        redirect(STDIN_FILENO, "/dev/null", O_RDONLY);
+        redirect(STDIN_FILENO, conditions.standardInput.c_str(), O_RDONLY);
         redirect(STDOUT_FILENO, outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
         redirect(STDERR_FILENO, errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
         if (chdir(workDir.c_str()) == 0) {
@@ -94,7 +94,7 @@ RunResult runProgram(const std::filesystem::path& program, const Arguments& argu
     if (process < 0) {
         return {"fork failed", "", ""};
     }
-    const std::string exit = waitUntil(process, limits.time);
+    const std::string exit = waitUntil(process, conditions.time);
     return {exit, readBytes(outFile), readBytes(errFile)};
 }
 

@@ -17,17 +17,18 @@ struct RunResult {
     std::string err;
 };
 
-/// What a program may take.
-struct RunLimits {
-    std::chrono::steady_clock::time_point time;
-    std::uint64_t memory = 0;  ///< bytes of address space; 0 for no limit
+/// What a program gets, and what it may take.
+struct RunConditions {
+    std::chrono::steady_clock::time_point time;         ///< when it has to be at its end
+    std::uint64_t memory = 0;                           ///< bytes of address space; 0 for no limit
+    std::filesystem::path standardInput = "/dev/null";  ///< a file
 };
 
-/// Runs a program in a directory with an empty standard input and waits for its end, but not beyond
-/// the time limit. `scratch` is a directory for the two output files.
+/// Runs a program in a directory and waits for its end. `scratch` is a directory for the two output
+/// files.
 RunResult runProgram(const std::filesystem::path& program, const Arguments& arguments,
                      const std::filesystem::path& workDir, const std::filesystem::path& scratch,
-                     const RunLimits& limits);
+                     const RunConditions& conditions);
 
 /// Starts a process that writes a content into a named pipe as soon as somebody reads from it, and
 /// its last byte again and again if it is to be without end. Returns its id for stopProcess.
