@@ -2,18 +2,17 @@
 
 #include <array>
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
-#include "platform/file_name.h"
 #include "platform/file_stream.h"
+#include "platform/replacement.h"
 #include "platform/temporary_file.h"
 
 namespace quillmark::preparing {
 
 namespace {
 
+constexpr std::string_view kStandardOutput = "-";
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 
 /// Writes all bytes, whatever interrupts that.
@@ -28,45 +27,16 @@ bool writeTo(std::FILE* file, std::string_view bytes) {
     return true;
 }
 
-/// The file that a name leads to, also where it is a link. Empty for what is no regular file and
-/// cannot be replaced by one.
-std::string replaceable(const std::string& name) {
-    std::error_code error;
-    const std::filesystem::path path = toPath(name);
-    const auto kind = std::filesystem::status(path, error).type();
-    if (name == "-" || (kind != std::filesystem::file_type::not_found &&
-                        kind != std::filesystem::file_type::regular)) {
-        return {};
-    }
-    const std::filesystem::path target = std::filesystem::canonical(path, error);
-    return error ? name : toName(target);
-}
-
-/// Creates a file beside another one, under a name that nothing has yet.
-std::string createBeside(const std::string& name) {
-    constexpr int kMostTries = 1000;
-    for (int i = 0; i < kMostTries; ++i) {
-        std::string candidate = name + ".part" + std::to_string(i);
-        if (createEmptyFile(candidate)) {
-            return candidate;
-        }
-        std::error_code error;
-        if (!std::filesystem::exists(toPath(candidate), error)) {
-            return {};
-        }
-    }
-    return {};
-}
-
 }  // namespace
 
 FileOutput::FileOutput(std::string name) : name_(std::move(name)) {
-    const std::string target = replaceable(name_);
-    if (target.empty()) {
+    if (name_ != kStandardOutput) {
+        name_ = withoutLinks(name_);
+    }
+    if (name_ == kStandardOutput || isNoPlainFile(name_)) {
         file_ = openTemporaryFile();
     } else {
-        name_ = target;
-        temporaryName_ = createBeside(target);
+        temporaryName_ = createPart(name_);
         file_ = temporaryName_.empty() ? nullptr : openStream(temporaryName_, "wb+");
     }
     if (file_ != nullptr) {
@@ -80,8 +50,7 @@ FileOutput::~FileOutput() {
         std::fclose(file_);
     }
     if (!temporaryName_.empty()) {
-        std::error_code error;
-        std::filesystem::remove(toPath(temporaryName_), error);
+        removePart(temporaryName_);
     }
 }
 
@@ -121,7 +90,7 @@ bool FileOutput::finish() {
     if (!temporaryName_.empty()) {
         return moveIntoPlace();
     }
-    const bool isStandardOutput = name_ == "-";
+    const bool isStandardOutput = name_ == kStandardOutput;
     if (isStandardOutput) {
         makeBinary(stdout);
     }
@@ -148,21 +117,13 @@ bool FileOutput::copyTo(std::FILE* target) {
     }
 }
 
-/// The new file is as open to others as the old one was.
 bool FileOutput::moveIntoPlace() {
-    if (std::fclose(std::exchange(file_, nullptr)) != 0) {
-        return false;
-    }
-    std::error_code error;
-    const auto old = std::filesystem::status(toPath(name_), error);
-    if (std::filesystem::exists(old)) {
-        std::filesystem::permissions(toPath(temporaryName_), old.permissions(), error);
-    }
-    std::filesystem::rename(toPath(temporaryName_), toPath(name_), error);
-    if (!error) {
+    const bool isInPlace =
+        std::fclose(std::exchange(file_, nullptr)) == 0 && putInPlace(temporaryName_, name_);
+    if (isInPlace) {
         temporaryName_.clear();
     }
-    return !error;
+    return isInPlace;
 }
 
 }  // namespace quillmark::preparing

@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -116,6 +117,21 @@ TEST_F(PrepareFiles, CanBeReplacedByThemselves) {
     const std::string in = directory_.file("in.a2l");
     EXPECT_EQ(run(moduleOf("\njunk"), PrepareOptions().setOutput(in)), PrepareResult::WithLoss);
     EXPECT_EQ(readFile(in), moduleOf(""));
+}
+
+TEST_F(PrepareFiles, AreMadeWhereLinksLead) {
+    const std::string link = directory_.file("link.a2l");
+    std::error_code error;
+    std::filesystem::create_symlink("target.a2l", link, error);
+    if (error) {
+        GTEST_SKIP() << "on Windows links are for users with a privilege";
+    }
+    for (int i = 0; i < 2; ++i) {  // the first time the link leads nowhere
+        EXPECT_EQ(run(moduleOf(""), PrepareOptions().setOutput(link)), PrepareResult::Ready);
+        EXPECT_EQ(readFile(directory_.file("target.a2l")), moduleOf(""));
+        EXPECT_TRUE(std::filesystem::is_symlink(link));
+    }
+    EXPECT_EQ(otherFiles(), 2);
 }
 
 TEST_F(PrepareFiles, AreNotMadeWithoutAName) {
