@@ -1,3 +1,5 @@
+#include <clocale>
+
 #include <windows.h>
 
 #include "platform/file_name.h"
