@@ -196,7 +196,7 @@ class BlockReader : public PhReader, private A2lLexer {
         }
     }
 
-    /// An error with the lexer's current line. It neither counts nor ends anything by itself.
+    /// An error with the lexer's current line. It counts, but ends nothing by itself.
     void error(std::string_view format, std::initializer_list<MessageArgument> arguments = {});
 
     /// A warning with the lexer's current line.
