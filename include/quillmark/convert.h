@@ -48,7 +48,8 @@ class QUILLMARK_API ConvertOptions {
     ConvertOptions& setVersions(std::string content);
 
     /// The time of generation: seconds since 1970-01-01T00:00:00 UTC, in a time zone so many
-    /// seconds ahead of UTC. By default now, in the zone of the process.
+    /// seconds (less than a day) ahead of UTC. The year is one of 0 to 9999. By default now, in the
+    /// zone of the process.
     ConvertOptions& setTime(std::int64_t secondsSinceEpoch, std::int32_t utcOffset);
 
     /// Who generates; by default the login name of the process's user.
