@@ -28,15 +28,29 @@ void write(OutputSink& sink, std::initializer_list<std::string_view> texts) {
     }
 }
 
-/// Tabs become blanks and other control characters question marks, so that each takes one column.
-void makePrintable(std::string& text) {
-    for (char& byte : text) {
+/// The control characters behind ASCII, to which terminals listen, too: U+0080 to U+009F.
+bool isLaterControl(std::string_view utf8) {
+    return utf8.substr(0, 1) == "\xC2" && utf8.size() > 1 &&
+           static_cast<unsigned char>(utf8[1]) < 0xA0;
+}
+
+/// The text with blanks for tabs and question marks for other control characters, so that each
+/// takes one column.
+std::string printable(std::string_view utf8) {
+    std::string text;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        const bool isLater = isLaterControl(utf8.substr(i));
+        i += isLater ? 1 : 0;
         if (byte == '\t') {
-            byte = ' ';
-        } else if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F') {
-            byte = '?';
+            text += ' ';
+        } else if (byte < ' ' || byte == 0x7F || isLater) {
+            text += '?';
+        } else {
+            text += static_cast<char>(byte);
         }
     }
+    return text;
 }
 
 /// Where the character of that number begins.
@@ -57,8 +71,7 @@ ShownLine shownLine(const ReportedFinding& finding) {
     // Whether it is UTF-8 is to be said of the whole line.
     const bool utf8 = isUtf8(line);
     const auto before = utf8 ? countCharacters(line.substr(0, bytesBefore)) : bytesBefore;
-    ShownLine shown{toUtf8(line), before};
-    makePrintable(shown.text);
+    ShownLine shown{printable(toUtf8(line)), before};
     const std::size_t skipped = before > kShownBefore ? before - kShownBefore : 0;
     shown.text.erase(0, offsetOf(shown.text, skipped));
     shown.text.erase(offsetOf(shown.text, kShownCharacters));
