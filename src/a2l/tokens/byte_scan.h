@@ -123,9 +123,10 @@ inline char* skipPlainTextBytes(char* position) {
     });
 }
 
-/// How many spaces stand there; 16 for more.
-inline std::size_t leadingSpaces(const char* position) {
-    return byte_scan::countSet(_mm_cmpeq_epi8(byte_scan::load(position), _mm_set1_epi8(' ')));
+/// Which of the next kLookAhead bytes are spaces: bit 0 tells of the first one.
+inline std::uint32_t spacesAhead(const char* position) {
+    return static_cast<std::uint32_t>(
+        _mm_movemask_epi8(_mm_cmpeq_epi8(byte_scan::load(position), _mm_set1_epi8(' '))));
 }
 
 /// Skips the spaces, tabs and line ends that stand between tokens, and adds the line feeds among
@@ -165,12 +166,12 @@ inline std::size_t leadingHexDigits(const char* position) {
 
 #else
 
-inline std::size_t leadingSpaces(const char* position) {
-    std::size_t count = 0;
-    while (count < kLookAhead && position[count] == ' ') {
-        ++count;
+inline std::uint32_t spacesAhead(const char* position) {
+    std::uint32_t spaces = 0;
+    for (std::size_t at = 0; at < kLookAhead; ++at) {
+        spaces |= static_cast<std::uint32_t>(position[at] == ' ') << at;
     }
-    return count;
+    return spaces;
 }
 
 inline char* skipPlainBlanks(char* position, std::uint32_t&) {
@@ -210,5 +211,27 @@ inline char* skipPlainTextBytes(char* position) {
 }
 
 #endif
+
+/// The blanks that a line begins with, taken for as many as those of the line before, as most are.
+/// That saves waiting, not work: where the next word begins is known before the bytes are, and the
+/// processor reads on from there while it still compares them. Waiting for their number in front of
+/// every line took a twelfth of a conversion's time.
+class Indentation {
+  public:
+    /// Skips the spaces at a position, up to kLookAhead of them.
+    char* skip(char* position) {
+        const std::uint32_t spaces = spacesAhead(position);
+        const std::uint32_t run = spaces ^ (spaces + 1);  // up to the first that is none
+        if (run != run_) {
+            run_ = run;
+            width_ = static_cast<std::size_t>(std::bit_width(run) - 1);
+        }
+        return position + width_;
+    }
+
+  private:
+    std::uint32_t run_ = 1;
+    std::size_t width_ = 0;
+};
 
 }  // namespace quillmark

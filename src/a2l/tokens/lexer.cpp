@@ -394,8 +394,7 @@ inline void A2lLexer::skipUsualBlanks() {
         }
         if (*p == '\n') {
             ++lineNumber_;
-            ++p;
-            p += leadingSpaces(p);
+            p = indentation_.skip(p + 1);
         }
     }
     cursor_ = p;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "a2l/tokens/byte_scan.h"
 #include "a2l/tokens/keyword_tables.h"
 
 namespace quillmark {
@@ -176,6 +177,7 @@ class A2lLexer {
     char* end_ = nullptr;
 
     std::uint32_t lineNumber_ = 1;
+    Indentation indentation_;  ///< of the last line that was begun
     /// Bytes of the line at the front of the buffer that are no longer in it.
     std::size_t droppedOfLine_ = 0;
     bool extendedIdentifiers_ = true;

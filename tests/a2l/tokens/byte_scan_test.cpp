@@ -1,5 +1,7 @@
 #include "a2l/tokens/byte_scan.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -90,6 +92,18 @@ TEST(ByteScan, BlanksAreAllPassedAndTheirLineFeedsCounted) {
     }
 }
 #endif
+
+TEST(ByteScan, IndentationIsSkippedWhateverTheLinesBefore) {
+    Indentation indentation;
+    std::mt19937 random(1);
+    for (int i = 0; i < 3000; ++i) {
+        const std::size_t width = random() % (kLookAhead + 3);
+        std::string line(width, ' ');
+        line += "\t\n\"a\xFF"[random() % 5];
+        line.append(kLookAhead, " x"[random() % 2]);
+        EXPECT_EQ(indentation.skip(line.data()), line.data() + std::min(width, kLookAhead));
+    }
+}
 
 TEST(ByteScan, DigitsAreCountedAndRead) {
     std::mt19937 random(1);
