@@ -36,6 +36,11 @@ class QUILLMARK_API ReadOptions {
     /// in either case.
     ReadOptions& setKeepSignals(bool keep);
 
+    /// Whether characteristics that are arrays are kept: curves, maps, cuboids and blocks of
+    /// values, which no include file shows. They are, unless told otherwise, and checked in either
+    /// case. Without them, a group that names one names a signal that nothing defines.
+    ReadOptions& setKeepArrays(bool keep);
+
     /// Whether the names are kept, and looked up, of the signals and groups that belong to a group,
     /// a function, a frame or a virtual signal. They are, unless told otherwise, and checked in
     /// either case.

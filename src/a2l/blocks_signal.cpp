@@ -267,6 +267,25 @@ void readStorageType(CoreReader& reader, PhEntity& signal) {
     }
 }
 
+/// Whether a characteristic of that kind is an array of values, with axes or without.
+bool isArray(PhSignalKind kind) {
+    switch (kind) {
+        case PhSignalKind::Curve:
+        case PhSignalKind::Map:
+        case PhSignalKind::Cuboid:
+        case PhSignalKind::ValueBlock:
+        case PhSignalKind::Cube4:
+        case PhSignalKind::Cube5:
+            return true;
+        case PhSignalKind::Undefined:
+        case PhSignalKind::Measurement:
+        case PhSignalKind::Value:
+        case PhSignalKind::Ascii:
+            break;
+    }
+    return false;
+}
+
 int parseCharacteristicByteOrder(CoreReader& reader, PhEntity& signal) {
     reader.keep(signal.byteOrder, readByteOrder(reader));
     return reader.next();
@@ -312,16 +331,27 @@ int parseCharacteristic(CoreReader& reader, PhGroup& module) {
     const auto owner = reader.defineNext<PhEntity>();
     PhEntity& signal = *owner;
     reader.readLongIdentifier(signal);
-    reader.keepDescribed(module.signals, owner);
+    const bool keepsArrays = reader.parts().arrays;
+    if (keepsArrays) {
+        reader.keepDescribed(module.signals, owner);
+    }
     reader.traceBlock("Parse CHARACTERISTIC '%s'\n", signal.name());
     reader.keep(signal.byteOrder, reader.moduleByteOrder());
     readStorageType(reader, signal);
+    const bool isKept = keepsArrays || !isArray(signal.signalKind);
+    if (isKept && !keepsArrays) {
+        reader.keepDescribed(module.signals, owner);
+    }
     reader.readIntegerOrWarn(signal.address);
     reader.next();
-    reader.keep(signal.recordLayout, reader.refer<PhRecordLayout>(reader.token().text));
+    if (isKept) {
+        reader.keep(signal.recordLayout, reader.refer<PhRecordLayout>(reader.token().text));
+    }
     reader.drop(1);  // maximum difference
-    // ... and the conversion's name, whatever kind of token it is
-    reader.commit([&] { reader.references().bindConversionSoon(signal, reader.token().text); });
+    if (isKept) {
+        // The conversion's name, whatever kind of token it is.
+        reader.commit([&] { reader.references().bindConversionSoon(signal, reader.token().text); });
+    }
     readLimits(reader, signal);
 
     static constexpr CoreRule<PhEntity> kRules[] = {

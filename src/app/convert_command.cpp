@@ -40,7 +40,8 @@ ConversionOutcome convertCommand(const ConvertRequest& request, Description& des
     const FindingHandler print = [&](const Finding& finding) { printFinding(finding, console); };
     // Of the rest the include file shows nothing.
     ReadOptions reading;
-    reading.setKeepTexts(false).setKeepMembers(false).setKeepLimits(false).setKeepFormats(false);
+    reading.setKeepTexts(false).setKeepArrays(false).setKeepMembers(false);
+    reading.setKeepLimits(false).setKeepFormats(false);
     reading.setFindingHandler(print);
     description = Description::readFile(request.inputFile, reading);
     const ConvertOptions options = optionsOf(request).setFindingHandler(print);

@@ -98,6 +98,7 @@ void read(DescriptionData& data, const ReadOptionsData& options, Parse parse) {
     PhA2l reader(console, data.name);
     reader.setLogger(&logger);
     reader.setParts({.signals = options.keepSignals,
+                     .arrays = options.keepArrays,
                      .members = options.keepMembers,
                      .limits = options.keepLimits,
                      .formats = options.keepFormats,
@@ -130,6 +131,11 @@ ReadOptions& ReadOptions::setKeepTexts(bool keep) {
 
 ReadOptions& ReadOptions::setKeepSignals(bool keep) {
     data_->keepSignals = keep;
+    return *this;
+}
+
+ReadOptions& ReadOptions::setKeepArrays(bool keep) {
+    data_->keepArrays = keep;
     return *this;
 }
 

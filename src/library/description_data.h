@@ -11,6 +11,7 @@ namespace quillmark {
 struct ReadOptionsData {
     bool keepTexts = true;
     bool keepSignals = true;
+    bool keepArrays = true;
     bool keepMembers = true;
     bool keepLimits = true;
     bool keepFormats = true;

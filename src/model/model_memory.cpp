@@ -139,8 +139,14 @@ void ModelMemory::release(void* block, std::size_t size) noexcept {
         std::free(block);
         return;
     }
+    char* const start = static_cast<char*>(block);
+    if (start + rounded(size) == cursor.next) {
+        // The last one that was made gives its place back: objects that nobody keeps are made in
+        // the same few lines of the cache, one after the other.
+        cursor.next = start;
+    }
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) % kChunkSize;
-    removeOne(reinterpret_cast<ModelChunk*>(static_cast<char*>(block) - offset));
+    removeOne(reinterpret_cast<ModelChunk*>(start - offset));
 }
 
 ModelArena::~ModelArena() {

@@ -130,6 +130,41 @@ TEST(Description, OptionsAreCopied) {
     EXPECT_EQ(firstModule(description).signals()[0].longIdentifier(), "");
 }
 
+TEST(Description, ArraysNeedNotBeKept) {
+    const auto characteristic = [](const std::string& name, const std::string& type) {
+        return "/begin CHARACTERISTIC " + name + " \"\" " + type +
+               " 0x10 R 0 C 0 1 /end CHARACTERISTIC\n";
+    };
+    const std::string content =
+        moduleWith(characteristic("curve", "CURVE") + characteristic("value", "VALUE") +
+                   characteristic("map", "MAP") + characteristic("text", "ASCII") +
+                   characteristic("block", "VAL_BLK") + characteristic("cube", "CUBE_5") +
+                   "/begin MEASUREMENT s \"\" UBYTE C 0 0 0 1 /end MEASUREMENT\n");
+    const auto namesOf = [](const Description& description) {
+        std::string names;
+        for (const Signal& signal : firstModule(description).signals()) {
+            names.append(signal.name()).append(" ");
+        }
+        return names;
+    };
+    ReadOptions options;
+    EXPECT_EQ(namesOf(described(content, options)), "curve value map text block cube s ");
+    options.setKeepArrays(false);
+    const Description description = described(content, options);
+    EXPECT_EQ(namesOf(description), "value text s ");
+    EXPECT_EQ(firstModule(description).signals()[0].conversion()->name(), "C");
+}
+
+TEST(Description, WhatIsWrongWithArraysIsToldAllTheSame) {
+    ReadOptions options;
+    options.setKeepArrays(false);
+    const Description description = described(
+        moduleWith("/begin CHARACTERISTIC c \"\" CURVE x R 0 C 0 1 /end CHARACTERISTIC\n"),
+        options);
+    ASSERT_EQ(description.findings().size(), 1U);
+    EXPECT_EQ(description.findings()[0].text(), "Unexpected token 'token=303' found");
+}
+
 TEST(Description, MembersNeedNotBeKept) {
     const std::string group = moduleWith(
         "/begin GROUP g \"\" /begin REF_MEASUREMENT s /end REF_MEASUREMENT /end GROUP\n");

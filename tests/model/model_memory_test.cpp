@@ -45,6 +45,22 @@ TEST(ModelMemory, ReleasedChunksAreUsedAgain) {
     }
 }
 
+TEST(ModelMemory, WhatIsReleasedFirstGivesItsPlaceBack) {
+    void* const kept = ModelMemory::allocate(24);
+    void* const below = ModelMemory::allocate(121);
+    void* const top = ModelMemory::allocate(17);
+    ModelMemory::release(top, 17);
+    ModelMemory::release(below, 121);
+    void* const again = ModelMemory::allocate(64);
+    EXPECT_EQ(again, below);
+    ModelMemory::release(kept, 24);  // something stands behind it
+    void* const behind = ModelMemory::allocate(8);
+    EXPECT_NE(behind, kept);
+    EXPECT_EQ(behind, static_cast<char*>(again) + 64);
+    ModelMemory::release(behind, 8);
+    ModelMemory::release(again, 64);
+}
+
 // A block that was not counted in its own chunk would be given out twice, or its chunk taken away.
 TEST(ModelMemory, BlocksOfAnArenaOutliveItAndAreReleasedByAnotherThread) {
     constexpr std::size_t kSize = 30000;

@@ -33,6 +33,8 @@ struct ModelParts {
     /// Signals and what describes them: conversions, units, record layouts, groups, functions,
     /// frames. Without them the model has what tells how a control unit is reached.
     bool signals = true;
+    /// Characteristics that are curves, maps, cuboids or blocks of values: no logger records them.
+    bool arrays = true;
     /// Which signals and groups a group, a function, a frame or a virtual signal names; nothing
     /// without the signals themselves.
     bool members = true;
@@ -81,6 +83,7 @@ class PhReader {
     /// What the model gets: everything, unless told otherwise.
     void setParts(const ModelParts& parts) {
         parts_ = parts;
+        parts_.arrays = parts.arrays && parts.signals;
         parts_.members = parts.members && parts.signals;
         parts_.limits = parts.limits && parts.signals;
         parts_.formats = parts.formats && parts.signals;

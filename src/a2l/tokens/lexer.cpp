@@ -36,8 +36,6 @@ constexpr ByteClass kWordExtended = 1 << 12;
 constexpr ByteClass kStringStop = 1 << 13;
 /// Behind a few digits: more than a short decimal integer, or not known yet.
 constexpr ByteClass kNumberGoesOn = 1 << 14;
-/// Behind the slash that may open a comment: it does, or it is not known yet.
-constexpr ByteClass kBehindSlash = 1 << 15;
 
 constexpr char kSentinel = '\xFF';
 /// Behind the last byte that was fetched: as many as are ever looked at together, all sentinels.
@@ -65,7 +63,6 @@ constexpr ByteClassRow kByteClassRows[] = {
     {".[]|", kIdentifierExtended | kNumberNameExtended | kWordExtended},
     {std::string_view("\"\\\n\0\xFF", 5), kStringStop},
     {"\xFF", kNumberGoesOn},
-    {"*/\xFF", kBehindSlash},
 };
 
 constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses(kByteClassRows);
