@@ -1,5 +1,6 @@
 #include "cfginclude/module_output.h"
 
+#include <cstddef>
 #include <new>
 #include <string>
 #include <utility>
@@ -10,6 +11,7 @@
 #include "cfginclude/include_format.h"
 #include "cfginclude/signal_output.h"
 #include "model/setting_names.h"
+#include "platform/compiler.h"
 #include "platform/text.h"
 
 namespace quillmark {
@@ -35,6 +37,23 @@ void writeSource(CfgElement& station, const PhGroup& project, const PhGroup& mod
     }
 }
 
+/// Has the processor fetch the conversions of signals that are written soon, and nearer by what is
+/// written of these. They lie in no order: to wait for each of them in its turn takes a tenth of
+/// the time in which 300 MB are converted.
+void fetchConversionsAhead(const PhObjectList<PhEntity>& signals, std::size_t position) {
+    constexpr std::size_t kFar = 8;
+    constexpr std::size_t kNear = 4;
+    const auto conversionAt = [&](std::size_t ahead) -> const PhConversion* {
+        const std::size_t at = position + ahead;
+        return at < signals.count() ? signals.at(at).datatype.conversion.get() : nullptr;
+    };
+    prefetch(conversionAt(kFar));
+    if (const PhConversion* const conversion = conversionAt(kNear)) {
+        prefetch(conversion->name().text());
+        prefetch(&conversion->unit);
+    }
+}
+
 /// Makes the two sections of a station, each an empty element until it is written.
 void fillSections(CfgElement& compuMethods, CfgElement& signals, const PhGroup& module,
                   const ModuleOutputSettings& settings) {
@@ -45,7 +64,9 @@ void fillSections(CfgElement& compuMethods, CfgElement& signals, const PhGroup& 
     });
     signals.setSection([&module, settings](CfgChildren& children) {
         const IdentityFallbackNames identityFallbackNames(module.conversions, settings.features);
-        for (const PhEntity& signal : module.signals) {
+        for (std::size_t at = 0; at < module.signals.count(); ++at) {
+            fetchConversionsAhead(module.signals, at);
+            const PhEntity& signal = module.signals.at(at);
             if (isWrittenSignal(signal, settings.features)) {
                 writeSignal(children, signal, settings.namePrefix, settings.features,
                             identityFallbackNames);
