@@ -1,5 +1,7 @@
 #include "a2l/module_references.h"
 
+#include <cstdint>
+
 namespace quillmark {
 
 ModuleReferences::~ModuleReferences() {
@@ -15,7 +17,8 @@ void ModuleReferences::bindConversions() {
         },
         [this](PhEntity& signal, std::string_view name) {
             signal.datatype.conversion = refer<PhConversion>(name);
-            recentConversions_[recentSlot(name)] = signal.datatype.conversion;
+            const std::uint32_t hash = PhNameIndex::hashOf(name);
+            recentConversion(hash) = {hash, signal.datatype.conversion};
         });
 }
 

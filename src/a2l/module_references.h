@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -118,8 +119,10 @@ class ModuleReferences {
         if (!parts_.signals) {
             return;
         }
-        if (PhConversion* const known = recent(name)) {
-            signal.datatype.conversion = PhHandle<PhConversion>(known);
+        const std::uint32_t hash = PhNameIndex::hashOf(name);
+        const RecentConversion& recent = recentConversion(hash);
+        if (recent.isNamed(name, hash)) {
+            signal.datatype.conversion = recent.conversion;
             return;
         }
         if (conversions_.isFull()) {
@@ -162,15 +165,21 @@ class ModuleReferences {
     void bindConversions();
     void bindMembers();
 
-    /// A conversion that was bound lately under that name, or nullptr. What a name refers to stays
-    /// the same to the end of the module, and a few conversions serve most signals.
-    PhConversion* recent(std::string_view name) const {
-        PhConversion* const conversion = recentConversions_[recentSlot(name)].get();
-        return conversion != nullptr && equalTexts(conversion->name().view(), name) ? conversion
-                                                                                    : nullptr;
-    }
-    static std::size_t recentSlot(std::string_view name) {
-        return PhNameIndex::hashOf(name) % kRecentConversions;
+    /// A conversion that was bound lately. What a name refers to stays the same to the end of the
+    /// module, and a few conversions serve most signals. The hash stands beside it, so that another
+    /// one is not fetched from memory only to see that it is another one.
+    struct RecentConversion {
+        std::uint32_t hash = 0;
+        PhHandle<PhConversion> conversion;
+
+        bool isNamed(std::string_view name, std::uint32_t nameHash) const {
+            return hash == nameHash && conversion && equalTexts(conversion->name().view(), name);
+        }
+    };
+
+    /// The one place where a conversion of a name with that hash may be.
+    RecentConversion& recentConversion(std::uint32_t hash) {
+        return recentConversions_[hash % recentConversions_.size()];
     }
 
     PhGroup& module_;
@@ -182,7 +191,7 @@ class ModuleReferences {
     WaitingNames<PhEntity> conversions_;
     WaitingNames<PhFunction> members_;
     static constexpr std::size_t kRecentConversions = 256;
-    std::array<PhHandle<PhConversion>, kRecentConversions> recentConversions_;
+    std::array<RecentConversion, kRecentConversions> recentConversions_;
 };
 
 }  // namespace quillmark
