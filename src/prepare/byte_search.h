@@ -43,6 +43,24 @@ inline std::size_t findMark(std::string_view text, std::size_t from) {
     return std::string_view::npos;
 }
 
+/// Where the next quote or backslash stands. Nowhere: npos.
+inline std::size_t findQuoteOrBackslash(std::string_view text, std::size_t from) {
+#ifdef QM_PREPARE_HAS_SSE2
+    constexpr std::size_t kStep = 16;
+    const __m128i quotes = _mm_set1_epi8('"');
+    const __m128i backslashes = _mm_set1_epi8('\\');
+    for (; from + kStep <= text.size(); from += kStep) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + from));
+        const auto found = static_cast<unsigned>(_mm_movemask_epi8(
+            _mm_or_si128(_mm_cmpeq_epi8(bytes, quotes), _mm_cmpeq_epi8(bytes, backslashes))));
+        if (found != 0) {
+            return from + static_cast<std::size_t>(std::countr_zero(found));
+        }
+    }
+#endif
+    return text.find_first_of("\"\\", from);
+}
+
 /// Whether a text may speak of instances, blobs or included files, of which all has to be known
 /// before the first byte can be written. It looks for the first two letters of these words all at
 /// once.

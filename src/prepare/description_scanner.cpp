@@ -126,6 +126,9 @@ bool DescriptionScanner::closeOpen(const Token& token) {
 /// Returns whether reading can go on in front of what has been put in.
 bool DescriptionScanner::include(const Token& token) {
     report_.forgetReader();
+    if (report_.hasFailed()) {
+        return false;
+    }
     std::size_t from = token.end;
     std::size_t to = from;
     const auto isWhole = [&] {

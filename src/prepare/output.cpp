@@ -1,9 +1,13 @@
 #include "prepare/output.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
+#include "platform/file_name.h"
 #include "platform/file_stream.h"
 #include "platform/replacement.h"
 #include "platform/temporary_file.h"
@@ -54,8 +58,13 @@ FileOutput::~FileOutput() {
     }
 }
 
+void FileOutput::put(std::string_view bytes) {
+    isGood_ = isGood_ && writeTo(file_, bytes);
+    length_ += bytes.size();
+}
+
 void FileOutput::flush() {
-    isGood_ = isGood_ && writeTo(file_, buffer_);
+    put(buffer_);
     buffer_.clear();
 }
 
@@ -64,7 +73,7 @@ void FileOutput::write(std::string_view bytes) {
         flush();
     }
     if (bytes.size() > kBufferSize) {
-        isGood_ = isGood_ && writeTo(file_, bytes);
+        put(bytes);
     } else {
         buffer_ += bytes;
     }
@@ -73,12 +82,13 @@ void FileOutput::write(std::string_view bytes) {
 void FileOutput::replace(std::uint64_t position, std::string_view bytes) {
     flush();
     isGood_ = isGood_ && std::fseek(file_, static_cast<long>(position), SEEK_SET) == 0 &&
-              writeTo(file_, bytes) && std::fseek(file_, 0, SEEK_END) == 0;
+              writeTo(file_, bytes) && std::fseek(file_, static_cast<long>(length_), SEEK_SET) == 0;
 }
 
-/// What is written next is never shorter than what it takes the place of.
+/// What is written next may be shorter than what it takes the place of. That goes at the end.
 void FileOutput::restart() {
     buffer_.clear();
+    length_ = 0;
     std::rewind(file_);
 }
 
@@ -106,20 +116,23 @@ bool FileOutput::finish() {
 bool FileOutput::copyTo(std::FILE* target) {
     std::array<char, 65536> block;
     std::rewind(file_);
-    for (;;) {
-        const std::size_t count = std::fread(block.data(), 1, block.size(), file_);
-        if (count == 0) {
-            return std::ferror(file_) == 0;
-        }
-        if (!writeTo(target, {block.data(), count})) {
+    while (length_ > 0) {
+        const auto wanted =
+            static_cast<std::size_t>(std::min<std::uint64_t>(length_, block.size()));
+        if (std::fread(block.data(), 1, wanted, file_) != wanted ||
+            !writeTo(target, {block.data(), wanted})) {
             return false;
         }
+        length_ -= wanted;
     }
+    return true;
 }
 
 bool FileOutput::moveIntoPlace() {
-    const bool isInPlace =
-        std::fclose(std::exchange(file_, nullptr)) == 0 && putInPlace(temporaryName_, name_);
+    std::error_code error;
+    const bool isClosed = std::fclose(std::exchange(file_, nullptr)) == 0;
+    std::filesystem::resize_file(toPath(temporaryName_), length_, error);
+    const bool isInPlace = isClosed && !error && putInPlace(temporaryName_, name_);
     if (isInPlace) {
         temporaryName_.clear();
     }

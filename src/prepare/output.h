@@ -68,6 +68,7 @@ class FileOutput final : public Output {
 
   private:
     void flush();
+    void put(std::string_view bytes);
     [[nodiscard]] bool copyTo(std::FILE* target);
     [[nodiscard]] bool moveIntoPlace();
 
@@ -75,6 +76,7 @@ class FileOutput final : public Output {
     std::string temporaryName_;  ///< empty for a file without a name
     std::FILE* file_ = nullptr;
     std::string buffer_;
+    std::uint64_t length_ = 0;  ///< of what was written, and not forgotten
     bool isGood_ = true;
 };
 

@@ -198,10 +198,14 @@ namespace preparing {
 
 namespace {
 
+bool asksForEpk(const RewriteOptions& options) {
+    return !options.epk.empty() || !options.epkAddress.empty();
+}
+
 /// Makes sure that it is clear which module gets the EPK.
 void checkModules(const Survey& survey, const SourceFiles& files, const RewriteOptions& options,
                   Report& report) {
-    if (options.epk.empty() && options.epkAddress.empty()) {
+    if (!asksForEpk(options)) {
         return;
     }
     const auto count = std::count_if(
@@ -253,7 +257,7 @@ bool keepMeaninglessBytes(const SourceText& source, const SourceFiles& files, Re
 /// Whether there may be something that has to be known before the rest can be written. It costs a
 /// tenth of finding out what that is.
 bool needsSurvey(SourceText& source, const RewriteOptions& options) {
-    if (!options.epk.empty() || !options.epkAddress.empty()) {
+    if (asksForEpk(options)) {
         return true;
     }
     constexpr std::size_t kLongestWord = 8;
@@ -298,6 +302,29 @@ bool rewriteText(const SourceFiles& files, const RewriteOptions& options, Report
     return false;
 }
 
+/// Copies a description as long as there is nothing to tell of it, as mostly there never is: that
+/// takes no knowledge of what is yet to come. False, with nothing done, if there is.
+bool needsNothing(const SourceFiles& files, const RewriteOptions& options, Report& report,
+                  Output& output, LineMap* map) {
+    if (asksForEpk(options)) {
+        return false;
+    }
+    report.beginTrial();
+    SourceText source(files, report);
+    const Survey nothing;
+    if (source.open()) {
+        Rewriter(source, report, nothing, options, output, map).run();
+    }
+    if (!report.endTrial()) {
+        output.restart();
+        if (map != nullptr) {
+            *map = LineMap();
+        }
+        return false;
+    }
+    return !source.hasDroppedBytes() || copyDescription(files, report, output);
+}
+
 /// Each line of a description that stays as it is comes from itself.
 void mapToItself(const SourceFiles& files, Report& report, LineMap& map) {
     const std::unique_ptr<InputFile> input = files.openMain();
@@ -312,6 +339,9 @@ void mapToItself(const SourceFiles& files, Report& report, LineMap& map) {
 
 bool prepareText(const SourceFiles& files, const RewriteOptions& options, Report& report,
                  Output& output, LineMap* map) {
+    if (needsNothing(files, options, report, output, map)) {
+        return true;
+    }
     const bool isRewritten = rewriteText(files, options, report, output, map);
     if (!report.isReadable()) {
         return isRewritten;

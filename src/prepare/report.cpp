@@ -18,9 +18,24 @@ std::string Report::textOf(Place place) const {
     return fileName(place.file) + ":" + std::to_string(place.line);
 }
 
+bool Report::endTrial() {
+    isTrial_ = false;
+    return !std::exchange(hasFailed_, false);
+}
+
+void Report::forgetReader() {
+    giveUpTrial();
+    if (!isTrial_) {
+        reads_ = nullptr;
+    }
+}
+
 /// Whether the reader refuses the description. Nobody asks it about one that has other bytes by
 /// now.
 bool Report::isRefused() {
+    if (isTrial_) {
+        return true;
+    }
     if (const auto reads = std::exchange(reads_, nullptr); reads && !hasFailed()) {
         isReadable_ = reads();
     }
@@ -59,6 +74,7 @@ void Report::error(std::string_view file, std::string_view text) {
 
 void Report::tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_t line,
                   std::string_view text) {
+    giveUpTrial();
     if (hasFailed_) {
         return;
     }

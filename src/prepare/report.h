@@ -42,12 +42,21 @@ class Report {
     /// An error about no line of a file.
     void error(std::string_view file, std::string_view text);
 
+    /// From now on nothing is told: the first thing that is found ends the work.
+    void beginTrial() { isTrial_ = true; }
+
+    /// Begins anew, as if nothing had been tried. Returns whether nothing was found.
+    bool endTrial();
+
+    /// Ends a trial that will hardly come to its end without a finding.
+    void giveUpTrial() { hasFailed_ |= isTrial_; }
+
     /// Who tells whether the reader takes the description as it is.
     void setReader(std::function<bool()> reads) { reads_ = std::move(reads); }
 
     /// Says that the description is more than the reader sees of it, or has what it surely refuses.
     /// Nobody asks it then.
-    void forgetReader() { reads_ = nullptr; }
+    void forgetReader();
 
     /// Whether the work is to end: after an error, or because nothing needs to be done.
     [[nodiscard]] bool hasFailed() const { return hasFailed_ || isReadable_; }
@@ -66,6 +75,7 @@ class Report {
     PrepareFindingHandler tell_;
     std::vector<std::string> files_;
     std::function<bool()> reads_;
+    bool isTrial_ = false;
     bool isReadable_ = false;
     bool hasFailed_ = false;
     bool hasLosses_ = false;

@@ -143,6 +143,7 @@ void Rewriter::rewriteVersion(const Part& part) {
 /// end.
 void Rewriter::rememberVersion(std::string_view minor, Place place) {
     if (integerOf(minor).value_or(0) >= kLaterVersion && version_.empty()) {
+        report_.giveUpTrial();
         versionPosition_ = writer_.written();
         versionPlace_ = place;
         version_ = std::string(kEarlierVersion);
@@ -217,6 +218,9 @@ void Rewriter::rewriteBlock(Part part) {
     if (rule->fate == Fate::TakeOut) {
         hasLaterParts_ = true;
         report_.forgetReader();
+        if (report_.hasFailed()) {
+            return;
+        }
     }
     if (isLookedInto) {
         if (!isWalked) {

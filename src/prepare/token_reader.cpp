@@ -1,11 +1,14 @@
 #include "prepare/token_reader.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstring>
 #include <system_error>
 
 #include "a2l/tokens/byte_classes.h"
+#include "a2l/tokens/byte_scan.h"
+#include "platform/compiler.h"
 #include "prepare/byte_search.h"
 
 namespace quillmark::preparing {
@@ -45,11 +48,6 @@ constexpr ByteClassRow kByteClassRows[] = {
 
 constexpr std::array<ByteClass, 256> kByteClasses = collectByteClasses(kByteClassRows);
 
-/// An ASCII character that is neither blank nor control character.
-bool isInk(char byte) {
-    return static_cast<signed char>(byte) > ' ';
-}
-
 bool isOf(char byte, ByteClass byteClass) {
     return (kByteClasses[static_cast<unsigned char>(byte)] & byteClass) != 0;
 }
@@ -72,6 +70,66 @@ TokenKind kindOfWord(std::string_view word) {
 /// A blank or control character, none of which belongs to any name.
 bool isPlainEnd(char byte) {
     return static_cast<unsigned char>(byte) <= ' ';
+}
+
+// The quick way: most tokens are short, of the plainest bytes, and stand behind one space or a line
+// end and an indentation. All else is left to the long way.
+
+/// As many bytes have to follow, so that all that the quick way looks at lies in the text.
+constexpr std::size_t kUsualSize = 5 * kLookAhead;
+
+inline const char* behindUsualBlanks(const char* text) {
+    if (*text == ' ') {
+        return text + 1;
+    }
+    text += *text == '\r' ? 1 : 0;
+    return *text == '\n' ? text + 1 + std::countr_one(spacesAhead(text + 1)) : text;
+}
+
+struct UsualToken {
+    TokenKind kind = TokenKind::Mark;
+    std::size_t length = 0;  ///< 0 for a token that needs a closer look
+};
+
+inline UsualToken usualToken(TokenKind kind, const char* text, std::size_t length) {
+    return {kind, isPlainEnd(text[length]) ? length : 0};
+}
+
+inline UsualToken usualNumber(const char* text) {
+    constexpr std::size_t kPrefix = 2;
+    if (text[0] == '0' && text[1] == 'x') {
+        return usualToken(TokenKind::Integer, text, kPrefix + leadingHexDigits(text + kPrefix));
+    }
+    const std::size_t sign = *text == '-' ? 1 : 0;
+    const std::size_t digits = leadingDigits(text + sign);
+    if (digits == 0) {
+        return {};
+    }
+    const std::size_t point = sign + digits;
+    return text[point] == '.'
+               ? usualToken(TokenKind::Real, text, point + 1 + leadingDigits(text + point + 1))
+               : usualToken(TokenKind::Integer, text, point);
+}
+
+inline UsualToken usualSlash(const char* text) {
+    const auto isHere = [text](std::string_view word) {
+        return std::memcmp(text, word.data(), word.size()) == 0;
+    };
+    constexpr std::string_view kBegin = "/begin";
+    constexpr std::string_view kEnd = "/end";
+    return isHere(kBegin) ? usualToken(TokenKind::Begin, text, kBegin.size())
+           : isHere(kEnd) ? usualToken(TokenKind::End, text, kEnd.size())
+                          : UsualToken{};
+}
+
+inline UsualToken usualToken(const char* text) {
+    if (isLetter(*text)) {
+        return usualToken(TokenKind::Word, text, leadingNameBytes(text));
+    }
+    if (isOf(*text, kDigit) || *text == '-') {
+        return usualNumber(text);
+    }
+    return *text == '/' ? usualSlash(text) : UsualToken{};
 }
 
 /// The reader tells single bytes and keywords apart by their numbers, and these two have the
@@ -99,18 +157,8 @@ Token TokenReader::take(TokenKind kind, std::size_t end) {
     return token;
 }
 
-/// Nearly always there is one space, or a line feed and the spaces of an indentation.
-inline void TokenReader::skipBlanks() {
+void TokenReader::skipBlanks() {
     std::size_t p = position_;
-    if (p + 1 < text_.size()) {
-        if (isInk(text_[p])) {
-            return;
-        }
-        if (text_[p] == ' ' && isInk(text_[p + 1])) {
-            position_ = p + 1;
-            return;
-        }
-    }
     while (p < text_.size() && isOf(text_[p], kBlank)) {
         p = text_[p] == '\n' ? skipSpaces(text_, p + 1) : p + 1;
     }
@@ -143,7 +191,37 @@ bool TokenReader::skipComment() {
     return true;
 }
 
+/// False if what follows is too near the end of the text for the quick way.
+inline bool TokenReader::skipUsualBlanks() {
+    if (text_.size() < position_ + kUsualSize) {
+        return false;
+    }
+    const char* const text = text_.data();
+    position_ = static_cast<std::size_t>(behindUsualBlanks(text + position_) - text);
+    return true;
+}
+
+std::size_t TokenReader::skipToToken() {
+    if (!skipUsualBlanks() || isPlainEnd(text_[position_]) || text_[position_] == '/') {
+        skipBlanksAndComments();
+    }
+    return position_;
+}
+
 Token TokenReader::next() {
+    if (skipUsualBlanks()) {
+        const char* const token = text_.data() + position_;
+        if (const auto [kind, length] = usualToken(token); length != 0) {
+            return take(kind, position_ + length);
+        }
+        if (*token == '"') {
+            return readText();
+        }
+    }
+    return nextUnusual();
+}
+
+QM_OUT_OF_LINE Token TokenReader::nextUnusual() {
     if (!skipBlanksAndComments()) {
         return {TokenKind::OpenComment, position_, text_.size()};
     }
@@ -214,17 +292,15 @@ Token TokenReader::readNumber() {
 Token TokenReader::readText() {
     std::size_t p = position_ + 1;
     for (;;) {
-        // Few texts have a backslash, so it pays to look for the quote alone first.
-        const std::size_t quote = text_.find('"', p);
-        if (quote == std::string_view::npos) {
+        p = findQuoteOrBackslash(text_, p);
+        if (p >= text_.size()) {
             return {TokenKind::OpenText, position_, text_.size()};
         }
-        const std::size_t backslash = text_.substr(0, quote).find('\\', p);
-        if (backslash != std::string_view::npos) {
-            p = backslash + 2;
+        if (text_[p] == '\\') {
+            p += 2;
             continue;
         }
-        p = quote + 1;
+        ++p;
         if (p >= text_.size() || text_[p] != '"') {
             return take(TokenKind::Text, p);
         }

@@ -60,10 +60,7 @@ class TokenReader {
     Token nextWord();
 
     /// Goes to where the next token begins, or to the comment that has no end.
-    std::size_t skipToToken() {
-        skipBlanksAndComments();
-        return position_;
-    }
+    std::size_t skipToToken();
 
     /// The token that next() will give.
     [[nodiscard]] Token peek() const {
@@ -81,9 +78,11 @@ class TokenReader {
     void setPosition(std::size_t position) { position_ = position; }
 
   private:
+    bool skipUsualBlanks();
     void skipBlanks();
     bool skipBlanksAndComments();
     bool skipComment();
+    Token nextUnusual();
     Token readWord();
     Token readNumber();
     Token readText();

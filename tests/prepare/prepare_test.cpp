@@ -74,6 +74,31 @@ TEST_F(PrepareFiles, AreReplacedWhenAllIsThere) {
     EXPECT_EQ(otherFiles(), 1);
 }
 
+/// What is written before anything is found may be known better afterwards.
+TEST_F(PrepareFiles, ShrinkByWhatIsFoundLate) {
+    const std::string out = directory_.file("out.a2l");
+    const std::string map = directory_.file("map");
+    std::string names;
+    for (int i = 0; i < 100000; ++i) {
+        names += " a.b";
+    }
+    const auto description = [](const std::string& group, const std::string& types) {
+        return "/begin PROJECT P \"\" /begin MODULE M \"\"\n/begin GROUP G \"\" /begin "
+               "REF_MEASUREMENT x" +
+               group + " /end REF_MEASUREMENT /end GROUP" + types + "\n/end MODULE /end PROJECT\n";
+    };
+    EXPECT_EQ(
+        run(description(names,
+                        "\n/begin TYPEDEF_STRUCTURE S \"\" 4 /begin STRUCTURE_COMPONENT b T 0 "
+                        "ADDRESS_TYPE PBYTE /end STRUCTURE_COMPONENT /end TYPEDEF_STRUCTURE"
+                        "\n/begin INSTANCE a \"\" S 0 /end INSTANCE"),
+            PrepareOptions().setOutput(out).setMap(map)),
+        PrepareResult::WithLoss);
+    EXPECT_EQ(readFile(out), description("", ""));
+    const std::string in = directory_.file("in.a2l");
+    EXPECT_EQ(readFile(map), "1\t2\t" + in + "\t1\n3\t1\t" + in + "\t5\n");
+}
+
 TEST_F(PrepareFiles, StayAfterAnError) {
     const std::string out = directory_.file("out.a2l");
     writeFile(out, "old");

@@ -49,7 +49,8 @@ bool agree(const Token& token, std::string_view text, int kind) {
     return token.kind == kindOf(kind) || (token.kind == TokenKind::Word && kind < TOK_INTEGER);
 }
 
-std::string randomText(std::mt19937& random) {
+/// Pieces of tokens, one right behind the other or with blanks between.
+std::string randomText(std::mt19937& random, std::string_view blanks) {
     static constexpr std::string_view kPieces[] = {
         "/begin", "/end", " ",   "\n",  "\"", "\"\"", "\\\"", "\\",  "/*", "*/",   "//",
         "name",   "a.b",  "[2]", "0x1", "0X", "1.5",  "1e",   "e+3", "-",  ".",    "5",
@@ -61,25 +62,51 @@ std::string randomText(std::mt19937& random) {
     std::string text;
     for (std::size_t i = count(random); i > 0; --i) {
         text += kPieces[piece(random)];
+        text += blanks;
     }
     return text;
+}
+
+void expectTokensOfTheLexer(const std::string& text) {
+    MemoryInputFile input(text);
+    QuietLexer lexer;
+    lexer.attach(input);
+    TokenReader reader(text);
+    for (;;) {
+        quillmark::Token theirs;
+        const int kind = lexer.nextToken(theirs);
+        const Token ours = reader.next();
+        ASSERT_TRUE(agree(ours, reader.textOf(ours), kind)) << text << " at " << ours.begin;
+        if (kind == TOK_EOF || kind == TOK_ERROR || ours.isOpen()) {
+            break;
+        }
+    }
 }
 
 TEST(TokenReader, FindsTheTokensOfTheLexer) {
     std::mt19937 random(20261122);
     for (int i = 0; i < 20000; ++i) {
-        const std::string text = randomText(random);
-        MemoryInputFile input(text);
-        QuietLexer lexer;
-        lexer.attach(input);
-        TokenReader reader(text);
-        for (;;) {
-            quillmark::Token theirs;
-            const int kind = lexer.nextToken(theirs);
-            const Token ours = reader.next();
-            ASSERT_TRUE(agree(ours, reader.textOf(ours), kind)) << text << " at " << ours.begin;
-            if (kind == TOK_EOF || kind == TOK_ERROR || ours.isOpen()) {
-                break;
+        expectTokensOfTheLexer(randomText(random, ""));
+    }
+}
+
+TEST(TokenReader, FindsTheSameFarFromTheEndOfTheText) {
+    const std::string farEnd(200, ' ');
+    std::mt19937 random(20261123);
+    for (int i = 0; i < 5000; ++i) {
+        for (const char* const blanks : {"", " ", "\n", "\r\n   ", "\n                      "}) {
+            expectTokensOfTheLexer(randomText(random, blanks) + farEnd);
+        }
+    }
+}
+
+TEST(TokenReader, TakesLongTokensAsAWhole) {
+    for (const std::size_t length : {15U, 16U, 17U, 31U, 32U, 33U, 100U}) {
+        for (const char first : {'a', '7', '0'}) {
+            const std::string token = first + std::string(length - 1, first == 'a' ? 'b' : '4');
+            for (const std::string& text :
+                 {token, "0x" + token, "-" + token, token + "." + token, "\"" + token + "\""}) {
+                expectTokensOfTheLexer("\n    " + text + " next" + std::string(200, ' '));
             }
         }
     }
