@@ -38,14 +38,16 @@ bool isDigit(char byte) {
 }  // namespace
 
 void BlockWalk::walk(std::string_view text, const PartRule& rule) {
-    start(text, rule);
+    TokenReader head(text);
+    head.next();  // /begin
+    start(text, rule, head.next().end);
     if (!isBroken_ && reader_.skipToToken() < text.size()) {
         breakAt(reader_.peek());
     }
 }
 
-bool BlockWalk::walkAhead(std::string_view text, const PartRule& rule) {
-    start(text, rule);
+bool BlockWalk::walkAhead(std::string_view text, const PartRule& rule, std::size_t keywordEnd) {
+    start(text, rule, keywordEnd);
     const std::size_t end = reader_.position();
     // What ends with the text may go on behind it.
     if (isBroken_ || !oddities_.empty() || end == text.size()) {
@@ -55,20 +57,32 @@ bool BlockWalk::walkAhead(std::string_view text, const PartRule& rule) {
     return true;
 }
 
-void BlockWalk::start(std::string_view text, const PartRule& rule) {
+void BlockWalk::start(std::string_view text, const PartRule& rule, std::size_t keywordEnd) {
     text_ = text;
-    reader_ = TokenReader(text);
-    parameters_.clear();
+    reader_ = TokenReader(text, keywordEnd);
+    keywordEnd_ = keywordEnd;
+    parameterEnds_.clear();
     parts_.clear();
     names_.clear();
     oddities_.clear();
     edits_.clear();
     isBroken_ = false;
     keywords_ = &kCoreKeywords;
-    reader_.next();  // /begin
-    reader_.next();  // the keyword
     readParameters(rule.inner->parameters, &rule, true);
     readParts(*rule.inner, rule.keyword, true);
+}
+
+std::size_t BlockWalk::parameterBegin(std::size_t index) const {
+    return TokenReader(text_, index == 0 ? keywordEnd_ : parameterEnds_[index - 1]).skipToToken();
+}
+
+std::string_view BlockWalk::parameter(std::size_t index) const {
+    if (index >= parameterEnds_.size()) {
+        return {};
+    }
+    const std::size_t begin = parameterBegin(index);
+    return begin < parameterEnds_[index] ? text_.substr(begin, parameterEnds_[index] - begin)
+                                         : std::string_view();
 }
 
 std::string BlockWalk::editedText(const FoundPart& part) {
@@ -150,10 +164,13 @@ void BlockWalk::readParameters(std::string_view parameters, const PartRule* rule
         if (isBroken_) {
             return;
         }
-        const std::size_t begin = isOuter ? reader_.skipToToken() : 0;
-        readParameter(parameter, rule);
+        if (parameter == '.') {
+            take();
+        } else {
+            readParameter(parameter, rule);
+        }
         if (isOuter) {
-            parameters_.push_back({TokenKind::Word, begin, reader_.position()});
+            parameterEnds_.push_back(reader_.position());
         }
     }
 }
@@ -179,7 +196,6 @@ const BlockWalk::ParameterRow* BlockWalk::findParameter(char parameter) {
     static constexpr auto kIsInteger = [](const BlockWalk&, const Token& token) {
         return token.kind == TokenKind::Integer;
     };
-    static constexpr auto kIsAny = [](const BlockWalk&, const Token&) { return true; };
     static constexpr auto kIsTextOrNull = [](const BlockWalk& walk, const Token& token) {
         return token.kind == TokenKind::Text || walk.textOf(token) == "NULL";
     };
@@ -199,7 +215,6 @@ const BlockWalk::ParameterRow* BlockWalk::findParameter(char parameter) {
     };
     constexpr std::size_t kThree = 3;
     static constexpr ParameterRow kRows[] = {
-        {'.', kIsAny},
         {'I', kIsName},
         {'N', kIsNameOrText},
         {'S', kIsTextOrNull},
@@ -235,6 +250,9 @@ void BlockWalk::readParameter(char parameter, const PartRule* rule) {
         return;
     }
     switch (parameter) {
+        case '.':
+            take();
+            break;
         case 'w':
             takeWord();
             break;

@@ -39,9 +39,10 @@ class BlockWalk {
     /// What was found before is forgotten.
     void walk(std::string_view text, const PartRule& rule);
 
-    /// The same for a text that goes on behind the block. False if the block may not be whole, or
-    /// if it has what is to be mended, which walk() is for.
-    [[nodiscard]] bool walkAhead(std::string_view text, const PartRule& rule);
+    /// The same for a text that goes on behind the block, and whose keyword ends at `keywordEnd`.
+    /// False if the block may not be whole, or if it has what is to be mended, which walk() is for.
+    [[nodiscard]] bool walkAhead(std::string_view text, const PartRule& rule,
+                                 std::size_t keywordEnd);
 
     [[nodiscard]] std::string_view text() const { return text_; }
     [[nodiscard]] std::string_view textOf(const Token& token) const {
@@ -51,14 +52,19 @@ class BlockWalk {
         return text_.substr(part.begin, part.end - part.begin);
     }
 
-    /// Its parameters and optional parts, not those of blocks within.
-    [[nodiscard]] const std::vector<Token>& parameters() const { return parameters_; }
+    // Its parameters and optional parts, not those of blocks within.
+
     [[nodiscard]] const std::vector<FoundPart>& parts() const { return parts_; }
+    [[nodiscard]] std::size_t parameterCount() const { return parameterEnds_.size(); }
+
+    /// Where a parameter begins and ends. There has to be one.
+    [[nodiscard]] std::size_t parameterBegin(std::size_t index) const;
+    [[nodiscard]] std::size_t parameterEnd(std::size_t index) const {
+        return parameterEnds_[index];
+    }
 
     /// A parameter as text; empty if the block ended before it.
-    [[nodiscard]] std::string_view parameter(std::size_t index) const {
-        return index < parameters_.size() ? textOf(parameters_[index]) : std::string_view();
-    }
+    [[nodiscard]] std::string_view parameter(std::size_t index) const;
 
     /// The names in lists, those of blocks within too.
     [[nodiscard]] const std::vector<ListedName>& names() const { return names_; }
@@ -80,7 +86,7 @@ class BlockWalk {
     using Fits = bool (*)(const BlockWalk& walk, const Token& token);
     struct ParameterRow;
 
-    void start(std::string_view text, const PartRule& rule);
+    void start(std::string_view text, const PartRule& rule, std::size_t keywordEnd);
     void readParts(const Layout& layout, std::string_view keyword, bool isOuter);
     void readParameters(std::string_view parameters, const PartRule* rule, bool isOuter);
     static const ParameterRow* findParameter(char parameter);
@@ -113,7 +119,8 @@ class BlockWalk {
     std::string_view text_;
     TokenReader reader_{{}};
     const KeywordTable* keywords_ = nullptr;
-    std::vector<Token> parameters_;
+    std::size_t keywordEnd_ = 0;
+    std::vector<std::size_t> parameterEnds_;
     std::vector<FoundPart> parts_;
     std::vector<ListedName> names_;
     std::vector<Oddity> oddities_;

@@ -61,6 +61,11 @@ inline std::size_t findQuoteOrBackslash(std::string_view text, std::size_t from)
     return text.find_first_of("\"\\", from);
 }
 
+/// Where the first line of a text ends. Nowhere: npos.
+inline std::size_t findLineEnd(std::string_view text) {
+    return std::min(text.find('\n'), text.find('\r'));
+}
+
 /// Whether a text may speak of instances, blobs or included files, of which all has to be known
 /// before the first byte can be written. It looks for the first two letters of these words all at
 /// once.

@@ -16,6 +16,17 @@ constexpr std::size_t kDiscardSize = std::size_t{128} * 1024;
 
 constexpr std::string_view kInterface = "IF_DATA";
 
+bool isBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r' || byte == '\0';
+}
+
+std::size_t behindBlanks(std::string_view text, std::size_t from) {
+    while (from < text.size() && isBlank(text[from])) {
+        ++from;
+    }
+    return from;
+}
+
 // Where something ends that is plain and lies in a text as a whole; npos if it does not.
 
 std::size_t endBehind(std::string_view text, std::string_view closing, std::size_t from) {
@@ -25,16 +36,15 @@ std::size_t endBehind(std::string_view text, std::string_view closing, std::size
 
 /// A text in quotes without any other quote or backslash.
 std::size_t endOfPlainText(std::string_view text, std::size_t begin) {
-    const std::size_t end = text.find('"', begin + 1);
+    const std::size_t end = findQuoteOrBackslash(text, begin + 1);
     const bool isPlain = end != std::string_view::npos && end + 1 < text.size() &&
-                         text[end + 1] != '"' &&
-                         text.substr(begin, end - begin).find('\\') == std::string_view::npos;
+                         text[end] == '"' && text[end + 1] != '"';
     return isPlain ? end + 1 : std::string_view::npos;
 }
 
 /// A word of letters, digits and underscores.
 std::size_t endOfPlainWord(std::string_view text, std::size_t begin) {
-    if (begin == std::string_view::npos || !isLetter(text[begin])) {
+    if (begin >= text.size() || !isLetter(text[begin])) {
         return std::string_view::npos;
     }
     std::size_t end = begin;
@@ -47,10 +57,6 @@ std::size_t endOfPlainWord(std::string_view text, std::size_t begin) {
 bool startsWord(std::string_view text, std::size_t from, std::string_view word) {
     return text.size() - from > word.size() && text.substr(from, word.size()) == word &&
            !isNameByte(text[from + word.size()]);
-}
-
-bool isBlank(char byte) {
-    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r' || byte == '\0';
 }
 
 /// Where a word goes on with what should have been a word or a comment of its own, as in
@@ -71,10 +77,6 @@ std::size_t runTogetherAt(std::string_view word) {
 }
 
 }  // namespace
-
-std::string DescriptionScanner::textOf(const Token& token) const {
-    return std::string(source_.view().substr(token.begin, token.end - token.begin));
-}
 
 Part DescriptionScanner::refuse(const Token& token, std::string_view text) {
     report_.error(source_.placeOf(token.begin), text);
@@ -133,10 +135,7 @@ bool DescriptionScanner::include(const Token& token) {
     std::size_t to = from;
     const auto isWhole = [&] {
         const std::string_view text = source_.view();
-        from = token.end;
-        while (from < text.size() && isBlank(text[from])) {
-            ++from;
-        }
+        from = behindBlanks(text, token.end);
         const bool isQuoted = from < text.size() && text[from] == '"';
         to = from + (isQuoted ? 1 : 0);
         while (to < text.size() && (isQuoted ? text[to] != '"' : !isBlank(text[to]))) {
@@ -173,7 +172,7 @@ bool DescriptionScanner::include(const Token& token) {
 
 /// Puts a blank between a keyword and what stands right behind it.
 void DescriptionScanner::partWords(Token& token) {
-    const std::string word = textOf(token);
+    const std::string_view word = textOf(token);
     const std::size_t at =
         token.kind == TokenKind::Word ? runTogetherAt(word) : std::string_view::npos;
     if (at == std::string_view::npos) {
@@ -181,8 +180,9 @@ void DescriptionScanner::partWords(Token& token) {
     }
     token.end = token.begin + at;
     if (options_.tells) {
-        report_.change(source_.placeOf(token.begin),
-                       "put a blank into '" + word.substr(0, at) + "' and what follows");
+        report_.change(
+            source_.placeOf(token.begin),
+            "put a blank into '" + std::string(word.substr(0, at)) + "' and what follows");
     }
     source_.insert(token.end, " ");
 }
@@ -220,7 +220,7 @@ Part DescriptionScanner::endDescription(const Token& token) {
 
 Part DescriptionScanner::beginOrdinary(const Token& token) {
     // To the reader a stray # is the keyword with its number.
-    const std::string word = textOf(token) == "#" ? "ASAP2_VERSION" : textOf(token);
+    const std::string_view word = textOf(token) == "#" ? "ASAP2_VERSION" : textOf(token);
     if (level_ == Level::File && word == "A2ML_VERSION") {
         return beginOtherVersion(token);
     }
@@ -228,7 +228,7 @@ Part DescriptionScanner::beginOrdinary(const Token& token) {
     if (level_ == Level::File && word == "ASAP2_VERSION") {
         return beginVersion(token);
     }
-    return {Part::Kind::Stray, level_, token.begin, token.end, word, {}};
+    return {Part::Kind::Stray, level_, token.begin, token.end, std::string(word), {}};
 }
 
 /// To the reader any two tokens are the version's numbers.
@@ -261,14 +261,14 @@ Part DescriptionScanner::beginOpened(const Token& begin) {
     if (token.kind != TokenKind::Word) {
         return report_.hasFailed() ? Part{} : refuse(token, "a keyword is missing behind /begin");
     }
-    const std::string keyword = textOf(token);
+    const std::string_view keyword = textOf(token);
     if (level_ == Level::File && keyword == "PROJECT") {
         return beginProject(begin, token);
     }
     if (level_ == Level::Project && keyword == "MODULE") {
         return beginModule(begin, token);
     }
-    return {Part::Kind::Block, level_, begin.begin, token.end, keyword, {}};
+    return {Part::Kind::Block, level_, begin.begin, token.end, std::string(keyword), {}};
 }
 
 /// The name of a project and its text are texts or names, as one likes.
@@ -280,7 +280,7 @@ Part DescriptionScanner::beginProject(const Token& begin, const Token& keyword) 
             return report_.hasFailed() ? Part{} : refuse(token, "a name or its text is missing");
         }
     }
-    return open(Part::Kind::ProjectBegin, begin, text, textOf(name));
+    return open(Part::Kind::ProjectBegin, begin, text, std::string(textOf(name)));
 }
 
 Part DescriptionScanner::beginModule(const Token& begin, const Token& keyword) {
@@ -291,7 +291,7 @@ Part DescriptionScanner::beginModule(const Token& begin, const Token& keyword) {
         return report_.hasFailed() ? Part{}
                                    : refuse(isText ? name : text, "a name or its text is missing");
     }
-    return open(Part::Kind::ModuleBegin, begin, text, textOf(name));
+    return open(Part::Kind::ModuleBegin, begin, text, std::string(textOf(name)));
 }
 
 /// Goes into a project or module.
@@ -309,7 +309,7 @@ bool DescriptionScanner::isName(const Token& token) const {
 Part DescriptionScanner::endLevel(const Token& end) {
     Token token = tokenAt(end.end);
     partWords(token);
-    const std::string keyword = textOf(token);
+    const std::string keyword(textOf(token));
     if (level_ == Level::Module && keyword == "MODULE") {
         level_ = Level::Project;
         return {Part::Kind::ModuleEnd, level_, end.begin, token.end, keyword, {}};
@@ -344,16 +344,15 @@ void DescriptionScanner::skipInside(std::size_t& position, std::size_t& depth) c
             end = endBehind(text, "\n", mark + 2);
         } else if (startsWord(text, mark, "/begin")) {
             // What interfaces hold has rules of its own.
-            const std::size_t word = text.find_first_not_of(" \t\r\n", mark + 6);
-            if (word == std::string_view::npos || !isLetter(text[word]) ||
-                text.size() - word <= kInterface.size() ||
+            const std::size_t word = behindBlanks(text, mark + 6);
+            if (text.size() - word <= kInterface.size() || !isLetter(text[word]) ||
                 text.substr(word, kInterface.size()) == kInterface) {
                 return;
             }
             ++depth;
             end = word;
         } else if (depth > 1 && startsWord(text, mark, "/end")) {
-            end = endOfPlainWord(text, text.find_first_not_of(" \t\r\n", mark + 4));
+            end = endOfPlainWord(text, behindBlanks(text, mark + 4));
             depth -= end == std::string_view::npos ? 0 : 1;
         }
         if (end == std::string_view::npos) {
@@ -431,8 +430,8 @@ bool DescriptionScanner::readBlockItem(std::size_t& position, std::size_t& depth
         const bool isWord = closing.kind != TokenKind::Begin && closing.kind != TokenKind::End;
         position = isWord || depth == 0 ? closing.end : token.end;
         if (depth == 0 && textOf(closing) != part.keyword && !report_.hasFailed()) {
-            refuse(token,
-                   "/end " + textOf(closing) + " where /end " + part.keyword + " should stand");
+            refuse(token, "/end " + std::string(textOf(closing)) + " where /end " + part.keyword +
+                              " should stand");
         }
     }
     return !report_.hasFailed();

@@ -84,7 +84,10 @@ class DescriptionScanner {
     bool closeOpen(const Token& token);
     bool include(const Token& token);
     void partWords(Token& token);
-    [[nodiscard]] std::string textOf(const Token& token) const;
+    /// A view into the window, until that changes.
+    [[nodiscard]] std::string_view textOf(const Token& token) const {
+        return source_.view().substr(token.begin, token.end - token.begin);
+    }
     [[nodiscard]] bool isName(const Token& token) const;
 
     SourceText& source_;

@@ -487,6 +487,9 @@ std::vector<NamedInstance> findInstances(const ModuleSurvey& module, std::string
         if (end < name.size() && name[end] != '.' && name[end] != '[') {
             continue;
         }
+        if (!module.instanceNames.contains(name.substr(0, end))) {
+            continue;
+        }
         const auto [from, to] = module.instancesByName.equal_range(name.substr(0, end));
         for (auto each = from; each != to; ++each) {
             found.push_back({&module.instances[each->second], name.substr(end)});

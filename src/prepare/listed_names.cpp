@@ -71,13 +71,17 @@ std::size_t editListedNames(BlockWalk& walk, const ModuleSurvey& module,
             continue;
         }
         const std::string_view name = walk.textOf(listed.token);
+        const std::vector<NamedInstance> instances = findInstances(module, name);
+        const bool isBlob = !options.blobArrays && module.blobs.contains(name);
+        if (instances.empty() && !isBlob) {
+            continue;
+        }
         NameCollector collector;
-        for (const NamedInstance& named : findInstances(module, name)) {
+        for (const NamedInstance& named : instances) {
             collector.begin(*named.instance);
             expand(module, *named.instance, options, collector, named.target);
         }
         const auto& names = collector.namesFor(listed.list->keyword);
-        const bool isBlob = !options.blobArrays && module.blobs.contains(name);
         if (names.empty() && !collector.hasLost() && !isBlob) {
             continue;
         }

@@ -68,7 +68,7 @@ std::string elementText(BlockWalk& walk, const std::vector<std::int64_t>& indice
     for (const std::int64_t index : indices) {
         suffix += "[" + std::to_string(index) + "]";
     }
-    const std::size_t nameEnd = walk.parameters()[0].end;
+    const std::size_t nameEnd = walk.parameterEnd(0);
     edits.replace(nameEnd, nameEnd, suffix);
     for (const FoundPart& found : walk.parts()) {
         const std::string_view keyword = found.rule->keyword;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "prepare/byte_search.h"
+
 namespace quillmark::preparing {
 
 std::uint32_t Report::fileNumber(const std::string& name) {
@@ -84,7 +86,7 @@ void Report::tell(PrepareFinding::Kind kind, std::string_view file, std::uint32_
     if (!tell_) {
         return;
     }
-    if (text.find_first_of("\r\n") == std::string_view::npos) {
+    if (findLineEnd(text) == std::string_view::npos) {
         tell_({kind, file, line, text});
         return;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "prepare/byte_search.h"
 #include "prepare/instance_writer.h"
 #include "prepare/listed_names.h"
 #include "prepare/measurement_array.h"
@@ -21,7 +22,7 @@ constexpr std::string_view kEarlierVersion = "60";
 /// What a message tells of a piece of text: its first line, and not too much of it.
 std::string shortened(std::string_view text) {
     constexpr std::size_t kMost = 60;
-    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    const std::string_view line = text.substr(0, findLineEnd(text));
     return line.size() <= kMost && line.size() == text.size()
                ? std::string(text)
                : std::string(line.substr(0, kMost)) + "...";
@@ -194,7 +195,8 @@ void Rewriter::takeOutStray(const Part& part) {
 void Rewriter::rewriteBlock(Part part) {
     const PartRule* rule = hasProject_ ? findBlock(part) : nullptr;
     const bool isLookedInto = rule != nullptr && rule->inner != nullptr;
-    const bool isWalked = isLookedInto && walk_.walkAhead(source_.view().substr(part.begin), *rule);
+    const bool isWalked = isLookedInto && walk_.walkAhead(source_.view().substr(part.begin), *rule,
+                                                          part.end - part.begin);
     if (isWalked) {
         part.end = part.begin + walk_.text().size();
     } else if (!scanner_.readBlock(part, true)) {
@@ -374,7 +376,7 @@ void Rewriter::rewriteMeasurement(const Part& part) {
     checkName(part, walk_.parameter(0));
     bool isLost = walk_.parameter(2) == "FLOAT16_IEEE";
     if (isLost) {
-        report_.loss(writer_.placeIn(part, walk_.parameters()[2].begin),
+        report_.loss(writer_.placeIn(part, walk_.parameterBegin(2)),
                      std::string(walk_.parameter(0)) + " is lost: the data type FLOAT16_IEEE");
     }
     for (const FoundPart& found : walk_.parts()) {
@@ -428,7 +430,7 @@ void Rewriter::addEpk(const Part& part) {
     const auto text = isMeant ? epkText(survey.hasEpk, survey.hasEpkAddress) : std::nullopt;
     // A module may have several MOD_PAR, and the first one gets it.
     if (text && !std::exchange(hasPutEpk_, true)) {
-        const std::size_t behind = walk_.parameters()[0].end;
+        const std::size_t behind = walk_.parameterEnd(0);
         walk_.edits().replace(behind, behind, *text);
         report_.note(writer_.placeIn(part, 0), "put the EPK into MOD_PAR");
     }

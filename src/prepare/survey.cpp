@@ -83,6 +83,7 @@ class Surveyor {
             module.blobs.emplace(walk_.parameter(0));
         } else if (keyword == "INSTANCE") {
             if (auto instance = readInstance(walk_, source_.placeOf(part.begin))) {
+                module.instanceNames.insert(instance->name);
                 module.instancesByName.emplace(instance->name, module.instances.size());
                 module.instances.push_back(std::move(*instance));
             }

@@ -42,6 +42,7 @@ struct ModuleSurvey {
     Alignments alignments;
     std::vector<Member> instances;  ///< in the order of the text
     std::multimap<std::string, std::size_t, std::less<>> instancesByName;
+    NameSet instanceNames;  ///< those names once more: most others are quickly told from them
     std::set<std::string, std::less<>> blobs;
 
     /// The names of all signals that instances become.

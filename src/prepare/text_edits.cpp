@@ -45,6 +45,9 @@ void TextEdits::takeOut(std::string_view text, std::size_t from, std::size_t to,
 }
 
 const std::vector<TextEdit>& TextEdits::sorted() {
+    if (edits_.size() < 2) {
+        return edits_;
+    }
     std::stable_sort(edits_.begin(), edits_.end(), [](const TextEdit& a, const TextEdit& b) {
         return a.from != b.from ? a.from < b.from : a.to > b.to;
     });

@@ -97,6 +97,9 @@ inline UsualToken usualToken(TokenKind kind, const char* text, std::size_t lengt
 
 inline UsualToken usualNumber(const char* text) {
     constexpr std::size_t kPrefix = 2;
+    if (*text != '-' && isPlainEnd(text[1])) {
+        return {TokenKind::Integer, 1};
+    }
     if (text[0] == '0' && text[1] == 'x') {
         return usualToken(TokenKind::Integer, text, kPrefix + leadingHexDigits(text + kPrefix));
     }
@@ -112,14 +115,14 @@ inline UsualToken usualNumber(const char* text) {
 }
 
 inline UsualToken usualSlash(const char* text) {
-    const auto isHere = [text](std::string_view word) {
-        return std::memcmp(text, word.data(), word.size()) == 0;
-    };
     constexpr std::string_view kBegin = "/begin";
     constexpr std::string_view kEnd = "/end";
-    return isHere(kBegin) ? usualToken(TokenKind::Begin, text, kBegin.size())
-           : isHere(kEnd) ? usualToken(TokenKind::End, text, kEnd.size())
-                          : UsualToken{};
+    if (std::memcmp(text, kBegin.data(), kBegin.size()) == 0) {
+        return usualToken(TokenKind::Begin, text, kBegin.size());
+    }
+    return std::memcmp(text, kEnd.data(), kEnd.size()) == 0
+               ? usualToken(TokenKind::End, text, kEnd.size())
+               : UsualToken{};
 }
 
 inline UsualToken usualToken(const char* text) {
@@ -211,8 +214,8 @@ std::size_t TokenReader::skipToToken() {
 Token TokenReader::next() {
     if (skipUsualBlanks()) {
         const char* const token = text_.data() + position_;
-        if (const auto [kind, length] = usualToken(token); length != 0) {
-            return take(kind, position_ + length);
+        if (const UsualToken usual = usualToken(token); usual.length != 0) {
+            return take(usual.kind, position_ + usual.length);
         }
         if (*token == '"') {
             return readText();

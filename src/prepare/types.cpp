@@ -295,7 +295,7 @@ std::unique_ptr<Type> readType(std::string_view keyword, const BlockWalk& walk, 
     type->kind = kindOf(keyword);
     type->name = walk.parameter(0);
     type->place = place;
-    for (std::size_t i = 0; i < walk.parameters().size(); ++i) {
+    for (std::size_t i = 0; i < walk.parameterCount(); ++i) {
         type->parameters.emplace_back(walk.parameter(i));
     }
     if (walk.isBroken()) {
