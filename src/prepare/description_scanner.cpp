@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/compiler.h"
 #include "prepare/byte_search.h"
 #include "prepare/grammar.h"
 
@@ -85,6 +86,13 @@ Part DescriptionScanner::refuse(const Token& token, std::string_view text) {
 
 /// The token behind a position. Files that are included there are put in before it.
 Token DescriptionScanner::tokenAt(std::size_t position) {
+    const Token token = TokenReader(source_.view(), position).next();
+    const bool isUsual = token.end < source_.view().size() && token.kind != TokenKind::Include;
+    return isUsual && !report_.hasFailed() ? token : unusualTokenAt(position);
+}
+
+/// The same for a token that may go on behind the window, or asks for a file.
+QM_OUT_OF_LINE Token DescriptionScanner::unusualTokenAt(std::size_t position) {
     for (;;) {
         const Token token = TokenReader(source_.view(), position).next();
         if (token.end == source_.view().size() && source_.more()) {

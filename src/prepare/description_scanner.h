@@ -80,6 +80,7 @@ class DescriptionScanner {
     bool readBlockItem(std::size_t& position, std::size_t& depth, Part& part);
 
     Token tokenAt(std::size_t position);
+    Token unusualTokenAt(std::size_t position);
     Token rawTokenAt(std::size_t position);
     bool closeOpen(const Token& token);
     bool include(const Token& token);

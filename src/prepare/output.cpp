@@ -18,6 +18,8 @@ namespace {
 
 constexpr std::string_view kStandardOutput = "-";
 constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
+/// From so many bytes at once on they are written without being copied first.
+constexpr std::size_t kUncopied = std::size_t{128} * 1024;
 
 /// Writes all bytes, whatever interrupts that.
 bool writeTo(std::FILE* file, std::string_view bytes) {
@@ -69,10 +71,10 @@ void FileOutput::flush() {
 }
 
 void FileOutput::write(std::string_view bytes) {
-    if (buffer_.size() + bytes.size() > kBufferSize) {
+    if (buffer_.size() + bytes.size() > kBufferSize || bytes.size() >= kUncopied) {
         flush();
     }
-    if (bytes.size() > kBufferSize) {
+    if (bytes.size() >= kUncopied) {
         put(bytes);
     } else {
         buffer_ += bytes;

@@ -6,7 +6,40 @@
 
 namespace quillmark::preparing {
 
+namespace {
+
+/// So many bytes are worth a write of their own.
+constexpr std::size_t kWorthWriting = std::size_t{128} * 1024;
+
+}  // namespace
+
+/// Parts that stay as they are lie one behind the other, so that they can be written together.
+void PartWriter::pass(const Part& part) {
+    if (map_ != nullptr || latin1_) {
+        copy(0, part.end);
+        discard(part);
+        return;
+    }
+    written_ += part.end;
+    last_ = part.end > 0 ? source_.view()[part.end - 1] : last_;
+    source_.passOn(part.end);
+    if (source_.passed().size() >= kWorthWriting) {
+        writePassed();
+    }
+}
+
+void PartWriter::writePassed() {
+    if (!source_.passed().empty()) {
+        output_.write(source_.passed());
+        source_.forgetPassed();
+    }
+}
+
 void PartWriter::writeEdited(const Part& part, TextEdits& edits) {
+    if (edits.empty()) {
+        pass(part);
+        return;
+    }
     std::size_t copied = 0;
     for (const TextEdit& edit : edits.sorted()) {
         copy(copied, part.begin + edit.from);
@@ -96,6 +129,7 @@ void PartWriter::put(std::string_view bytes, Place place) {
 }
 
 void PartWriter::write(std::string_view bytes) {
+    writePassed();
     if (!bytes.empty()) {
         output_.write(bytes);
         written_ += bytes.size();

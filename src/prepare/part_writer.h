@@ -31,6 +31,13 @@ class PartWriter {
     /// Gives a part and what stands before it away.
     void discard(const Part& part) { source_.discard(part.end); }
 
+    /// Copies what stands before a part, and the part itself, and gives both away.
+    void pass(const Part& part);
+
+    /// Writes what was not written yet of the parts that were passed. Everything else that writes
+    /// does so before.
+    void writePassed();
+
     /// Copies what stands before a part, and the part with its changes, and gives both away.
     void writeEdited(const Part& part, TextEdits& edits);
 

@@ -65,6 +65,7 @@ void Rewriter::run() {
         }
         if (part.kind == Part::Kind::EndOfDescription) {
             writer_.copy(0, part.end);
+            writer_.writePassed();
             break;
         }
         if (rewritePart(part)) {
@@ -119,8 +120,8 @@ bool Rewriter::rewritePart(const Part& part) {
         default:
             break;
     }
-    writer_.copy(0, part.end);
-    return true;
+    writer_.pass(part);
+    return false;
 }
 
 void Rewriter::rewriteVersion(const Part& part) {
@@ -232,8 +233,7 @@ void Rewriter::rewriteBlock(Part part) {
     } else if (rule->fate == Fate::TakeOut) {
         takeOutLaterBlock(part, text);
     } else {
-        writer_.copy(0, part.end);
-        writer_.discard(part);
+        writer_.pass(part);
     }
 }
 

@@ -46,7 +46,7 @@ std::size_t SourceText::Level::read(char* buffer, std::size_t size) {
 
 bool SourceText::open() {
     levels_.clear();
-    begin_ = end_ = offset_ = 0;
+    begin_ = end_ = passed_ = offset_ = 0;
     auto stored = files_.openMain();
     if (stored == nullptr) {
         report_.error(files_.mainName, "cannot be read");
@@ -66,18 +66,19 @@ void SourceText::makeRoom(std::size_t size) {
         return;
     }
     forgetPlaces();
-    const std::size_t kept = end_ - begin_;
+    const std::size_t from = begin_ - passed_;
+    const std::size_t kept = end_ - from;
     if (kept + size > capacity_) {
         const std::size_t larger = std::max(2 * capacity_, kept + size);
         auto grown = std::make_unique_for_overwrite<char[]>(larger);
-        std::copy_n(buffer_.get() + begin_, kept, grown.get());
+        std::copy_n(buffer_.get() + from, kept, grown.get());
         buffer_ = std::move(grown);
         capacity_ = larger;
     } else {
-        std::memmove(buffer_.get(), buffer_.get() + begin_, kept);
+        std::memmove(buffer_.get(), buffer_.get() + from, kept);
     }
-    offset_ += begin_;
-    begin_ = 0;
+    offset_ += from;
+    begin_ = passed_;
     end_ = kept;
 }
 
@@ -135,6 +136,11 @@ bool SourceText::endLevel() {
 /// Its lines are counted when its bytes are overwritten, if nobody asks before.
 void SourceText::discard(std::size_t count) {
     begin_ += count;
+}
+
+void SourceText::passOn(std::size_t count) {
+    begin_ += count;
+    passed_ += count;
 }
 
 /// Makes the window's first byte the first one whose place is known.

@@ -47,6 +47,14 @@ class SourceText {
     /// Gives the first bytes of the window away.
     void discard(std::size_t count);
 
+    /// Gives the first bytes of the window away, but keeps them where they are until they are
+    /// forgotten: as passed(), all that was passed on since then.
+    void passOn(std::size_t count);
+    [[nodiscard]] std::string_view passed() const {
+        return {buffer_.get() + begin_ - passed_, passed_};
+    }
+    void forgetPassed() { passed_ = 0; }
+
     /// Where the byte at a position comes from.
     [[nodiscard]] Place placeOf(std::size_t position);
 
@@ -102,6 +110,8 @@ class SourceText {
     bool hasDroppedBytes_ = false;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
+    /// How many bytes before the window are still wanted.
+    std::size_t passed_ = 0;
     /// How many bytes of the whole text lie before the buffer's first.
     std::size_t offset_ = 0;
     /// The place of the window's first byte, and the changes of file behind it.
