@@ -40,6 +40,9 @@ class Bench:
     def convert(self, description: str, output: str, *options: str) -> List[str]:
         return [self.tool("quillmark"), "convert", description, output, *options]
 
+    def prepare(self, description: str) -> List[str]:
+        return [self.tool("quillmark-a2l"), "prepare", "--quiet", "-o", "ready.out", description]
+
     def step(self, *arguments: str) -> List[str]:
         return [self.tool("quillmark_step"), *arguments]
 
@@ -221,12 +224,11 @@ def preparation(bench: Bench, megabytes: str) -> None:
     file = bench.description("realistic", megabytes)
     bench.make_ready_for(file)
     write_newer(file, "newer.a2l")
-    prepare = [bench.tool("quillmark-a2l"), "prepare", "--quiet", "-o"]
     bench.table(f"Preparing descriptions of {megabytes} MB (ratio to convert)",
                 os.path.getsize(file),
                 {"convert": bench.convert(file, "plain.out"),
-                 "prepare": [*prepare, "ready.out", file],
-                 "prepare 1.7": [*prepare, "ready.out", "newer.a2l"]}, "convert")
+                 "prepare": bench.prepare(file),
+                 "prepare 1.7": bench.prepare("newer.a2l")}, "convert")
 
 
 def small_description(bench: Bench) -> None:
@@ -264,10 +266,13 @@ def growth(bench: Bench, mixes: List[str], small: str, large: str) -> None:
 def instructions(bench: Bench) -> None:
     """How many instructions some commands take, which no other work of the machine changes."""
     file = bench.description("realistic", "10")
+    write_newer(file, "newer.a2l")
     print("\n### Instructions, realistic mix, 10 MB\n\n| Command | millions |\n|---|---:|")
     for label, command in {"convert": bench.convert(file, "plain.out"),
                            "convert-i": bench.convert(file, "plain.out", "-i"),
-                           "compare": [bench.tool("quillmark"), "compare", file, file]}.items():
+                           "compare": [bench.tool("quillmark"), "compare", file, file],
+                           "prepare": bench.prepare(file),
+                           "prepare 1.7": bench.prepare("newer.a2l")}.items():
         told = subprocess.run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
                                *command], check=True, capture_output=True, text=True).stderr
         count = next(line.split()[-1] for line in told.splitlines() if "Collected" in line)
