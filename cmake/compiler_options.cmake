@@ -81,8 +81,10 @@ function(quillmark_add_library folder)
         ${ARG_PRIVATE_LIBRARIES})
 endfunction()
 
-# quillmark_compile_one_by_one(TARGET): in the builds that put several sources together, as all of them are
-# compiled at once there, those of TARGET stay alone: they use the same names for things of their own.
-function(quillmark_compile_one_by_one target)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+# quillmark_compile_together(TARGET GROUP SOURCE...): in the builds that put several sources together, TARGET
+# has only those together that are named in one GROUP: the others use the same names for things of
+# their own, or the keywords of another protocol.
+function(quillmark_compile_together target group)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+    set_source_files_properties(${ARGN} PROPERTIES UNITY_GROUP ${group})
 endfunction()

@@ -9,7 +9,7 @@ test_packages=(libgtest-dev libgmock-dev mandoc python3 python3-jsonschema make 
 lint_packages=(clang-format clang-tidy clang-tidy-19 cppcheck)
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build dpkg-dev
     qt6-base-dev libarchive-dev libcli11-dev rapidjson-dev googletest wine wine64 zip unzip)
-fuzz_packages=(clang libclang-rt-dev)
+sanitizer_packages=(clang libclang-rt-dev)
 memcheck_packages=(valgrind)
 bench_packages=(libbenchmark-dev python3)
 python_build_packages=(python3-dev pybind11-dev)
@@ -18,7 +18,7 @@ python_packages=("${python_build_packages[@]}" python3-pip python3-setuptools py
 package_packages=(dpkg-dev file)
 package_check_packages=(lintian binutils)
 all_packages=("${build_packages[@]}" "${test_packages[@]}" "${lint_packages[@]}"
-    "${windows_packages[@]}" "${fuzz_packages[@]}" "${memcheck_packages[@]}" "${bench_packages[@]}"
+    "${windows_packages[@]}" "${sanitizer_packages[@]}" "${memcheck_packages[@]}" "${bench_packages[@]}"
     "${python_packages[@]}"
     "${package_packages[@]}" "${package_check_packages[@]}")
 

@@ -7,7 +7,7 @@
 namespace quillmark {
 namespace {
 
-constexpr OptionRow<CompareRequest> kOptions[] = {
+constexpr OptionRow<CompareRequest> kCompareOptions[] = {
     // Refused, in spite of its first word.
     {{.word = "-v",
       .usage = " : show compared values",
@@ -24,7 +24,7 @@ std::string_view readArguments(std::span<const char* const> arguments, CompareRe
     const std::array files = {&request.oldFile, &request.newFile};
     std::size_t fileCount = 0;
     const std::string_view mistake =
-        readOptions(kOptions, arguments, request, console, [&](std::string_view argument) {
+        readOptions(kCompareOptions, arguments, request, console, [&](std::string_view argument) {
             if (fileCount < files.size()) {
                 *files[fileCount++] = argument;
             }
@@ -44,7 +44,7 @@ std::string_view readArguments(std::span<const char* const> arguments, CompareRe
 }  // namespace
 
 std::vector<Option> compareOptions() {
-    return optionsOf(kOptions);
+    return optionsOf(kCompareOptions);
 }
 
 bool parseCompareOptions(std::span<const char* const> arguments, CompareRequest& request,

@@ -16,7 +16,7 @@ struct ConvertArguments : ConvertRequest {
 // In the order of the usage text, in which -epk-file-prefix has always lacked the blank before its
 // colon. A second -l is never refused: the last selection wins, so a script can append its own to a
 // command line that it was handed.
-constexpr OptionRow<ConvertArguments> kOptions[] = {
+constexpr OptionRow<ConvertArguments> kConvertOptions[] = {
     {{.word = "-z",
       .usage = " : use zlib compression",
       .summary = "pack conversions and signals into a compressed blob",
@@ -147,14 +147,14 @@ std::vector<std::string> splitUserFiles(std::string_view list) {
 }
 
 std::vector<Option> convertOptions() {
-    return optionsOf(kOptions);
+    return optionsOf(kConvertOptions);
 }
 
 bool parseConvertOptions(std::span<const char* const> arguments, ConvertRequest& request,
                          Console& console) {
     ConvertArguments values;
     std::string_view mistake =
-        readOptions(kOptions, arguments, values, console,
+        readOptions(kConvertOptions, arguments, values, console,
                     [&](std::string_view argument) { takePositional(values, argument); });
     if (mistake.empty()) {
         mistake = checkCombinations(values);

@@ -19,7 +19,7 @@ struct CommandUsage {
 };
 
 // "an compressed" is part of the text that users and their scripts know.
-constexpr CommandUsage kCommands[] = {
+constexpr CommandUsage kCommandUsages[] = {
     {"convert <input a2l file> <output include file> [options]",
      "Converts an .a2l file to a .cfginclude file and creates optionally a zpki.", &convertOptions},
     {"decompress <input include file> <output include file>",
@@ -40,7 +40,7 @@ void printOptions(const std::vector<Option>& options, Console& console) {
 void printUsage(Console& console) {
     console.printLine("Usage:");
     console.printLine("");
-    for (const CommandUsage& command : kCommands) {
+    for (const CommandUsage& command : kCommandUsages) {
         console.printLine(joined({"  ", command.synopsis}));
         console.printLine(joined({"      ", command.purpose}));
         if (command.options != nullptr) {

@@ -16,7 +16,7 @@
 namespace quillmark {
 namespace {
 
-void printUsage(Console& console) {
+void printStandIn(Console& console) {
     console.printLine("(usage)");
 }
 
@@ -40,7 +40,7 @@ class Decompress : public testing::Test {
         }
         argv.push_back(nullptr);
         return decompressCommand(static_cast<int>(names.size()), argv.data(), console_,
-                                 &printUsage);
+                                 &printStandIn);
     }
 
     TempDir directory_;
@@ -157,7 +157,7 @@ class ExhaustedConsole final : public Console {
 TEST_F(Decompress, ReportsThatMemoryRanOut) {
     ExhaustedConsole console;
     const char* const argv[] = {"quillmark", "decompress", in_.c_str(), out_.c_str(), nullptr};
-    EXPECT_EQ(decompressCommand(4, argv, console, &printUsage), -1);
+    EXPECT_EQ(decompressCommand(4, argv, console, &printStandIn), -1);
     EXPECT_EQ(console.out, "Error: File writing failed.\n");
 }
 

@@ -38,7 +38,7 @@ RUN_ELSEWHERE = {
     r"sudo apt-get (update|install)\b.*": "scripts/bare",
     r"cmake --(preset|build|install) .*": "scripts/test, scripts/package",
     r"ctest --preset release.*": "scripts/test",
-    r"build/(release|asan|fuzz|bench)/bin/\w+ .*": "the tests, scripts/fuzz",
+    r"build/(release|asan|bench)/bin/\w+ .*": "the tests, scripts/fuzz",
     r"rm -rf build/fuzz/corpus.*": "scripts/fuzz",
 }
 COMMAND = re.compile(r"(sudo|apt-get|git|cmake|ctest|quillmark|rm|scripts/\S+|build/\S+/bin/\S+) ")
