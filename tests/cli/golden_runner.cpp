@@ -63,6 +63,7 @@
 #include "cli/file_tree.h"
 #include "cli/placeholders.h"
 #include "cli/run_program.h"
+#include "support/sanitizer.h"
 
 namespace quillmark::golden {
 namespace {
@@ -78,14 +79,6 @@ namespace fs = std::filesystem;
 constexpr std::chrono::seconds kCaseTimeLimit{50};
 constexpr std::chrono::seconds kCaseTimeLimitWindows{200};  // each run of a launcher takes its time
 constexpr int kSkipped = 77;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kHasSanitizer = true;
-#elif defined(__has_feature)
-constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
-#else
-constexpr bool kHasSanitizer = false;
-#endif
 
 /// How the program is run.
 struct Settings {
@@ -488,7 +481,7 @@ Outcome checkCase(const Settings& settings, const fs::path& caseDir) {
         if (!setUp(caseDir, playground)) {
             return Outcome::Failed;
         }
-        if (playground.memoryLimit != 0 && kHasSanitizer) {
+        if (playground.memoryLimit != 0 && kHasAddressSanitizer) {
             std::cout << caseDir.string() << ": passed over, a sanitizer has no memory limit\n";
             return Outcome::Passed;
         }
