@@ -9,7 +9,7 @@ namespace quillmark::preparing {
 
 namespace {
 
-constexpr std::size_t kDeepest = 200;
+constexpr std::size_t kDeepestStructure = 200;
 constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
 
 std::uint64_t sum(std::uint64_t a, std::uint64_t b) {
@@ -345,8 +345,8 @@ class Binder {
                                             "), in which it lies itself");
             return 1;
         }
-        if (depth == kDeepest) {
-            report_.error(member.place, "more than " + std::to_string(kDeepest) +
+        if (depth == kDeepestStructure) {
+            report_.error(member.place, "more than " + std::to_string(kDeepestStructure) +
                                             " structures lie within one another");
             return 1;
         }

@@ -13,7 +13,7 @@ namespace quillmark::preparing {
 
 namespace {
 
-constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
+constexpr std::size_t kReadSize = std::size_t{256} * 1024;
 constexpr std::size_t kDeepest = 64;
 
 /// What is compared to find a file that includes itself.
@@ -84,11 +84,11 @@ void SourceText::makeRoom(std::size_t size) {
 
 bool SourceText::more() {
     while (!report_.hasFailed()) {
-        makeRoom(kBlockSize);
+        makeRoom(kReadSize);
         Level& level = levels_.back();
         const std::size_t count = level.hasEnded && level.pending.empty()
                                       ? 0
-                                      : level.read(buffer_.get() + end_, kBlockSize);
+                                      : level.read(buffer_.get() + end_, kReadSize);
         if (count > 0) {
             end_ += withoutMeaningless(buffer_.get() + end_, count);
             return true;
