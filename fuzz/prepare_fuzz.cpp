@@ -12,7 +12,7 @@ namespace quillmark {
 namespace {
 
 /// Some bytes can ask for a thousand million signals.
-constexpr std::uint64_t MostSignals = 2000;
+constexpr std::uint64_t kMostSignals = 2000;
 
 /// What came of one preparation.
 struct Prepared {
@@ -44,7 +44,7 @@ Prepared prepared(std::string_view text, bool skipsMissing) {
     files.mainName = "ecu.a2l";
     files.openMain = [text] { return std::make_unique<MemoryInputFile>(text); };
     preparing::RewriteOptions options;
-    options.expansion.limit = MostSignals;
+    options.expansion.limit = kMostSignals;
     options.expansion.skipsMissing = skipsMissing;
     Prepared result;
     preparing::StringOutput output(result.text);
