@@ -17,6 +17,7 @@
 #include "platform/file_name.h"
 #include "platform/file_stream.h"
 #include "platform/input_file.h"
+#include "platform/replacement.h"
 
 namespace quillmark {
 namespace {
@@ -131,28 +132,6 @@ int writeArchive(const fs::path& path, const std::vector<StagedFile>& files, int
                                                                     : kArchiveNotWritten;
 }
 
-/// The path at the end of a chain of symbolic links, existing or not; nothing if it has no end.
-std::optional<fs::path> withoutLinks(fs::path path) {
-    constexpr int kLongestChain = 40;
-    for (int i = 0; i < kLongestChain; ++i) {
-        std::error_code error;
-        if (!fs::is_symlink(fs::symlink_status(path, error))) {
-            return path;
-        }
-        const fs::path next = fs::read_symlink(path, error);
-        if (error) {
-            return std::nullopt;
-        }
-        path = path.parent_path() / next;
-    }
-    return std::nullopt;
-}
-
-bool isWritable(const fs::path& file) {
-    std::FILE* const stream = openStream(toName(file), "r+b");
-    return stream != nullptr && std::fclose(stream) == 0;
-}
-
 /// Creates an empty file that did not exist, in the directory of another one. The name is short
 /// whatever the other's name is, as that may already be as long as names can be.
 std::optional<fs::path> createFileBeside(const fs::path& other) {
@@ -212,22 +191,22 @@ int createArchive(const std::string& archivePath, const std::vector<StagedFile>&
     // On Windows the library makes a slash of each backslash in the name of an entry. It has to
     // know which of them are bytes of other characters.
     const NameCharacters characters;
-    const std::optional<fs::path> target = withoutLinks(toPath(archivePath));
-    if (!target || target->filename().empty()) {
+    const fs::path target = toPath(withoutLinks(archivePath));
+    if (target.filename().empty()) {
         return kArchiveNotOpened;
     }
     std::error_code error;
-    const fs::file_status old = fs::status(*target, error);
+    const fs::file_status old = fs::status(target, error);
     if (old.type() == fs::file_type::none || fs::is_directory(old)) {
         return kArchiveNotOpened;
     }
     if (fs::exists(old) && !fs::is_regular_file(old)) {
-        return overwriteArchive(*target, files, compression);
+        return overwriteArchive(target, files, compression);
     }
-    if (fs::exists(old) && !isWritable(*target)) {
+    if (isWriteProtected(toName(target))) {
         return kArchiveNotOpened;
     }
-    return replaceArchive(*target, old, files, compression);
+    return replaceArchive(target, old, files, compression);
 }
 
 }  // namespace quillmark

@@ -1,5 +1,6 @@
 #include "platform/replacement.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <random>
 #include <system_error>
@@ -36,7 +37,19 @@ bool isNoPlainFile(const std::string& name) {
     return fs::exists(status) && !fs::is_regular_file(status);
 }
 
+bool isWriteProtected(const std::string& name) {
+    std::error_code error;
+    if (!fs::exists(toPath(name), error)) {
+        return false;
+    }
+    std::FILE* const stream = openStream(name, "r+b");
+    return stream == nullptr || std::fclose(stream) != 0;
+}
+
 std::string createPart(const std::string& name) {
+    if (isWriteProtected(name)) {
+        return {};
+    }
     constexpr int kAttempts = 100;
     const std::string directory = name.substr(0, startOfLastPart(name, kDirectorySeparators));
     std::random_device random;

@@ -14,7 +14,12 @@ std::string withoutLinks(const std::string& name);
 /// directory.
 bool isNoPlainFile(const std::string& name);
 
-/// Creates a file beside the named one and returns its name, an empty one if that is impossible.
+/// Whether a file is there that may not be written.
+bool isWriteProtected(const std::string& name);
+
+/// Creates a file beside the named one and returns its name; an empty one if that is impossible, or
+/// if the named file is write-protected: a directory that takes new files would let another one
+/// take its place.
 std::string createPart(const std::string& name);
 
 /// Removes such a file, if it is there.

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/refusals.h"
 #include "support/system.h"
 #include "support/temp_dir.h"
 
@@ -71,6 +72,23 @@ TEST(Replacement, NeedsADirectory) {
     const TempDir dir;
     EXPECT_EQ(createPart(dir.file("missing/file")), "");
     removePart(dir.file("missing/file"));
+}
+
+TEST(Replacement, LeavesAFileThatMayNotBeWritten) {
+    const TempDir dir;
+    const std::string name = dir.file("file");
+    writeFile(name, "old");
+    EXPECT_FALSE(isWriteProtected(name));
+    EXPECT_FALSE(isWriteProtected(dir.file("missing")));
+    fs::permissions(dir.path(), fs::perms::all);
+    fs::permissions(name, fs::perms::owner_read);
+    const OrdinaryUser user;
+    if (!user.isOrdinary()) {
+        GTEST_SKIP() << "nothing is refused to the superuser";
+    }
+    EXPECT_TRUE(isWriteProtected(name));
+    EXPECT_EQ(createPart(name), "");
+    EXPECT_NE(createPart(dir.file("missing")), "");
 }
 
 }  // namespace
