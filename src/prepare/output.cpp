@@ -83,8 +83,11 @@ void FileOutput::write(std::string_view bytes) {
 
 void FileOutput::replace(std::uint64_t position, std::string_view bytes) {
     flush();
-    isGood_ = isGood_ && std::fseek(file_, static_cast<long>(position), SEEK_SET) == 0 &&
-              writeTo(file_, bytes) && std::fseek(file_, static_cast<long>(length_), SEEK_SET) == 0;
+    // A long, which std::fseek takes, ends at 2 GB on Windows, where the end may lie behind.
+    std::fpos_t end{};
+    isGood_ = isGood_ && std::fgetpos(file_, &end) == 0 &&
+              std::fseek(file_, static_cast<long>(position), SEEK_SET) == 0 &&
+              writeTo(file_, bytes) && std::fsetpos(file_, &end) == 0;
 }
 
 /// What is written next may be shorter than what it takes the place of. That goes at the end.
